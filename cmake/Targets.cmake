@@ -1,0 +1,19 @@
+# What all targets of this project share; nothing here reaches a consumer.
+function(docparser_configure target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  set_target_properties(${target} PROPERTIES
+    CXX_EXTENSIONS OFF
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+endfunction()
+
+# A library of the package: `reference::<target>` here and for a consumer of the installed package.
+function(docparser_add_library target)
+  add_library(${target} ${ARGN})
+  add_library(reference::${target} ALIAS ${target})
+  docparser_configure(${target})
+  set_target_properties(${target} PROPERTIES
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+endfunction()

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <unordered_set>
+
+#pragma GCC visibility push(default)
+
+/// Tells where hardware support packages are installed.
+class SupportPackageRootReader {
+public:
+    /// The folder, which need not exist and is not created.
+    std::u16string getSupportPackageRootNoCreate() const;
+};
+
+namespace install::product_impl::utils {
+
+/// The names of the hardware support packages that are installed under `root`; may throw.
+std::unordered_set<std::u16string> getInstalledHardwareSupportPackages(const std::u16string& root);
+
+} // namespace install::product_impl::utils
+
+#pragma GCC visibility pop

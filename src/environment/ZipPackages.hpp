@@ -1,0 +1,143 @@
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <vector>
+
+#pragma GCC visibility push(default)
+
+namespace foundation::storage::vfs {
+
+/// Stands for the storage system on which packages lie.
+class StorageSystemReference {};
+
+} // namespace foundation::storage::vfs
+
+namespace storage::microservicestoragesystem {
+
+foundation::storage::vfs::StorageSystemReference GetStorageSystemReference();
+
+} // namespace storage::microservicestoragesystem
+
+namespace opc {
+
+/// Selects the file operations that the package classes use: those of one storage system.
+class FileSystemOpsSelector {
+public:
+    explicit FileSystemOpsSelector(const foundation::storage::vfs::StorageSystemReference& storage);
+};
+
+class InputStream {
+public:
+    virtual ~InputStream();
+
+    /// Fills `buffer` with up to `capacity` bytes and returns how many; 0 at the end. Throws
+    /// `std::runtime_error` when the content cannot be had or is not what was declared.
+    virtual std::size_t read(char* buffer, std::size_t capacity) = 0;
+};
+
+class StreamHelper {
+public:
+    /// Copies all that `input` yields to `output`. Throws what reading throws, and
+    /// `std::runtime_error` when `output` does not take it.
+    static void copyStreamToStream(InputStream& input, std::ostream& output);
+};
+
+namespace zippackage {
+
+class ZipArchive;
+
+/// The zip file at a UTF-16 path. Constructing it does not touch the file.
+class ZipPhysicalPackage {
+public:
+    ZipPhysicalPackage(const std::u16string& path, FileSystemOpsSelector& operations,
+                       bool readOnly);
+    ~ZipPhysicalPackage();
+
+    const std::shared_ptr<ZipArchive>& getArchive() const noexcept { return archive_; }
+
+private:
+    std::shared_ptr<ZipArchive> archive_;
+};
+
+} // namespace zippackage
+
+namespace interfaces {
+
+enum class OpenMode : int { Read = 0 };
+
+} // namespace interfaces
+
+namespace model {
+
+class Package {
+public:
+    explicit Package(zippackage::ZipPhysicalPackage& physicalPackage);
+
+    /// Reads the package's directory. Neither the content of the entries nor the consistency of
+    /// the whole is looked at, so a broken entry costs that entry only. Throws
+    /// `std::runtime_error` when the file cannot be read as a zip package.
+    void open(interfaces::OpenMode mode);
+
+    const std::shared_ptr<zippackage::ZipArchive>& getArchive() const noexcept { return archive_; }
+
+private:
+    std::shared_ptr<zippackage::ZipArchive> archive_;
+};
+
+} // namespace model
+
+namespace zqservices {
+
+/// How an entry's content is handed out.
+enum class TransformMode : int { Decoded = 1 };
+
+/// A leaf of a package: a small value that shares the package's own entry.
+class FileSystemEntry {
+public:
+    struct Leaf;
+
+    explicit FileSystemEntry(std::shared_ptr<const Leaf> leaf) noexcept;
+
+    /// The last component of the entry's name.
+    const std::u16string& getBaseName() const noexcept;
+
+    const Leaf& getLeaf() const noexcept { return *leaf_; }
+
+private:
+    std::shared_ptr<const Leaf> leaf_;
+};
+
+/// Yields the content of one entry; it must not outlive the open package.
+class ContentSource {
+public:
+    virtual ~ContentSource();
+    virtual InputStream& getInputStream() = 0;
+};
+
+/// The leaves of a package as a file system. Any number of threads may read through one manager.
+class FileSystemManager {
+public:
+    FileSystemManager(model::Package& package, FileSystemOpsSelector& operations);
+
+    /// Every entry that is no folder, in the order of the central directory; equal names are
+    /// separate leaves. Throws `std::runtime_error` when the package is not open.
+    std::vector<FileSystemEntry> getAllLeafs() const;
+
+    /// Opens an entry for reading. Content is decompressed and checked against its checksum and
+    /// declared size; an entry may hold 1 GiB at most. Throws `std::runtime_error` for an
+    /// encrypted entry or an unsupported method; the stream throws it for content that is broken.
+    std::unique_ptr<ContentSource> getFileContentSource(const FileSystemEntry& entry,
+                                                        TransformMode mode) const;
+
+private:
+    std::shared_ptr<zippackage::ZipArchive> archive_;
+};
+
+} // namespace zqservices
+
+} // namespace opc
+
+#pragma GCC visibility pop

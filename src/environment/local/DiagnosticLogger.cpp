@@ -1,0 +1,106 @@
+#include "environment/Diagnostics.hpp"
+
+#include <mutex>
+#include <unordered_map>
+#include <utility>
+
+#include <boost/log/attributes/attribute_set.hpp>
+#include <boost/log/attributes/constant.hpp>
+#include <boost/log/attributes/mutable_constant.hpp>
+#include <boost/log/core/core.hpp>
+
+#include "environment/PathAndText.hpp"
+
+namespace foundation::core::except {
+
+IException::~IException() noexcept = default;
+
+std::u16string IException::convert_str(const std::u16string& text) const {
+    return text;
+}
+
+std::u16string IException::convert_str(const std::string& text) const {
+    return fl::i18n::codecvt_string_to_ustring("utf8", true).convert(text.data(), text.size());
+}
+
+std::u16string IException::ToUstringImpl() const {
+    return convert_str(std::string(what()));
+}
+
+IInternalException::~IInternalException() noexcept = default;
+
+} // namespace foundation::core::except
+
+namespace foundation::log {
+
+namespace {
+
+using SeverityMask = std::atomic<std::uint32_t>;
+
+/// The severity masks of all channels. A logger shares its channel's mask and so outlives this.
+class ChannelRegistry {
+public:
+    static ChannelRegistry& getInstance() {
+        static ChannelRegistry registry;
+        return registry;
+    }
+
+    std::shared_ptr<SeverityMask> getMask(const std::string& channel) {
+        const std::lock_guard lock(mutex_);
+        std::shared_ptr<SeverityMask>& mask = masks_[channel];
+        if (!mask)
+            mask = std::make_shared<SeverityMask>(kDefaultEnabledSeverities);
+        return mask;
+    }
+
+private:
+    std::mutex mutex_; // guards masks_
+    std::unordered_map<std::string, std::shared_ptr<SeverityMask>> masks_;
+};
+
+} // namespace
+
+void setEnabledSeverities(const std::string& channel, std::uint32_t mask) {
+    ChannelRegistry::getInstance().getMask(channel)->store(mask, std::memory_order_relaxed);
+}
+
+/// What a logger's records come from.
+class basic_diagnostic_logger<char>::Source {
+public:
+    explicit Source(const std::string& channel) {
+        attributes_.insert("Channel", boost::log::attributes::constant<std::string>(channel));
+        attributes_.insert("Severity", severity_);
+    }
+
+    boost::log::record openRecord(std::uint32_t severity) {
+        if (!core_->get_logging_enabled())
+            return {};
+        const std::lock_guard lock(mutex_);
+        severity_.set(static_cast<int>(severity));
+        return core_->open_record(attributes_);
+    }
+
+    void pushRecord(boost::log::record&& record) { core_->push_record(std::move(record)); }
+
+private:
+    boost::log::core_ptr core_ = boost::log::core::get();
+    std::mutex mutex_; // held from setting severity_ until the core has taken it into a record
+    boost::log::attributes::mutable_constant<int> severity_{0};
+    boost::log::attribute_set attributes_;
+};
+
+basic_diagnostic_logger<char>::basic_diagnostic_logger(const std::string& channel)
+    : enabledSeverities_(ChannelRegistry::getInstance().getMask(channel)),
+      source_(std::make_unique<Source>(channel)) {}
+
+basic_diagnostic_logger<char>::~basic_diagnostic_logger() = default;
+
+boost::log::record basic_diagnostic_logger<char>::open_record(std::uint32_t severity) {
+    return source_->openRecord(severity);
+}
+
+void basic_diagnostic_logger<char>::push_record(boost::log::record&& record) {
+    source_->pushRecord(std::move(record));
+}
+
+} // namespace foundation::log

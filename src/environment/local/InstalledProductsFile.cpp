@@ -1,0 +1,141 @@
+#include <cerrno>
+#include <exception>
+#include <ios>
+#include <memory>
+#include <mutex>
+#include <new>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include <sys/stat.h>
+
+#include <boost/json/parse.hpp>
+#include <boost/json/value.hpp>
+
+#include "environment/PathAndText.hpp"
+#include "environment/local/BuiltInServices.hpp"
+#include "environment/local/OpenedFile.hpp"
+
+namespace environment::local {
+
+namespace {
+
+using doc_products_shared::TopLevelDocProduct;
+using ProductList = std::vector<std::shared_ptr<const TopLevelDocProduct>>;
+
+constexpr std::streamoff kMaximumFileSize = 64 << 20;
+
+/// What tells one state of a file from the next.
+struct FileState {
+    std::u16string path;
+    off_t size;
+    std::pair<time_t, long> modified;
+
+    bool operator==(const FileState&) const = default;
+};
+
+[[noreturn]] void throwBroken(const std::u16string& path, const std::string& reason) {
+    throw std::runtime_error(fl::i18n::to_string(path) + ": " + reason);
+}
+
+/// Nothing when the file is missing.
+std::optional<FileState> lookAt(const std::u16string& path) {
+    const std::optional<std::string> nativePath = accessPath(path);
+    struct stat status {};
+    if (!nativePath)
+        return std::nullopt;
+    if (::stat(nativePath->c_str(), &status) != 0) {
+        if (errno == ENOENT)
+            return std::nullopt;
+        throwBroken(path, std::generic_category().message(errno));
+    }
+    if (!S_ISREG(status.st_mode))
+        throwBroken(path, "no regular file");
+    return FileState{path, status.st_size, {status.st_mtim.tv_sec, status.st_mtim.tv_nsec}};
+}
+
+/// Takes the size from the file that it has opened: the path may name another one by now. What is
+/// kept under the state that was seen before is then found out of date at the next look.
+std::string readWhole(const std::u16string& path) {
+    fl::filesystem::basic_ifstream<char> file(path, std::ios_base::binary | std::ios_base::ate);
+    const std::streamoff size = file.tellg();
+    if (size < 0)
+        throwBroken(path, "cannot be opened");
+    if (size > kMaximumFileSize)
+        throwBroken(path, "larger than 64 MiB");
+    std::string text(static_cast<std::size_t>(size), '\0');
+    if (!file.seekg(0) || !file.read(text.data(), size))
+        throwBroken(path, "cannot be read");
+    return text;
+}
+
+std::string optionalText(const boost::json::object& product, boost::json::string_view name) {
+    const boost::json::value* member = product.if_contains(name);
+    return member == nullptr ? std::string() : std::string(member->as_string());
+}
+
+std::shared_ptr<const TopLevelDocProduct> makeProduct(const boost::json::object& product) {
+    return std::make_shared<const TopLevelDocProduct>(
+        optionalText(product, "displayName"), optionalText(product, "helpLocation"),
+        std::string(product.at("shortName").as_string()), optionalText(product, "baseCode"),
+        optionalText(product, "altShortName"), optionalText(product, "availability"),
+        TopLevelDocProduct::Properties());
+}
+
+TopLevelProductList readProducts(const std::u16string& path) {
+    const std::string text = readWhole(path);
+    ProductList products;
+    try {
+        const boost::json::value document = boost::json::parse(text);
+        for (const boost::json::value& product : document.as_array())
+            products.push_back(makeProduct(product.as_object()));
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& failure) {
+        throwBroken(path, failure.what());
+    }
+    return std::make_shared<const ProductList>(std::move(products));
+}
+
+/// Keeps the list that was read last.
+class ProductListCache {
+public:
+    TopLevelProductList get(const FileState& state) const {
+        const std::lock_guard lock(mutex_);
+        return state_ == state ? products_ : nullptr;
+    }
+
+    void set(FileState state, TopLevelProductList products) {
+        const std::lock_guard lock(mutex_);
+        state_ = std::move(state);
+        products_.swap(products);
+    }
+
+private:
+    mutable std::mutex mutex_; // guards both members
+    std::optional<FileState> state_;
+    TopLevelProductList products_;
+};
+
+} // namespace
+
+TopLevelProductList productsOfInstalledProductsFile() {
+    static ProductListCache cache;
+    static const auto none = std::make_shared<const ProductList>();
+    std::u16string path = doc_products_shared::Docroot::getInstance().getDocDataRoot();
+    fl::filesystem::detail::concatenate_pathname(path, u"installedProducts.json", true);
+    std::optional<FileState> state = lookAt(path);
+    if (!state)
+        return none;
+    if (TopLevelProductList products = cache.get(*state))
+        return products;
+    TopLevelProductList products = readProducts(path);
+    cache.set(*std::move(state), products);
+    return products;
+}
+
+} // namespace environment::local

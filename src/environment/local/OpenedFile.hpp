@@ -1,0 +1,41 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <utility>
+
+#include <unistd.h>
+
+namespace environment::local {
+
+/// Owns an open file of the system; -1 stands for none.
+class FileDescriptor {
+public:
+    explicit FileDescriptor(int number = -1) noexcept : number_(number) {}
+    FileDescriptor(FileDescriptor&& other) noexcept : number_(other.release()) {}
+    FileDescriptor& operator=(FileDescriptor&&) = delete;
+    ~FileDescriptor() {
+        if (number_ >= 0)
+            ::close(number_);
+    }
+
+    int get() const noexcept { return number_; }
+    int release() noexcept { return std::exchange(number_, -1); }
+
+private:
+    int number_;
+};
+
+struct OpenedFile {
+    FileDescriptor descriptor;
+    bool isFolder;
+};
+
+/// `pathname` for system calls; nothing when it holds U+0000, which would cut it short.
+std::optional<std::string> accessPath(const std::u16string& pathname);
+
+/// Opens a regular file or a folder for reading, and never waits. Nothing when `pathname` is
+/// missing, may not be read or is of another kind.
+std::optional<OpenedFile> openForReading(const std::u16string& pathname);
+
+} // namespace environment::local

@@ -1,0 +1,77 @@
+#include "environment/Services.hpp"
+
+#include <mutex>
+#include <utility>
+
+#include "environment/local/BuiltInServices.hpp"
+#include "environment/local/CurrentServices.hpp"
+
+namespace environment {
+
+namespace {
+
+Services builtInServices() {
+    return {.docDataRoot = local::installedDocDataRoot,
+            .supportedDocLanguages = local::translatedManualLanguages,
+            .docLanguage = local::languageOfMessageLocale,
+            .installedTopLevelDocProducts = local::productsOfInstalledProductsFile,
+            .supportPackageRoot = local::supportPackageFolder,
+            .installedHardwareSupportPackages = local::namesOfFoldersUnder};
+}
+
+class ServiceRegistry {
+public:
+    static ServiceRegistry& getInstance() {
+        static ServiceRegistry registry;
+        return registry;
+    }
+
+    std::shared_ptr<const Services> get() const {
+        const std::lock_guard lock(mutex_);
+        return services_;
+    }
+
+    // The former services go after the lock is released: a host's own destructors may call back.
+    void set(std::shared_ptr<const Services> services) {
+        const std::lock_guard lock(mutex_);
+        services_.swap(services);
+    }
+
+private:
+    mutable std::mutex mutex_; // guards services_
+    std::shared_ptr<const Services> services_ = std::make_shared<Services>(builtInServices());
+};
+
+template <typename Service>
+void fillIfEmpty(Service& service, Service& builtIn) {
+    if (!service)
+        service = std::move(builtIn);
+}
+
+} // namespace
+
+namespace local {
+
+std::shared_ptr<const Services> currentServices() {
+    return ServiceRegistry::getInstance().get();
+}
+
+} // namespace local
+
+void setServices(Services services) {
+    Services builtIn = builtInServices();
+    fillIfEmpty(services.docDataRoot, builtIn.docDataRoot);
+    fillIfEmpty(services.supportedDocLanguages, builtIn.supportedDocLanguages);
+    fillIfEmpty(services.docLanguage, builtIn.docLanguage);
+    fillIfEmpty(services.installedTopLevelDocProducts, builtIn.installedTopLevelDocProducts);
+    fillIfEmpty(services.supportPackageRoot, builtIn.supportPackageRoot);
+    fillIfEmpty(services.installedHardwareSupportPackages,
+                builtIn.installedHardwareSupportPackages);
+    ServiceRegistry::getInstance().set(std::make_shared<Services>(std::move(services)));
+}
+
+void resetServices() {
+    setServices({});
+}
+
+} // namespace environment

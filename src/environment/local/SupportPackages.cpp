@@ -1,0 +1,67 @@
+#include "environment/SupportPackages.hpp"
+
+#include <filesystem>
+#include <optional>
+#include <stdexcept>
+#include <system_error>
+
+#include "environment/DocProducts.hpp"
+#include "environment/PathAndText.hpp"
+#include "environment/local/BuiltInServices.hpp"
+#include "environment/local/CurrentServices.hpp"
+#include "environment/local/OpenedFile.hpp"
+
+namespace environment::local {
+
+namespace {
+
+/// Nothing for a name that is not UTF-8.
+std::optional<std::u16string> utf16Name(const std::filesystem::path& path) {
+    static const fl::i18n::codecvt_string_to_ustring decoder("utf8", false);
+    const std::string name = path.filename().string();
+    try {
+        return decoder.convert(name.data(), name.size());
+    } catch (const std::range_error&) {
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+std::u16string supportPackageFolder() {
+    return doc_products_shared::Docroot::getInstance().getDocDataRoot() +
+           fl::filesystem::upath_constant::PATHNAME_SEPARATOR + u"supportPackages";
+}
+
+std::unordered_set<std::u16string> namesOfFoldersUnder(const std::u16string& root) {
+    std::unordered_set<std::u16string> names;
+    const std::optional<std::string> path = accessPath(root);
+    std::error_code failure;
+    if (!path || !std::filesystem::exists(*path, failure)) {
+        if (failure)
+            throw std::filesystem::filesystem_error("support packages", *path, failure);
+        return names;
+    }
+    for (const auto& entry : std::filesystem::directory_iterator(*path)) {
+        std::error_code unknownKind;
+        if (!entry.is_directory(unknownKind))
+            continue;
+        if (auto name = utf16Name(entry.path()))
+            names.insert(*std::move(name));
+    }
+    return names;
+}
+
+} // namespace environment::local
+
+std::u16string SupportPackageRootReader::getSupportPackageRootNoCreate() const {
+    return environment::local::currentServices()->supportPackageRoot();
+}
+
+namespace install::product_impl::utils {
+
+std::unordered_set<std::u16string> getInstalledHardwareSupportPackages(const std::u16string& root) {
+    return environment::local::currentServices()->installedHardwareSupportPackages(root);
+}
+
+} // namespace install::product_impl::utils

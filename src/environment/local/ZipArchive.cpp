@@ -1,0 +1,174 @@
+#include "environment/local/ZipArchive.hpp"
+
+#include <cstdio>
+#include <optional>
+#include <stdexcept>
+#include <string_view>
+#include <utility>
+
+#include "environment/PathAndText.hpp"
+#include "environment/local/OpenedFile.hpp"
+
+namespace opc::zippackage {
+
+namespace {
+
+constexpr std::uint64_t kMaximumContentSize = std::uint64_t{1} << 30;
+
+class ZipError {
+public:
+    ZipError() noexcept { zip_error_init(&error_); }
+    ZipError(const ZipError&) = delete;
+    ZipError& operator=(const ZipError&) = delete;
+    ~ZipError() { zip_error_fini(&error_); }
+
+    zip_error_t* get() noexcept { return &error_; }
+
+private:
+    zip_error_t error_;
+};
+
+struct CloseFile {
+    void operator()(std::FILE* file) const noexcept { std::fclose(file); }
+};
+
+struct FreeSource {
+    void operator()(zip_source_t* source) const noexcept { zip_source_free(source); }
+};
+
+using ZipSource = std::unique_ptr<zip_source_t, FreeSource>;
+
+[[noreturn]] void throwBroken(const std::string& reason) {
+    throw std::runtime_error("zip package: " + reason);
+}
+
+/// The file at `path` for libzip; opened here, for libzip would wait for a named pipe.
+ZipSource openSource(const std::u16string& path) {
+    std::optional<environment::local::OpenedFile> opened = environment::local::openForReading(path);
+    if (!opened || opened->isFolder)
+        throwBroken("no file that can be read");
+    std::unique_ptr<std::FILE, CloseFile> file(::fdopen(opened->descriptor.get(), "rb"));
+    if (!file)
+        throwBroken("the file cannot be opened");
+    static_cast<void>(opened->descriptor.release());
+    ZipError error;
+    ZipSource source(zip_source_filep_create(file.get(), 0, -1, error.get()));
+    if (!source)
+        throwBroken(zip_error_strerror(error.get()));
+    static_cast<void>(file.release());
+    return source;
+}
+
+/// Nothing for a folder, and for an entry whose name cannot be had.
+std::optional<std::u16string> baseNameOfLeaf(zip_t* archive, std::uint64_t index) {
+    static const fl::i18n::codecvt_string_to_ustring decoder("utf8", true);
+    const char* name = zip_get_name(archive, index, ZIP_FL_ENC_GUESS);
+    const std::string_view path = name == nullptr ? "/" : name;
+    if (path.ends_with('/'))
+        return std::nullopt;
+    const std::string_view baseName = path.substr(path.rfind('/') + 1);
+    return decoder.convert(baseName.data(), baseName.size());
+}
+
+std::vector<ZipArchive::Leaf> listLeaves(zip_t* archive) {
+    const auto entryCount = static_cast<std::uint64_t>(zip_get_num_entries(archive, 0));
+    std::vector<ZipArchive::Leaf> leaves;
+    leaves.reserve(entryCount);
+    for (std::uint64_t index = 0; index < entryCount; ++index)
+        if (std::optional<std::u16string> baseName = baseNameOfLeaf(archive, index))
+            leaves.push_back({index, *std::move(baseName)});
+    return leaves;
+}
+
+/// The size that the entry is declared to have; throws when its content cannot be read at all.
+std::uint64_t checkReadable(zip_t* archive, std::uint64_t index) {
+    constexpr zip_uint64_t kNeeded =
+        ZIP_STAT_SIZE | ZIP_STAT_COMP_METHOD | ZIP_STAT_ENCRYPTION_METHOD;
+    zip_stat_t entry;
+    zip_stat_init(&entry);
+    if (zip_stat_index(archive, index, 0, &entry) != 0 || (entry.valid & kNeeded) != kNeeded)
+        throwBroken("no such entry");
+    if (entry.encryption_method != ZIP_EM_NONE)
+        throwBroken("encrypted entry");
+    if (zip_compression_method_supported(entry.comp_method, 0) == 0)
+        throwBroken("unsupported compression method");
+    if (entry.size > kMaximumContentSize)
+        throwBroken("entry of more than 1 GiB");
+    return entry.size;
+}
+
+} // namespace
+
+/// The content of one entry. libzip checks the checksum when it comes to the end of the content.
+class ZipArchive::Content final : public zqservices::ContentSource, private InputStream {
+public:
+    Content(std::shared_ptr<ZipArchive> archive, std::uint64_t index)
+        : archive_(std::move(archive)) {
+        const std::lock_guard lock(archive_->mutex_);
+        zip_t* const zip = archive_->archive_.get();
+        if (zip == nullptr)
+            throwBroken("not open");
+        remaining_ = checkReadable(zip, index);
+        file_.reset(zip_fopen_index(zip, index, 0));
+        if (!file_)
+            throwBroken(zip_strerror(zip));
+    }
+
+    ~Content() override {
+        const std::lock_guard lock(archive_->mutex_);
+        file_.reset();
+    }
+
+    InputStream& getInputStream() override { return *this; }
+
+private:
+    struct Close {
+        void operator()(zip_file_t* file) const noexcept { zip_fclose(file); }
+    };
+
+    std::size_t read(char* buffer, std::size_t capacity) override {
+        const std::lock_guard lock(archive_->mutex_);
+        const zip_int64_t count = zip_fread(file_.get(), buffer, capacity);
+        if (count < 0)
+            throwBroken(zip_file_strerror(file_.get()));
+        const auto size = static_cast<std::uint64_t>(count);
+        if (size > remaining_ || (size == 0 && capacity != 0 && remaining_ != 0))
+            throwBroken("entry of another size than declared");
+        remaining_ -= size;
+        return static_cast<std::size_t>(size);
+    }
+
+    std::shared_ptr<ZipArchive> archive_;
+    std::unique_ptr<zip_file_t, Close> file_;
+    std::uint64_t remaining_ = 0;
+};
+
+ZipArchive::ZipArchive(std::u16string path) : path_(std::move(path)) {}
+
+void ZipArchive::open() {
+    const std::lock_guard lock(mutex_);
+    if (archive_)
+        return;
+    ZipSource source = openSource(path_);
+    ZipError error;
+    std::unique_ptr<zip_t, Discard> archive(
+        zip_open_from_source(source.get(), ZIP_RDONLY, error.get()));
+    if (!archive)
+        throwBroken(zip_error_strerror(error.get()));
+    static_cast<void>(source.release());
+    leaves_ = std::make_shared<const std::vector<Leaf>>(listLeaves(archive.get()));
+    archive_ = std::move(archive);
+}
+
+std::shared_ptr<const std::vector<ZipArchive::Leaf>> ZipArchive::getLeaves() const {
+    const std::lock_guard lock(mutex_);
+    if (!leaves_)
+        throwBroken("not open");
+    return leaves_;
+}
+
+std::unique_ptr<zqservices::ContentSource> ZipArchive::openLeaf(const Leaf& leaf) {
+    return std::make_unique<Content>(shared_from_this(), leaf.index);
+}
+
+} // namespace opc::zippackage

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include <zip.h>
+
+#include "environment/ZipPackages.hpp"
+
+namespace opc {
+
+struct zqservices::FileSystemEntry::Leaf {
+    std::uint64_t index;
+    std::u16string baseName;
+};
+
+namespace zippackage {
+
+/// A zip file that is read through libzip. Any thread may use it.
+class ZipArchive : public std::enable_shared_from_this<ZipArchive> {
+public:
+    using Leaf = zqservices::FileSystemEntry::Leaf;
+
+    explicit ZipArchive(std::u16string path);
+
+    /// Does nothing when the archive is open already.
+    void open();
+
+    /// The leaves in the order of the central directory; throws when the archive is not open.
+    std::shared_ptr<const std::vector<Leaf>> getLeaves() const;
+
+    std::unique_ptr<zqservices::ContentSource> openLeaf(const Leaf& leaf);
+
+private:
+    class Content;
+
+    struct Discard {
+        void operator()(zip_t* archive) const noexcept { zip_discard(archive); }
+    };
+
+    const std::u16string path_;
+    mutable std::mutex mutex_; // guards the members below and all that libzip derives from them
+    std::unique_ptr<zip_t, Discard> archive_;
+    std::shared_ptr<const std::vector<Leaf>> leaves_;
+};
+
+} // namespace zippackage
+
+} // namespace opc

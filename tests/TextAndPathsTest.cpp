@@ -1,0 +1,243 @@
+#include "environment/PathAndText.hpp"
+
+#include <cstdint>
+#include <filesystem>
+#include <iterator>
+#include <limits>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include "support/ScopedRoot.hpp"
+
+namespace {
+
+using fl::filesystem::basic_ifstream;
+using fl::i18n::codecvt_ascii_to_ustring;
+using fl::i18n::codecvt_string_to_ustring;
+using testsupport::ScopedRoot;
+
+std::u16string decode(const std::string& text, bool replaceMalformed = true) {
+    return codecvt_string_to_ustring("utf8", replaceMalformed).convert(text.data(), text.size());
+}
+
+TEST(AsciiConverter, WidensEveryByteToTheUnitOfTheSameValue) {
+    std::string bytes;
+    for (int value = 0; value < 3 * 256 + 7; ++value)
+        bytes.push_back(static_cast<char>(value));
+    const std::u16string units = codecvt_ascii_to_ustring().convert(bytes.data(), bytes.size());
+    ASSERT_EQ(units.size(), bytes.size());
+    for (std::size_t i = 0; i < units.size(); ++i)
+        EXPECT_EQ(units[i], i % 256);
+    EXPECT_EQ(codecvt_ascii_to_ustring().convert(nullptr, 0), u"");
+}
+
+struct Decoding {
+    std::string utf8;
+    std::u16string utf16;
+    bool wellFormed;
+};
+
+using namespace std::string_literals;
+
+// Malformed rows: one U+FFFD per maximal subpart, after the tables of the Unicode Standard.
+const Decoding kDecodings[] = {
+    {"", u"", true},
+    {"plain", u"plain", true},
+    {"a\0b\0"s, u"a\0b\0"s, true},
+    {"\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80", u"\u00E9\u20AC\U0001F600", true},
+    {"\xEF\xBB\xBFx", u"\uFEFFx", true},
+    {"\xF4\x8F\xBF\xBF", u"\U0010FFFF", true},
+    {"\x80", u"\uFFFD", false},
+    {"\xC0\xAF", u"\uFFFD\uFFFD", false},
+    {"\xE0\x9F\x80", u"\uFFFD\uFFFD\uFFFD", false},
+    {"\xED\xA0\x80\xED\xB0\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD", false},
+    {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD", false},
+    {"\xF8\x88\x80\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD", false},
+    {"\xE2\x82"
+     "A",
+     u"\uFFFDA", false},
+    {"\xF0\x9F\x98"
+     "A",
+     u"\uFFFDA", false},
+    {"a\xF0\x9F", u"a\uFFFD", false},
+    {"\xC3", u"\uFFFD", false},
+    {"a\xF1\x80\x80\xE1\x80\xC2"
+     "b\x80"
+     "c\x80\xBF"
+     "d",
+     u"a\uFFFD\uFFFD\uFFFDb\uFFFDc\uFFFD\uFFFDd", false},
+};
+
+// Below, at and above the length up to which text is decoded on the stack.
+const std::size_t kPaddings[] = {0, 1, 1000, 1023, 1024, 1025, 70000};
+
+TEST(Utf8Converter, DecodesAndReplacesMaximalSubparts) {
+    for (const Decoding& row : kDecodings)
+        for (const std::size_t padding : kPaddings)
+            EXPECT_EQ(decode(std::string(padding, 'p') + row.utf8),
+                      std::u16string(padding, u'p') + row.utf16)
+                << testing::PrintToString(row.utf8) << " after " << padding;
+}
+
+TEST(Utf8Converter, ThrowsForMalformedTextWhenToldNotToReplace) {
+    for (const Decoding& row : kDecodings) {
+        SCOPED_TRACE(testing::PrintToString(row.utf8));
+        if (row.wellFormed)
+            EXPECT_EQ(decode(row.utf8, false), row.utf16);
+        else
+            EXPECT_THROW(decode(row.utf8, false), std::range_error);
+    }
+}
+
+TEST(Utf8Converter, RefusesWhatItCannotConvert) {
+    EXPECT_THROW(codecvt_string_to_ustring("utf16", true), std::invalid_argument);
+    const auto tooLong = std::size_t{std::numeric_limits<std::int32_t>::max()} + 1;
+    EXPECT_THROW(codecvt_string_to_ustring("utf8", true).convert("x", tooLong), std::length_error);
+}
+
+TEST(ToString, EncodesPairsWholeAndReplacesLoneSurrogates) {
+    const std::pair<std::u16string, std::string> rows[] = {
+        {u"", ""},
+        {u"a\0\u00E9\u20AC\U0001F600"s, "a\0\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80"s},
+        {{0xD800}, "\xEF\xBF\xBD"},
+        {{0xDC00, u'x'}, "\xEF\xBF\xBDx"},
+        {{0xDC00, 0xD800}, "\xEF\xBF\xBD\xEF\xBF\xBD"},
+        {{0xD800, 0xD83D, 0xDE00}, "\xEF\xBF\xBD\xF0\x9F\x98\x80"},
+    };
+    for (const auto& [utf16, utf8] : rows)
+        for (std::size_t padding = 0; padding < 1600; padding += padding < 505 ? 101 : 1)
+            ASSERT_EQ(fl::i18n::to_string(std::u16string(padding, u'p') + utf16),
+                      std::string(padding, 'p') + utf8)
+                << "after " << padding;
+}
+
+TEST(NativeForm, ReplacesLoneSurrogatesOnly) {
+    using fl::filesystem::detail::make_native_access_form_with_cleanup_i18n;
+    using fl::filesystem::detail::make_native_form;
+    EXPECT_EQ(make_native_form(u"/a//./b/\U0001F600", true), u"/a//./b/\U0001F600");
+    EXPECT_EQ(make_native_form({u'a', 0xD83D, u'/', 0xDE00, 0xD83D}, true),
+              u"a\uFFFD/\uFFFD\uFFFD");
+    EXPECT_EQ(make_native_access_form_with_cleanup_i18n({u'\u00E9', 0xD83D}),
+              "\xC3\xA9\xEF\xBF\xBD");
+}
+
+TEST(PathParts, StemAndExtensionOfTheLastComponent) {
+    const struct {
+        std::u16string path, stem, extension;
+    } rows[] = {
+        {u"", u"", u""},
+        {u"name", u"name", u""},
+        {u"name.json", u"name", u"json"},
+        {u"a.b.zip", u"a.b", u"zip"},
+        {u".json", u".json", u""},
+        {u"..json", u".", u"json"},
+        {u"name.", u"name", u""},
+        {u".", u".", u""},
+        {u"..", u"..", u""},
+        {u"/d.x/name", u"name", u""},
+        {u"/d.x/n.y", u"n", u"y"},
+        {u"/d.x/", u"", u""},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(fl::filesystem::detail::extract_stem(row.path), row.stem);
+        EXPECT_EQ(fl::filesystem::detail::extract_extension(row.path), row.extension);
+    }
+}
+
+TEST(PathParts, JoiningInsertsOneSeparatorWhereThereIsNone) {
+    const struct {
+        std::u16string path, name, joined;
+    } rows[] = {
+        {u"", u"f", u"f"},       {u"/", u"f", u"/f"},  {u"/d", u"f", u"/d/f"},
+        {u"/d/", u"f", u"/d/f"}, {u"/d", u"", u"/d/"},
+    };
+    for (const auto& row : rows) {
+        std::u16string path = row.path;
+        fl::filesystem::detail::concatenate_pathname(path, row.name, true);
+        EXPECT_EQ(path, row.joined);
+    }
+}
+
+TEST(InputFileStream, ReadsAFileWhole) {
+    const ScopedRoot root;
+    const std::string bytes(100'000, '\xE9');
+    root.writeFile(u8"dir/\u00E9\U0001F600", bytes);
+    basic_ifstream<char> file(root.pathOf(u8"dir/\u00E9\U0001F600"), std::ios_base::binary);
+    ASSERT_TRUE(file.is_open());
+    file.seekg(0, std::ios_base::end);
+    ASSERT_EQ(file.tellg(), 100'000);
+    file.seekg(0);
+    std::string content(bytes.size(), '\0');
+    EXPECT_TRUE(file.read(content.data(), static_cast<std::streamsize>(content.size())));
+    EXPECT_EQ(content, bytes);
+    basic_ifstream<char> atEnd(root.pathOf(u8"dir/\u00E9\U0001F600"), std::ios_base::ate);
+    EXPECT_EQ(atEnd.tellg(), 100'000);
+}
+
+TEST(InputFileStream, FolderOpensAndCannotBeSized) {
+    const ScopedRoot root;
+    basic_ifstream<char> folder(root.path(), std::ios_base::binary);
+    EXPECT_TRUE(folder.is_open());
+    folder.seekg(0, std::ios_base::end);
+    EXPECT_EQ(folder.tellg(), -1);
+    EXPECT_FALSE(folder);
+}
+
+TEST(InputFileStream, WhatIsNoFileIsNotOpenedAndNeverWaitedFor) {
+    const ScopedRoot root;
+    root.writeFile("file", "x");
+    root.makePipe("pipe");
+    std::filesystem::create_symlink("pipe", root.nativePathOf("link to pipe"));
+    std::filesystem::create_symlink("loop", root.nativePathOf("loop"));
+    const std::u16string paths[] = {
+        u"",
+        u"/dev/null",
+        root.pathOf("missing"),
+        root.pathOf("file/below"),
+        root.pathOf("pipe"),
+        root.pathOf("link to pipe"),
+        root.pathOf("loop"),
+        root.pathOf("file") + u'\0',
+        root.pathOf("file") + u"\0more"s,
+        root.path() + u'/' + std::u16string(300, u'n'),
+    };
+    for (const std::u16string& path : paths) {
+        const basic_ifstream<char> file(path, std::ios_base::binary);
+        EXPECT_FALSE(file.is_open()) << fl::i18n::to_string(path);
+        EXPECT_TRUE(file.fail());
+    }
+    basic_ifstream<char> linked(root.pathOf("file"), std::ios_base::binary);
+    EXPECT_TRUE(linked.is_open());
+}
+
+int openDescriptors() {
+    const std::filesystem::directory_iterator descriptors("/proc/self/fd");
+    return static_cast<int>(std::distance(begin(descriptors), end(descriptors)));
+}
+
+TEST(InputFileStream, NeverWaitsWhenThePathIsSwappedForAPipe) {
+    const ScopedRoot root;
+    root.writeFile("file", "x");
+    root.makePipe("pipe");
+    const int before = openDescriptors();
+    std::jthread swapping([&](const std::stop_token& stop) {
+        while (!stop.stop_requested())
+            for (const char* target : {"file", "pipe"}) {
+                std::filesystem::create_symlink(target, root.nativePathOf("new"));
+                std::filesystem::rename(root.nativePathOf("new"), root.nativePathOf("link"));
+            }
+    });
+    for (int round = 0; round < 5000; ++round) {
+        basic_ifstream<char> file(root.pathOf("link"), std::ios_base::binary);
+        EXPECT_TRUE(!file.is_open() || file.get() == 'x');
+    }
+    swapping.request_stop();
+    swapping.join();
+    EXPECT_EQ(openDescriptors(), before);
+}
+
+} // namespace

@@ -1,0 +1,265 @@
+#include "environment/ZipPackages.hpp"
+
+#include <chrono>
+#include <cstdint>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/ScopedRoot.hpp"
+#include "support/ZipFile.hpp"
+
+namespace {
+
+using opc::zqservices::FileSystemEntry;
+using opc::zqservices::FileSystemManager;
+using opc::zqservices::TransformMode;
+using testing::ElementsAre;
+using testsupport::ScopedRoot;
+using testsupport::ZipBytes;
+using testsupport::ZipFile;
+using testsupport::ZipMethod;
+
+/// A package with all that reading it takes.
+class OpenPackage {
+public:
+    explicit OpenPackage(const std::u16string& path, bool open = true)
+        : selector_(storage::microservicestoragesystem::GetStorageSystemReference()),
+          physical_(path, selector_, true), package_(physical_), manager_(package_, selector_) {
+        if (open)
+            package_.open(opc::interfaces::OpenMode::Read);
+    }
+
+    void openAgain() { package_.open(opc::interfaces::OpenMode::Read); }
+    std::vector<FileSystemEntry> leaves() const { return manager_.getAllLeafs(); }
+
+    std::vector<std::u16string> names() const {
+        std::vector<std::u16string> names;
+        for (const FileSystemEntry& leaf : leaves())
+            names.push_back(leaf.getBaseName());
+        return names;
+    }
+
+    std::string content(const FileSystemEntry& leaf) const {
+        const auto source = manager_.getFileContentSource(leaf, TransformMode::Decoded);
+        std::ostringstream output;
+        opc::StreamHelper::copyStreamToStream(source->getInputStream(), output);
+        return output.str();
+    }
+
+    std::string content(std::size_t leaf) const { return content(leaves().at(leaf)); }
+
+private:
+    opc::FileSystemOpsSelector selector_;
+    opc::zippackage::ZipPhysicalPackage physical_;
+    opc::model::Package package_;
+    FileSystemManager manager_;
+};
+
+/// Text that does not compress to nothing.
+std::string longText() {
+    std::string text;
+    for (int line = 0; line < 40'000; ++line)
+        text += std::to_string(line * 7919 % 100'003) + '\n';
+    return text;
+}
+
+ZipFile threeEntries() {
+    return ZipFile()
+        .add("before.json", "before", ZipMethod::Stored)
+        .add("tested.json", longText())
+        .add("after.json", "after");
+}
+
+TEST(ZipPackages, LeavesAreInDirectoryOrderWithoutFolders) {
+    const ScopedRoot root;
+    ZipFile()
+        .add("z.json", "1", ZipMethod::Stored)
+        .add("folder/", "")
+        .add("folder/deeper/a.json", longText())
+        .add("z.json", "2")
+        .add("folder/z.json", "")
+        .add("\xC3\xA9\xF0\x9F\x98\x80.json", "4")
+        .write(root.nativePathOf("p.zip"));
+    OpenPackage package(root.pathOf("p.zip"));
+    EXPECT_THAT(package.names(),
+                ElementsAre(u"z.json", u"a.json", u"z.json", u"z.json", u"\u00E9\U0001F600.json"));
+    EXPECT_EQ(package.content(0), "1");
+    EXPECT_EQ(package.content(1), longText());
+    EXPECT_EQ(package.content(2), "2");
+    EXPECT_EQ(package.content(3), "");
+    package.openAgain();
+    EXPECT_EQ(package.content(4), "4");
+}
+
+TEST(ZipPackages, NamesThatAreNotUtf8AreReadAsCodePage437) {
+    const ScopedRoot root;
+    ZipFile().add("u.json", "").build().setName(0, "\x81.json").write(root.nativePathOf("p.zip"));
+    EXPECT_THAT(OpenPackage(root.pathOf("p.zip")).names(), ElementsAre(u"\u00FC.json"));
+}
+
+TEST(ZipPackages, EntriesOutliveThePackage) {
+    const ScopedRoot root;
+    threeEntries().write(root.nativePathOf("p.zip"));
+    const FileSystemEntry entry = OpenPackage(root.pathOf("p.zip")).leaves().at(1);
+    EXPECT_EQ(entry.getBaseName(), u"tested.json");
+}
+
+TEST(ZipPackages, AnEmptyPackageHasNoLeaves) {
+    const ScopedRoot root;
+    root.writeFile("p.zip", std::string("PK\5\6") + std::string(18, '\0'));
+    EXPECT_THAT(OpenPackage(root.pathOf("p.zip")).names(), testing::IsEmpty());
+}
+
+TEST(ZipPackages, AreNotReadBeforeTheyAreOpened) {
+    const ScopedRoot root;
+    threeEntries().write(root.nativePathOf("p.zip"));
+    OpenPackage package(root.pathOf("p.zip"), false);
+    EXPECT_THROW(package.leaves(), std::runtime_error);
+    const auto leaves = OpenPackage(root.pathOf("p.zip")).leaves();
+    EXPECT_THROW(package.content(leaves.front()), std::runtime_error);
+    package.openAgain();
+    EXPECT_EQ(package.leaves().size(), 3U);
+}
+
+TEST(ZipPackages, OpeningWhatIsNoPackageThrowsAndNeverWaits) {
+    const ScopedRoot root;
+    root.writeFile("text", "no zip at all, whatever its name says");
+    root.writeFile("empty", "");
+    root.makeFolder("folder");
+    root.makePipe("pipe");
+    threeEntries().build().truncate(500).write(root.nativePathOf("truncated"));
+    for (const char* name : {"text", "empty", "folder", "pipe", "truncated", "missing"})
+        EXPECT_THROW(OpenPackage(root.pathOf(name)), std::runtime_error) << name;
+}
+
+std::string littleEndian(std::uint64_t number, int width) {
+    std::string bytes;
+    for (; width > 0; --width, number >>= 8)
+        bytes.push_back(static_cast<char>(number & 0xFF));
+    return bytes;
+}
+
+/// A package of one entry, in the large format, whose directory is said to have `count` entries.
+std::string packageOfDeclaredCount(std::uint64_t count) {
+    const std::string entry =
+        "PK\1\2" + std::string(24, '\0') + littleEndian(6, 2) + std::string(16, '\0') + "a.json";
+    const std::string end64 = "PK\6\6" + littleEndian(44, 8) + littleEndian(45, 2) +
+                              littleEndian(45, 2) + std::string(8, '\0') + littleEndian(count, 8) +
+                              littleEndian(count, 8) + littleEndian(entry.size(), 8) +
+                              littleEndian(0, 8);
+    const std::string locator =
+        "PK\6\7" + std::string(4, '\0') + littleEndian(entry.size(), 8) + littleEndian(1, 4);
+    return entry + end64 + locator + "PK\5\6" + std::string(4, '\0') + std::string(12, '\xFF') +
+           std::string(2, '\0');
+}
+
+TEST(ZipPackages, ADirectoryIsNotBelievedToBeLargerThanItsFile) {
+    const ScopedRoot root;
+    root.writeFile("p.zip", packageOfDeclaredCount(1));
+    EXPECT_THAT(OpenPackage(root.pathOf("p.zip")).names(), ElementsAre(u"a.json"));
+    for (const int bits : {1, 28, 58, 63}) {
+        root.writeFile("p.zip", packageOfDeclaredCount(std::uint64_t{1} << bits));
+        const auto begin = std::chrono::steady_clock::now();
+        EXPECT_THROW(OpenPackage(root.pathOf("p.zip")), std::runtime_error);
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(1));
+    }
+}
+
+TEST(ZipPackages, ADamagedEntryCostsThatEntryOnly) {
+    const struct {
+        const char* damage;
+        ZipBytes bytes;
+    } rows[] = {
+        {"checksum", threeEntries().build().breakChecksum(1)},
+        {"encrypted", threeEntries().build().markEncrypted(1)},
+        {"unknown method", threeEntries().build().setMethod(1, 77)},
+        {"method of another entry", threeEntries().build().setMethod(1, 0)},
+        {"content", threeEntries().build().setContentByte(1, 0xFF)},
+        {"less declared", threeEntries().build().setDeclaredSize(1, 5)},
+        {"nothing declared", threeEntries().build().setDeclaredSize(1, 0)},
+        {"more declared", threeEntries().build().setDeclaredSize(1, 1U << 29)},
+        {"more than 1 GiB declared", threeEntries().build().setDeclaredSize(1, (1U << 30) + 1)},
+    };
+    const ScopedRoot root;
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.damage);
+        row.bytes.write(root.nativePathOf("p.zip"));
+        const OpenPackage package(root.pathOf("p.zip"));
+        ASSERT_EQ(package.leaves().size(), 3U);
+        EXPECT_EQ(package.content(0), "before");
+        EXPECT_THROW(package.content(1), std::runtime_error);
+        EXPECT_EQ(package.content(2), "after");
+    }
+}
+
+TEST(ZipPackages, NoByteOfAPackageIsTrusted) {
+    const ZipBytes sound = ZipFile().add("a.json", "[1]").add("b.json", "[2]").build();
+    const ScopedRoot root;
+    for (std::size_t offset = 0; offset < sound.size(); ++offset)
+        for (const char value : {'\0', '\x7F', '\xFF'}) {
+            ZipBytes(sound)
+                .setByte(offset, static_cast<unsigned char>(value))
+                .write(root.nativePathOf("p.zip"));
+            try {
+                const OpenPackage package(root.pathOf("p.zip"));
+                for (const FileSystemEntry& leaf : package.leaves())
+                    EXPECT_LE(package.content(leaf).size(), 3U);
+            } catch (const std::runtime_error&) {
+            }
+        }
+}
+
+TEST(ZipPackages, AStreamThatTakesNothingIsReported) {
+    const ScopedRoot root;
+    threeEntries().write(root.nativePathOf("p.zip"));
+    opc::FileSystemOpsSelector selector(
+        storage::microservicestoragesystem::GetStorageSystemReference());
+    opc::zippackage::ZipPhysicalPackage physical(root.pathOf("p.zip"), selector, true);
+    opc::model::Package package(physical);
+    package.open(opc::interfaces::OpenMode::Read);
+    const FileSystemManager manager(package, selector);
+    const auto source =
+        manager.getFileContentSource(manager.getAllLeafs().front(), TransformMode::Decoded);
+    std::ostream nowhere(nullptr);
+    EXPECT_THROW(opc::StreamHelper::copyStreamToStream(source->getInputStream(), nowhere),
+                 std::runtime_error);
+}
+
+TEST(ZipPackages, ManyThreadsReadThroughOneManager) {
+    const ScopedRoot root;
+    ZipFile file;
+    for (int entry = 0; entry < 8; ++entry)
+        file.add(std::to_string(entry) + ".json", std::to_string(entry) + longText());
+    file.write(root.nativePathOf("p.zip"));
+    const OpenPackage package(root.pathOf("p.zip"));
+    std::vector<std::jthread> threads;
+    for (std::size_t thread = 0; thread < 4; ++thread)
+        threads.emplace_back([&package, thread] {
+            for (std::size_t round = 0; round < 16; ++round) {
+                const std::size_t leaf = (round * (thread + 1)) % 8;
+                EXPECT_EQ(package.content(leaf), std::to_string(leaf) + longText());
+            }
+        });
+}
+
+TEST(ZipPackages, SeventyThousandLeavesAreListedQuickly) {
+    const ScopedRoot root;
+    ZipFile file;
+    for (int entry = 0; entry < 70'000; ++entry)
+        file.add("folder/entry_" + std::to_string(entry) + ".json", "", ZipMethod::Stored);
+    file.write(root.nativePathOf("p.zip"));
+    const auto begin = std::chrono::steady_clock::now();
+    const OpenPackage package(root.pathOf("p.zip"));
+    const std::vector<std::u16string> names = package.names();
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
+    ASSERT_EQ(names.size(), 70'000U);
+    EXPECT_EQ(names.back(), u"entry_69999.json");
+}
+
+} // namespace
