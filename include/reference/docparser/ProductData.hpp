@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+
+#include "environment/ZipPackages.hpp"
+#include "reference/docparser/Export.hpp"
+
+namespace reference::docparser {
+
+/// What every found product resource file has.
+struct DOCPARSER_API ProductData {
+    ProductData(std::u16string name, bool nonEnglishLocale);
+
+    /// The file's name without its last extension; a language suffix stays part of it, so that of
+    /// `alpha_ja.json` is alpha_ja.
+    const std::u16string& getName() const noexcept;
+
+    /// Whether the file was taken for the current documentation language's variant; false for a
+    /// base (English) file.
+    bool isNonEnglishLocale() const noexcept;
+
+    std::u16string name;
+    bool nonEnglishLocale;
+};
+
+/// A product resource file on disk: a plain JSON file or a zip package.
+struct DOCPARSER_API ProductPathData : ProductData {
+    ProductPathData(std::u16string name, bool nonEnglishLocale, std::u16string fullPath);
+
+    const std::u16string& getFullPath() const noexcept;
+
+    std::u16string fullPath;
+};
+
+/// A product resource file inside an open zip package. The record owns neither the package nor
+/// its manager: it is valid only as long as the package is open.
+struct DOCPARSER_API ProductZipData : ProductData {
+    ProductZipData(std::u16string name, bool nonEnglishLocale,
+                   const opc::zqservices::FileSystemEntry& entry,
+                   opc::zqservices::FileSystemManager* fileSystemManager);
+
+    const opc::zqservices::FileSystemEntry& getEntry() const noexcept;
+
+    /// The manager of the open package that holds the entry; never null.
+    opc::zqservices::FileSystemManager* getFileSystemManager() const noexcept;
+
+    opc::zqservices::FileSystemEntry entry;
+    opc::zqservices::FileSystemManager* fileSystemManager;
+};
+
+} // namespace reference::docparser

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <vector>
+
+#include <boost/json/array.hpp>
+#include <boost/json/object.hpp>
+#include <boost/json/value.hpp>
+
+#include "reference/docparser/DocParserException.hpp"
+#include "reference/docparser/ParsingTools.hpp"
+
+/// Kind-checked access to JSON documents, the only one that the parsers use: a value of another
+/// kind than asked for, and a required member that is missing, throw `DocParserException`.
+namespace reference::docparser {
+
+inline const boost::json::object& getJsonObject(const boost::json::value& value) {
+    if (const boost::json::object* object = value.if_object())
+        return *object;
+    throw DocParserException();
+}
+
+/// The UTF-8 bytes of a JSON string, valid as long as the document.
+inline std::string_view getJsonText(const boost::json::value& value) {
+    if (const boost::json::string* text = value.if_string())
+        return {text->data(), text->size()};
+    throw DocParserException();
+}
+
+/// Null when there is no such member.
+inline const boost::json::value* findMember(const boost::json::object& object,
+                                            const std::string& key) {
+    return object.if_contains(key);
+}
+
+inline const boost::json::value& getMember(const boost::json::object& object,
+                                           const std::string& key) {
+    if (const boost::json::value* member = findMember(object, key))
+        return *member;
+    throw DocParserException();
+}
+
+/// The results of `read` for each element of a list, in order.
+template <typename Read>
+auto readElements(const boost::json::array& elements, Read read) {
+    std::vector<std::invoke_result_t<Read, const boost::json::value&>> results;
+    results.reserve(elements.size());
+    for (const boost::json::value& element : elements)
+        results.push_back(read(element));
+    return results;
+}
+
+/// The results of `read` for each object of the optional list member `key`, in order.
+template <typename Read>
+auto readObjects(const boost::json::object& object, const std::string& key, Read read) {
+    std::vector<std::invoke_result_t<Read, const boost::json::object&>> results;
+    if (const boost::json::value* list = findMember(object, key)) {
+        results = readElements(
+            DocResourceParser::ParsingTools::getJsonArray(*list),
+            [&read](const boost::json::value& element) { return read(getJsonObject(element)); });
+    }
+    return results;
+}
+
+/// The texts of a list of strings, in order.
+inline std::vector<std::u16string>
+readTexts(const boost::json::array& texts,
+          DocResourceParser::ParsingTools::StringParsingType type) {
+    return readElements(texts, [type](const boost::json::value& text) {
+        return DocResourceParser::ParsingTools::getFluString(text, type);
+    });
+}
+
+} // namespace reference::docparser

@@ -1,0 +1,33 @@
+#include "settings/DiagnosticLog.hpp"
+
+#include <utility>
+
+#include <boost/log/sources/record_ostream.hpp>
+
+#include "environment/PathAndText.hpp"
+#include "settings/Constants.hpp"
+
+namespace reference::docparser {
+namespace {
+
+// Boost.Log's conversion to narrow text never ends on a lone high surrogate at the end of a text.
+std::u16string makeWellFormed(const std::u16string& text) {
+    const std::string utf8 = fl::i18n::to_string(text);
+    return utf8Converter.convert(utf8.data(), utf8.size());
+}
+
+} // namespace
+
+void logRecord(std::uint32_t severity, const char* message, const std::u16string& argument) {
+    if (!docParserLogger.isEnabled(severity))
+        return;
+    boost::log::record record = docParserLogger.open_record(severity);
+    if (!record)
+        return;
+    boost::log::record_ostream stream(record);
+    stream << message << makeWellFormed(argument);
+    stream.flush();
+    docParserLogger.push_record(std::move(record));
+}
+
+} // namespace reference::docparser

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "environment/DocProducts.hpp"
+#include "reference/docparser/DocResourceParser.hpp"
+
+/// The library's only mutable state: three immutable snapshots, each behind a mutex of its own.
+///
+/// Lock order: `referenceRootsMutex` and `topLevelProductsMutex` are only ever taken together by
+/// deadlock-avoiding acquisition; `supportPackageCacheMutex` may be taken inside the two, or
+/// together with `topLevelProductsMutex` by the same acquisition, and nothing is locked inside it.
+/// Readers copy a snapshot under its mutex and work on it without.
+namespace reference::docparser {
+
+using TopLevelProductList = std::shared_ptr<
+    const std::vector<std::shared_ptr<const doc_products_shared::TopLevelDocProduct>>>;
+using TopLevelProductsProvider = std::function<TopLevelProductList()>;
+using SupportPackageSet = std::shared_ptr<const std::unordered_set<std::u16string>>;
+
+/// Guards `topLevelProductsProvider`, and is held while the provider runs.
+extern std::mutex topLevelProductsMutex;
+/// Tells which top-level products are installed; never empty.
+extern TopLevelProductsProvider topLevelProductsProvider;
+
+/// Guards `supportPackageCache`, and is held while the cache is filled.
+extern std::mutex supportPackageCacheMutex;
+/// The names of the installed hardware support packages; null until the first question.
+extern SupportPackageSet supportPackageCache;
+
+/// Guards `currentReferenceRoots`, and is held while roots are made.
+extern std::mutex referenceRootsMutex;
+/// Null until the first question or setting.
+extern std::shared_ptr<const DocResourceParser::ReferenceRoots> currentReferenceRoots;
+
+/// Asks the documentation product cache, anew at each call.
+TopLevelProductList defaultTopLevelProductsProvider();
+
+} // namespace reference::docparser

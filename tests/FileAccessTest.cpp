@@ -1,0 +1,174 @@
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "environment/PathAndText.hpp"
+#include "environment/ZipPackages.hpp"
+#include "reference/docparser/DocResourceParser.hpp"
+#include "reference/docparser/ProductData.hpp"
+#include "support/LibraryFixture.hpp"
+#include "support/LogCapture.hpp"
+#include "support/ScopedRoot.hpp"
+#include "support/ZipFile.hpp"
+
+namespace reference::docparser::DocResourceParser {
+namespace {
+
+using namespace std::string_literals;
+using fl::i18n::to_string;
+
+using testsupport::kChannel;
+
+class FileAccessTest : public testsupport::LibraryFixture {
+protected:
+    FileAccessTest() { enableSeverities(16 | 512); }
+
+    testsupport::ScopedRoot root;
+};
+
+std::string allByteValues() {
+    std::string bytes;
+    for (int value = 0; value < 256; ++value)
+        bytes += static_cast<char>(value);
+    return bytes;
+}
+
+const std::vector<std::string> kContents = {
+    "",
+    "{}",
+    "\xEF\xBB\xBF{}",
+    "\0\0x\0"s,
+    "a\r\nb\rc\n\x1A",
+    allByteValues(),
+    std::string(3 << 20, 'x') + "end",
+};
+
+TEST_F(FileAccessTest, FilesComeBackByteForByte) {
+    for (const char* name : {"plain.json", "ä 日本 \U0001F600.json", "no extension"}) {
+        for (std::size_t i = 0; i < kContents.size(); ++i) {
+            root.writeFile(name, kContents[i]);
+            const std::u16string path = root.pathOf(name);
+            const std::vector<std::string> reading{"Reading file: " + to_string(path)};
+            const testsupport::LogCapture log;
+            EXPECT_TRUE(openAndReadFile(path) == kContents[i]) << name << ", content " << i;
+            EXPECT_EQ(log.messages(), reading);
+        }
+    }
+}
+
+TEST_F(FileAccessTest, ProductsOnDiskAreReadByTheirFullPath) {
+    root.writeFile("abc.json", "content");
+    const std::u16string path = root.pathOf("abc.json");
+    const testsupport::LogCapture log;
+    EXPECT_EQ(openAndReadFile(ProductPathData(u"name", true, path)), "content");
+    EXPECT_EQ(log.messages(), std::vector<std::string>{"Reading file: " + to_string(path)});
+}
+
+TEST_F(FileAccessTest, WhatCannotBeReadIsEmpty) {
+    root.writeFile("file.json", "content");
+    root.makeFolder("folder.json");
+    root.makePipe("pipe.json");
+    std::filesystem::create_symlink("nowhere", root.nativePathOf("dangling.json"));
+    std::filesystem::create_symlink("loop.json", root.nativePathOf("loop.json"));
+    struct Case {
+        std::u16string path;
+        bool isProblem;
+    };
+    for (const auto& [path, isProblem] : {
+             Case{root.pathOf("missing.json"), false},
+             Case{root.pathOf("file.json") + u"/file.json", false},
+             Case{root.pathOf("file.json") + u'\0' + u"x", false},
+             Case{root.pathOf("pipe.json"), false},
+             Case{root.pathOf("dangling.json"), false},
+             Case{root.pathOf("loop.json"), false},
+             Case{root.pathOf("") + std::u16string(5000, u'x'), false},
+             Case{root.pathOf("\xED\xA0\x80.json"), false},
+             Case{u"", false},
+             Case{root.pathOf("folder.json"), true},
+             Case{u"/", true},
+         }) {
+        std::vector<std::string> expected{"Reading file: " + to_string(path)};
+        if (isProblem)
+            expected.push_back("Problem reading JSON file: " + to_string(path));
+        const testsupport::LogCapture log;
+        EXPECT_EQ(openAndReadFile(path), "") << to_string(path);
+        EXPECT_EQ(log.messages(), expected);
+    }
+}
+
+/// A zip package on disk, open.
+class OpenPackage {
+public:
+    explicit OpenPackage(const std::u16string& path) : physical_(path, operations_, true) {
+        package_.open(opc::interfaces::OpenMode::Read);
+    }
+
+    std::vector<ProductZipData> products() {
+        std::vector<ProductZipData> products;
+        for (const auto& leaf : manager_.getAllLeafs())
+            products.emplace_back(u"product" + std::u16string(products.size(), u'+'), false, leaf,
+                                  &manager_);
+        return products;
+    }
+
+private:
+    opc::FileSystemOpsSelector operations_{
+        storage::microservicestoragesystem::GetStorageSystemReference()};
+    opc::zippackage::ZipPhysicalPackage physical_;
+    opc::model::Package package_{physical_};
+    opc::zqservices::FileSystemManager manager_{package_, operations_};
+};
+
+TEST_F(FileAccessTest, ABrokenZipEntryIsEmptyAndCostsNoOther) {
+    const std::string content(1 << 20, 'x');
+    const testsupport::ZipBytes sound =
+        testsupport::ZipFile().add("0.json", content).add("1.json", content).build();
+    const std::pair<const char*, testsupport::ZipBytes> rows[] = {
+        {"cannot be opened", testsupport::ZipBytes(sound).markEncrypted(1)},
+        {"breaks at its beginning", testsupport::ZipBytes(sound).setContentByte(1, 0xFF)},
+        {"breaks at its end", testsupport::ZipBytes(sound).breakChecksum(1)},
+    };
+    const std::vector<testsupport::LogRecord> expected{
+        {"Reading file: product+", kChannel, 16},
+        {"Error reading file: product+", kChannel, 16},
+        {"Reading file: product", kChannel, 16},
+    };
+    for (const auto& [damage, bytes] : rows) {
+        bytes.write(root.nativePathOf("package.zip"));
+        OpenPackage package(root.pathOf("package.zip"));
+        const auto products = package.products();
+        ASSERT_EQ(products.size(), 2U) << damage;
+        const testsupport::LogCapture log;
+        EXPECT_EQ(openAndReadFile(products[1]), "") << damage;
+        EXPECT_TRUE(openAndReadFile(products[0]) == content) << damage;
+        EXPECT_EQ(log.records(), expected) << damage;
+    }
+}
+
+TEST(ProductDataTest, GivesBackWhatItWasMadeOf) {
+    const ProductPathData product(u"alpha_ja", true, u"/x/alpha_ja.json");
+    EXPECT_EQ(product.getName(), u"alpha_ja");
+    EXPECT_TRUE(product.isNonEnglishLocale());
+    EXPECT_EQ(product.getFullPath(), u"/x/alpha_ja.json");
+    EXPECT_FALSE(ProductData(u"alpha", false).isNonEnglishLocale());
+}
+
+TEST(FileNameRulesTest, TheLastExtensionDecides) {
+    const std::pair<const char16_t*, bool> cases[] = {
+        {u"alpha.json", true},    {u"alpha.zip", true},       {u"alpha_ja.json", true},
+        {u"alpha.tar.zip", true}, {u"/a.b/alpha.json", true}, {u"alpha..json", true},
+        {u"alpha.JSON", false},   {u"alpha.Zip", false},      {u"alpha.json.bak", false},
+        {u"alpha.txt", false},    {u"alpha", false},          {u"/x.json/alpha", false},
+        {u"json", false},         {u".json", false},          {u"alpha.json ", false},
+        {u"alpha.jsonl", false},  {u"alpha.", false},         {u"", false},
+    };
+    for (const auto& [name, isValid] : cases)
+        EXPECT_EQ(isValidFilename(fl::filesystem::upath(name)), isValid) << to_string(name);
+}
+
+} // namespace
+} // namespace reference::docparser::DocResourceParser

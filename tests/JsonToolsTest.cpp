@@ -1,0 +1,181 @@
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <boost/json/parse.hpp>
+#include <boost/json/string.hpp>
+#include <boost/json/value.hpp>
+#include <gtest/gtest.h>
+
+#include "environment/Services.hpp"
+#include "reference/docparser/DocParserException.hpp"
+#include "reference/docparser/ParsingTools.hpp"
+#include "support/JsonMutations.hpp"
+#include "support/ScopedServices.hpp"
+
+namespace reference::docparser::DocResourceParser::ParsingTools {
+namespace {
+
+namespace json = boost::json;
+using namespace std::string_literals;
+using testsupport::ScopedServices;
+using testsupport::valuesOfOtherKinds;
+using testsupport::withoutMember;
+using testsupport::withValue;
+
+constexpr auto kAscii = StringParsingType::Ascii;
+constexpr auto kUtf8 = StringParsingType::Utf8;
+
+struct Text {
+    std::string bytes;
+    std::u16string decoded;
+};
+
+std::u16string widened(const std::string& bytes) {
+    std::u16string units;
+    for (const char byte : bytes)
+        units += static_cast<unsigned char>(byte);
+    return units;
+}
+
+// Malformed text, which no parsed document holds, is put into the values directly: one U+FFFD
+// stands for each maximal subpart.
+const std::vector<Text> kTexts = {
+    {"", u""},
+    {"abc", u"abc"},
+    {"\x01~", u"\x01~"},
+    {"a\x7F", u"a\x7F"},
+    {"a\0b"s, u"a\0b"s},
+    {"\xC3\xA9", u"\u00E9"},
+    {"x\xE6\x97\xA5", u"x\u65E5"},
+    {"\xEF\xBB\xBFx", u"\uFEFFx"},
+    {"\xF4\x8F\xBF\xBF", u"\U0010FFFF"},
+    {std::string(5000, 'x') + "\xC3\xA9", std::u16string(5000, u'x') + u"\u00E9"},
+    {"a\x80z", u"a\uFFFDz"},
+    {"\xC3", u"\uFFFD"},
+    {"\xC3(", u"\uFFFD("},
+    {"\xE2\x82", u"\uFFFD"},
+    {"\xE2(\xA1", u"\uFFFD(\uFFFD"},
+    {"\xF0\x9F\x98z", u"\uFFFDz"},
+    {"\xC0\xAF", u"\uFFFD\uFFFD"},
+    {"\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD"},
+    {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
+    {"\xFE\xFFz", u"\uFFFD\uFFFDz"}};
+
+TEST(TextConversionTest, DecodesUtf8OrWidensBytes) {
+    for (const auto& [bytes, decoded] : kTexts) {
+        const json::value value = json::string(bytes);
+        EXPECT_EQ(getFluString(value, kUtf8), decoded) << value;
+        EXPECT_EQ(getFluString(value, kAscii), widened(bytes)) << value;
+    }
+}
+
+TEST(TextConversionTest, AnyTypeButAsciiIsUtf8) {
+    const json::value value = "\xC3\xA9";
+    for (const int type : {1, 2, -1, 256})
+        EXPECT_EQ(getFluString(value, static_cast<StringParsingType>(type)), u"\u00E9") << type;
+}
+
+TEST(MemberAccessTest, FindsExactlyTheNamedMember) {
+    const json::object object =
+        json::parse(R"({"name": "é", "empty": "", "name": "ü", "": "x"})").as_object();
+    EXPECT_EQ(getFluString(object, "name", kUtf8), u"ü") << "the last of two counts";
+    EXPECT_EQ(getFluString(object, "name", kAscii), u"\u00C3\u00BC");
+    EXPECT_EQ(getFluStringWithFallback(object, "name", kUtf8), u"ü");
+    EXPECT_EQ(getFluStringWithFallback(object, "name", kAscii), u"\u00C3\u00BC");
+    EXPECT_EQ(getFluString(object, "empty", kUtf8), u"");
+    EXPECT_EQ(getFluString(object, "", kUtf8), u"x");
+    for (const std::string& key : {"Name"s, "nam"s, "name "s, "name\0"s}) {
+        EXPECT_THROW(getFluString(object, key, kUtf8), DocParserException) << key;
+        EXPECT_EQ(getFluStringWithFallback(object, key, kUtf8), u"") << key;
+    }
+}
+
+TEST(MemberAccessTest, RefusesOtherKinds) {
+    for (const json::value& other : valuesOfOtherKinds("text")) {
+        const json::object object{{"key", other}};
+        EXPECT_THROW(getFluString(other, kAscii), DocParserException) << other;
+        EXPECT_THROW(getFluString(object, "key", kUtf8), DocParserException) << other;
+        EXPECT_THROW(getFluStringWithFallback(object, "key", kUtf8), DocParserException) << other;
+    }
+    for (const json::value& other : valuesOfOtherKinds(json::array())) {
+        EXPECT_THROW(getJsonArray(other), DocParserException) << other;
+        EXPECT_THROW(getJsonArray({{"key", other}}, "key"), DocParserException) << other;
+    }
+    for (const json::value& other : valuesOfOtherKinds(json::object()))
+        EXPECT_THROW(getJsonArray(other, "key"), DocParserException) << other;
+    EXPECT_THROW(getJsonArray(json::object(), "key"), DocParserException);
+}
+
+TEST(MemberAccessTest, ArraysAreViewsIntoTheDocument) {
+    const json::value document = json::parse(R"({"list": [1, 2], "empty": []})");
+    const json::value& list = document.at("list");
+    EXPECT_EQ(&getJsonArray(list), &list.as_array());
+    EXPECT_EQ(&getJsonArray(document, "list"), &list.as_array());
+    EXPECT_EQ(getJsonArray(document, "empty").size(), 0U);
+}
+
+const json::value kHeader = json::parse(R"({"other": 1, "helpLocation": "location é",
+    "productName": "name é", "helpFolder": "folder é", "baseCode": "code é"})");
+
+TEST(HeaderInfoTest, ReadsTheFourMembers) {
+    const auto header = getHeaderInfo(kHeader);
+    EXPECT_EQ(header.getProductName(), u"name \u00E9");
+    EXPECT_EQ(header.getBaseCode(), u"code \u00C3\u00A9");
+    EXPECT_EQ(header.getHelpFolder(), u"folder \u00C3\u00A9");
+    EXPECT_EQ(header.getHelpLocation(), u"location \u00C3\u00A9");
+}
+
+TEST(HeaderInfoTest, RequiresAllOfThemAsStrings) {
+    for (const char* key : {"/productName", "/baseCode", "/helpFolder", "/helpLocation"}) {
+        EXPECT_NO_THROW(getHeaderInfo(withValue(kHeader, key, ""))) << key;
+        EXPECT_THROW(getHeaderInfo(withoutMember(kHeader, key)), DocParserException) << key;
+        for (const json::value& other : valuesOfOtherKinds("text"))
+            EXPECT_THROW(getHeaderInfo(withValue(kHeader, key, other)), DocParserException)
+                << key << ": " << other;
+    }
+    for (const json::value& other : valuesOfOtherKinds(kHeader))
+        EXPECT_THROW(getHeaderInfo(other), DocParserException) << other;
+}
+
+using Locales = std::vector<std::u16string>;
+
+TEST(DocLocalesTest, EveryLocaleButEnglishBecomesASuffix) {
+    const std::pair<Locales, Locales> cases[] = {
+        {{u"en", u"xx", u"en", u"yy"}, {u"_xx", u"_yy"}},
+        {{u"ja", u"de"}, {u"_ja", u"_de"}},
+        {{u"EN", u"en_US", u"", u"e"}, {u"_EN", u"_en_US", u"_", u"_e"}},
+        {{u"en"}, {}},
+        {{}, {}},
+    };
+    for (const auto& [supported, suffixes] : cases) {
+        environment::Services services;
+        services.supportedDocLanguages = [&languages = supported] { return languages; };
+        const ScopedServices scope(services);
+        EXPECT_EQ(getSupportedDocLocales(), suffixes) << testing::PrintToString(supported);
+    }
+}
+
+TEST(DocLocalesTest, EachCallAsksTheService) {
+    std::u16string language;
+    environment::Services services;
+    services.docLanguage = [&] { return language; };
+    const ScopedServices scope(services);
+    for (const char16_t* code : {u"en", u"ja", u"", u"_x", u"zh_CN"}) {
+        language = code;
+        EXPECT_EQ(getCurrentLocale(), code);
+    }
+}
+
+TEST(DocLocalesTest, FailuresOfTheServicePassThrough) {
+    struct ServiceFailure {};
+    environment::Services services;
+    services.docLanguage = []() -> std::u16string { throw ServiceFailure(); };
+    services.supportedDocLanguages = []() -> Locales { throw ServiceFailure(); };
+    const ScopedServices scope(services);
+    EXPECT_THROW(getCurrentLocale(), ServiceFailure);
+    EXPECT_THROW(getSupportedDocLocales(), ServiceFailure);
+}
+
+} // namespace
+} // namespace reference::docparser::DocResourceParser::ParsingTools
