@@ -1,0 +1,33 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "support/Process.hpp"
+#include "support/ScopedRoot.hpp"
+
+namespace testsupport {
+
+/// Runs the built command-line client on a small documentation data root.
+class Refdoc : public testing::Test {
+protected:
+    using Words = std::vector<std::string>;
+    using Environment = std::map<std::string, std::optional<std::string>>;
+
+    Refdoc();
+
+    /// A run in English, without a pager, and without what the caller's environment says about
+    /// terminals; `environment` is laid over that.
+    ProcessCall call(Words arguments, Environment environment = {}) const;
+    ProcessResult refdoc(Words arguments, Environment environment = {}) const;
+    ProcessResult onTerminal(Words arguments, Environment environment = {},
+                             unsigned short columns = 72) const;
+
+    ScopedRoot root_;
+};
+
+} // namespace testsupport

@@ -1,0 +1,117 @@
+#include "refdoc/CommandLine.hpp"
+
+#include <exception>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <fmt/format.h>
+
+#include "environment/Diagnostics.hpp"
+#include "refdoc/Command.hpp"
+#include "refdoc/HostSetup.hpp"
+#include "refdoc/Options.hpp"
+#include "refdoc/Output.hpp"
+#include "refdoc/ShowCommand.hpp"
+#include "refdoc/Version.hpp"
+
+namespace refdoc {
+
+namespace {
+
+constexpr const char* kFooter = R"(Options may stand before or after the command. Exit codes:
+  0  found
+  1  nothing found
+  2  wrong use, or the output cannot be written
+
+Examples:
+  refdoc show libc                        list what the resource "libc" documents
+  refdoc show libc printf                 show one entry as a manual page
+  refdoc --language ja show libc printf   the same in Japanese
+  refdoc show libc printf --json          the same for programs
+
+"refdoc COMMAND --help" explains a command.)";
+
+void declareGlobalOptions(CLI::App& application, GlobalOptions& options) {
+    application
+        .add_option("--root", options.root, "The documentation data root (else the installed one)")
+        ->type_name("DIR")
+        ->take_last();
+    application
+        .add_option("--language", options.language,
+                    "The documentation language (else that of the locale)")
+        ->type_name("CODE")
+        ->take_last();
+    application.add_flag("--json", options.json, "Print one JSON document instead of text");
+    application.add_flag("--verbose", options.verbose, "Say on stderr which files are read");
+    application.set_help_flag("-h,--help", "Print this help and exit");
+    application.set_version_flag("--version", fmt::format("refdoc {}", kVersion),
+                                 "Print the version and exit");
+}
+
+/// What is wrong with the command line. Where no command was found, it is the first word that
+/// stands in its place, if any.
+std::string complaintAbout(const CLI::App& application, const std::string& failure) {
+    const std::vector<std::string> unknown = application.remaining();
+    if (!application.get_subcommands().empty() || unknown.empty())
+        return failure;
+    return fmt::format("{} is no {}\nRun with --help for more information.", unknown.front(),
+                       unknown.front().starts_with('-') ? "option" : "command");
+}
+
+/// Answers a help or version request, or reports what is wrong with the command line.
+ExitCode answerParseStop(const CLI::App& application, const CLI::ParseError& stop) {
+    std::ostringstream answer;
+    std::ostringstream complaint;
+    if (application.exit(stop, answer, complaint) == 0) {
+        writeOutput(answer.str());
+        return ExitCode::Found;
+    }
+    reportError(complaintAbout(application, complaint.str()));
+    return ExitCode::Failure;
+}
+
+ExitCode runSelected(const std::vector<Command>& commands, const GlobalOptions& options) {
+    setUpHost(options);
+    for (const Command& command : commands)
+        if (command.declaration->parsed())
+            return command.run(options);
+    throw UsageError("no command given");
+}
+
+ExitCode parseAndRun(int argc, char** argv) {
+    GlobalOptions options;
+    CLI::App application{"Reads the reference documentation of installed products.", "refdoc"};
+    application.fallthrough();
+    application.get_formatter()->column_width(26);
+    declareGlobalOptions(application, options);
+    application.footer(kFooter);
+    const std::vector<Command> commands{addShowCommand(application)};
+    application.require_subcommand(1);
+    try {
+        application.parse(argc, argv);
+    } catch (const CLI::ParseError& stop) {
+        return answerParseStop(application, stop);
+    }
+    return runSelected(commands, options);
+}
+
+} // namespace
+
+int runCommandLine(int argc, char** argv) {
+    reserveStandardStreams();
+    try {
+        return static_cast<int>(parseAndRun(argc, argv));
+    } catch (const std::exception& error) {
+        reportError(error.what());
+    } catch (const foundation::core::except::IException& error) {
+        reportError(error.what());
+    }
+    return static_cast<int>(ExitCode::Failure);
+}
+
+} // namespace refdoc

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+#include <boost/json/value.hpp>
+
+namespace refdoc {
+
+/// `value` in UTF-8, indented, with a line end. No control character stands in it unescaped.
+std::string prettyJson(const boost::json::value& value);
+
+} // namespace refdoc

@@ -1,0 +1,100 @@
+#include "refdoc/Text.hpp"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+
+#include <unicode/uchar.h>
+#include <unicode/ustring.h>
+#include <unicode/utf16.h>
+
+#include "environment/PathAndText.hpp"
+
+namespace refdoc {
+
+namespace {
+
+constexpr char16_t kReplacement = u'\uFFFD';
+
+bool isLineOrTabCharacter(UChar32 character) {
+    return (character >= u'\t' && character <= u'\r') || character == 0x85 || character == 0x2028 ||
+           character == 0x2029;
+}
+
+/// What to print for `character`, which is a lone surrogate, a control character or harmless.
+UChar32 printableFor(UChar32 character) {
+    if (isLineOrTabCharacter(character))
+        return u' ';
+    const bool unprintable = u_charType(character) == U_CONTROL_CHAR || U_IS_SURROGATE(character);
+    return unprintable ? kReplacement : character;
+}
+
+bool isPlain(char16_t unit) {
+    return unit >= u' ' && unit < 0x7F;
+}
+
+std::int32_t compareIgnoringCase(std::u16string_view left, std::u16string_view right) {
+    UErrorCode status = U_ZERO_ERROR;
+    return u_strCaseCompare(left.data(), static_cast<std::int32_t>(left.size()), right.data(),
+                            static_cast<std::int32_t>(right.size()), U_FOLD_CASE_DEFAULT, &status);
+}
+
+} // namespace
+
+std::string toUtf8(std::u16string_view text) {
+    return fl::i18n::to_string(std::u16string(text));
+}
+
+std::u16string fromUtf8(std::string_view text) {
+    return fl::i18n::codecvt_string_to_ustring("utf8", true).convert(text.data(), text.size());
+}
+
+std::u16string printable(std::u16string_view text) {
+    std::u16string result;
+    result.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        if (isPlain(text[at])) {
+            result += text[at++];
+            continue;
+        }
+        UChar32 character;
+        U16_NEXT(text.data(), at, text.size(), character);
+        character = printableFor(character);
+        if (!U_IS_BMP(character))
+            result += U16_LEAD(character);
+        result += U_IS_BMP(character) ? static_cast<char16_t>(character) : U16_TRAIL(character);
+    }
+    return result;
+}
+
+std::string printableUtf8(std::string_view text) {
+    const std::u16string wide = fromUtf8(text);
+    std::string result;
+    for (const std::u16string_view line : splitLines(wide))
+        result += toUtf8(printable(line)) + '\n';
+    if (!result.empty())
+        result.pop_back();
+    return result;
+}
+
+std::vector<std::u16string_view> splitLines(std::u16string_view text) {
+    std::vector<std::u16string_view> lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find_first_of(u"\r\n"), text.size());
+        lines.push_back(text.substr(0, end));
+        const std::size_t endLength = text.substr(end, 2) == u"\r\n" ? 2 : 1;
+        text.remove_prefix(std::min(end + endLength, text.size()));
+    }
+    return lines;
+}
+
+bool equalsIgnoringCase(std::u16string_view left, std::u16string_view right) {
+    return compareIgnoringCase(left, right) == 0;
+}
+
+bool precedesInList(std::u16string_view left, std::u16string_view right) {
+    const std::int32_t order = compareIgnoringCase(left, right);
+    return order != 0 ? order < 0 : left < right;
+}
+
+} // namespace refdoc

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace refdoc {
+
+/// A lone surrogate becomes U+FFFD.
+std::string toUtf8(std::u16string_view text);
+
+/// Malformed input becomes U+FFFD.
+std::u16string fromUtf8(std::string_view text);
+
+/// `text` as one line that is safe to print: white space other than blanks becomes a blank, any
+/// other control character and any lone surrogate becomes U+FFFD.
+std::u16string printable(std::u16string_view text);
+
+/// The same for UTF-8 text of more than one line: line feeds stay.
+std::string printableUtf8(std::string_view text);
+
+/// The lines of `text` without their ends, which may be LF, CR LF or CR.
+std::vector<std::u16string_view> splitLines(std::u16string_view text);
+
+bool equalsIgnoringCase(std::u16string_view left, std::u16string_view right);
+
+/// Case-insensitive order; texts that differ in case only stand in code unit order.
+bool precedesInList(std::u16string_view left, std::u16string_view right);
+
+} // namespace refdoc
