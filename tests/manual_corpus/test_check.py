@@ -1,0 +1,104 @@
+"""The checks of a data root find every kind of fault."""
+
+import json
+import unittest
+from collections.abc import Callable
+
+from corpus_case import CorpusCase, man_page
+
+from manual_corpus.check import check_root
+from manual_corpus.output import FULL_FOLDER, LOOKUP_FOLDER
+
+
+class CheckTest(CorpusCase):
+    def setUp(self) -> None:
+        super().setUp()
+        text = man_page(
+            "f \\- does it",
+            LIBRARY="Math library (libm)",
+            SYNOPSIS=".nf\nint f();\n.fi",
+            DESCRIPTION=".TP\nA\na\n.TP\n\\-\\-b=C\nc",
+            RETURN_VALUE="Zero.",
+            EXAMPLES="x",
+            SEE_ALSO="g(3)",
+        )
+        self.add_page("manpages-dev", "man3/f.3", text)
+        self.add_page("manpages-dev", "man3/g.3", man_page("g \\- does it"))
+        self.build("--products", "libc")
+        self.sound = {folder: self.document(folder) for folder in (FULL_FOLDER, LOOKUP_FOLDER)}
+
+    def document(self, folder: str) -> dict:
+        return json.loads((self.root / folder / "libc.json").read_text("utf-8"))
+
+    def faults_after(self, folder: str, damage: Callable[[dict], None]) -> list[str]:
+        document = json.loads(json.dumps(self.sound[folder]))
+        damage(document)
+        path = self.root / folder / "libc.json"
+        path.write_text(json.dumps(document), "utf-8")
+        faults = check_root(self.root)
+        path.write_text(json.dumps(self.sound[folder]), "utf-8")
+        return faults
+
+    def test_the_sound_root_uses_every_list(self) -> None:
+        item = self.sound[FULL_FOLDER]["supportPackages"][0]["refItems"][0]
+        lists = ("refentity", "syntaxgroup", "inputgroup", "outputs", "seealso", "examples")
+        self.assertLessEqual(set(lists), item.keys())
+        self.assertEqual(check_root(self.root), [])
+
+    def test_damage_to_full_items(self) -> None:
+        cases = {
+            "href: missing": lambda item: item.pop("href"),
+            "refpurpose: missing": lambda item: item.pop("refpurpose"),
+            "refpurpose: no string": lambda item: item.update(refpurpose=None),
+            "description: no string": lambda item: item.update(description=["x"]),
+            "refentity: no array": lambda item: item.update(refentity={}),
+            "refentity[0].name: missing": lambda item: item["refentity"][0].pop("name"),
+            "refentity[0].type: unknown text": lambda item: item["refentity"][0].update(type="cat"),
+            "syntaxgroup[0].title: missing": lambda item: item["syntaxgroup"][0].pop("title"),
+            "syntaxgroup[0].syntax: missing": lambda item: item["syntaxgroup"][0].pop("syntax"),
+            "syntax[0]: not ASCII": lambda item: item["syntaxgroup"][0].update(syntax=["ä"]),
+            "inputs[0].purpose: missing": lambda item: item["inputgroup"][0]["inputs"][0].pop(
+                "purpose"
+            ),
+            "inputs[0].name: not ASCII": lambda item: item["inputgroup"][0]["inputs"][0].update(
+                name="ä"
+            ),
+            "namevaluepairs[0].title: missing": lambda item: item["inputgroup"][1][
+                "namevaluepairs"
+            ][0].pop("title"),
+            "outputs[0].htmlid: not ASCII": lambda item: item["outputs"][0].update(htmlid="ä"),
+            "examples[0].url: missing": lambda item: item["examples"][0].pop("url"),
+            "link to libc/x.html": lambda item: item["seealso"][0].update(url="libc/x.html"),
+            "colour: unknown member": lambda item: item.update(colour="red"),
+        }
+        for fault, damage in cases.items():
+            with self.subTest(fault):
+                faults = self.faults_after(
+                    FULL_FOLDER, lambda file: damage(file["supportPackages"][0]["refItems"][0])
+                )
+                self.assertEqual(len(faults), 1, faults)
+                self.assertIn(fault, faults[0])
+
+    def test_damage_to_files(self) -> None:
+        cases = {
+            (FULL_FOLDER, "productName: missing"): lambda file: file.pop("productName"),
+            (FULL_FOLDER, "refItems: missing"): lambda file: file.pop("refItems"),
+            (LOOKUP_FOLDER, "g.3.html.name: missing"): lambda file: file["refItems"][0].pop("name"),
+            (LOOKUP_FOLDER, "href: not ASCII"): lambda file: file["refItems"][0].update(href="ä"),
+            (LOOKUP_FOLDER, "not in both the full"): lambda file: file.update(refItems=[]),
+        }
+        for (folder, fault), damage in cases.items():
+            with self.subTest(fault):
+                faults = self.faults_after(folder, damage)
+                self.assertEqual(len(faults), 1, faults)
+                self.assertIn(fault, faults[0])
+
+    def test_missing_and_broken_files(self) -> None:
+        (self.root / LOOKUP_FOLDER / "libc.json").write_text("[")
+        self.assertEqual(len(check_root(self.root)), 1)
+        (self.root / LOOKUP_FOLDER / "libc.json").unlink()
+        self.assertIn("not in both catalog folders", check_root(self.root)[0])
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,1 @@
+"""Documentation data roots made from manual pages."""
