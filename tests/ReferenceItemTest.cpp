@@ -217,6 +217,14 @@ TEST(ReferenceItemTest, NameValuePairsTakeThePlaceOfTheirHolder) {
     }
 }
 
+// Where each holder made all groups before it move, this would run into the time limit.
+TEST(ReferenceItemTest, ManyHoldersOfNameValuePairsAreNoBurden) {
+    const json::value pairs =
+        json::parse(R"({"namevaluepairs": [{"title": "t"}, {"title": "t"}]})");
+    const json::value item = withValue(kItem, "/inputgroup", json::array(200'000, pairs));
+    EXPECT_EQ(parseItems(json::array(1, item)).at(u"f.html").at(0).inputGroups.size(), 400'000U);
+}
+
 TEST(ReferenceItemTest, OnlyAppsHaveUtf8ArgumentNames) {
     const std::pair<const char*, bool> cases[] = {
         {R"([])", false},

@@ -1,5 +1,7 @@
 #include "resources/Arguments.hpp"
 
+#include <algorithm>
+#include <cstddef>
 #include <utility>
 
 #include <boost/json/array.hpp>
@@ -54,6 +56,14 @@ std::u16string readDefaultValue(const json::object& element) {
     return getFluStringWithFallback(element, member::kDefaultValue, StringParsingType::Utf8);
 }
 
+/// Makes room for `count` further groups. The room at least doubles, for many small reservations of
+/// exactly what is needed would move all groups each time.
+void reserveMore(std::vector<InputGroup>& groups, std::size_t count) {
+    const std::size_t needed = groups.size() + count;
+    if (needed > groups.capacity())
+        groups.reserve(std::max(needed, 2 * groups.capacity()));
+}
+
 InputGroup parseInputGroup(const json::object& group, const std::u16string& itemHref,
                            StringParsingType nameParsing, bool isNameValuePair) {
     const auto readInput = [&](const json::object& input) -> InputArgument {
@@ -91,7 +101,7 @@ std::vector<InputGroup> parseInputGroups(const json::object& item, const std::u1
             continue;
         }
         const json::array& pairGroups = getJsonArray(*pairs);
-        groups.reserve(groups.size() + pairGroups.size());
+        reserveMore(groups, pairGroups.size());
         for (const json::value& pairGroup : pairGroups)
             groups.push_back(
                 parseInputGroup(getJsonObject(pairGroup), itemHref, nameParsing, true));

@@ -65,7 +65,8 @@ StringParsingType argumentNameParsing(const std::vector<RefEntity>& entities) {
     return hasApp ? Utf8 : Ascii;
 }
 
-RefItem readRefItem(const json::object& item, std::u16string&& href) {
+/// Appends the item to those of its href.
+void appendRefItem(const json::object& item, std::u16string&& href, std::vector<RefItem>& items) {
     std::u16string purpose = getFluString(item, member::kRefPurpose, Utf8);
     auto entities = readObjects(item, member::kRefEntity, readRefEntity);
     std::u16string packageName = getFluStringWithFallback(item, member::kPackageName, Ascii);
@@ -81,11 +82,11 @@ RefItem readRefItem(const json::object& item, std::u16string&& href) {
     auto seeAlso = readObjects(item, member::kSeeAlso, readSeeAlsoLink);
     auto examples = readObjects(item, member::kExamples, readExampleLink);
     auto parameters = parseParameters(item, href);
-    return {std::move(href),        std::move(entities),   std::move(packageName),
-            std::move(purpose),     std::move(introduced), std::move(description),
-            std::move(thumbnail),   deprecation,           std::move(syntaxGroups),
-            std::move(inputGroups), std::move(outputs),    std::move(propertyGroups),
-            std::move(seeAlso),     std::move(examples),   std::move(parameters)};
+    items.emplace_back(std::move(href), std::move(entities), std::move(packageName),
+                       std::move(purpose), std::move(introduced), std::move(description),
+                       std::move(thumbnail), deprecation, std::move(syntaxGroups),
+                       std::move(inputGroups), std::move(outputs), std::move(propertyGroups),
+                       std::move(seeAlso), std::move(examples), std::move(parameters));
 }
 
 } // namespace
@@ -98,7 +99,7 @@ DocResource<RefItem> parseRefItemDocResource(const json::value& document) {
         const json::object& item = getJsonObject(element);
         std::u16string href = getFluString(item, member::kHref, Ascii);
         entry = resource.items.try_emplace(entry, href);
-        entry->second.push_back(readRefItem(item, std::move(href)));
+        appendRefItem(item, std::move(href), entry->second);
     }
     return resource;
 }

@@ -1,9 +1,10 @@
+#include "reference/docparser/DocResourceParser.hpp"
+
 #include <map>
 #include <string>
 #include <utility>
 
 #include "environment/PathAndText.hpp"
-#include "reference/docparser/DocResourceParser.hpp"
 #include "reference/docparser/ParsingTools.hpp"
 #include "resources/ReferenceResource.hpp"
 
