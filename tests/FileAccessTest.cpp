@@ -123,6 +123,18 @@ private:
     opc::zqservices::FileSystemManager manager_{package_, operations_};
 };
 
+TEST_F(FileAccessTest, ZipEntriesComeBackByteForByte) {
+    testsupport::ZipFile file;
+    for (std::size_t i = 0; i < kContents.size(); ++i)
+        file.add(std::to_string(i) + ".json", kContents[i]);
+    file.write(root.nativePathOf("package.zip"));
+    OpenPackage package(root.pathOf("package.zip"));
+    const auto products = package.products();
+    ASSERT_EQ(products.size(), kContents.size());
+    for (std::size_t i = 0; i < kContents.size(); ++i)
+        EXPECT_TRUE(openAndReadFile(products[i]) == kContents[i]) << "content " << i;
+}
+
 TEST_F(FileAccessTest, ABrokenZipEntryIsEmptyAndCostsNoOther) {
     const std::string content(1 << 20, 'x');
     const testsupport::ZipBytes sound =

@@ -33,8 +33,10 @@ public:
         return static_cast<Value>(found - Definition::texts.begin());
     }
 
+    /// The text of the value; that of the default for a number that is no value.
     constexpr std::string_view toString() const noexcept {
-        return Definition::texts[static_cast<std::size_t>(value_)];
+        const auto index = static_cast<std::size_t>(value_);
+        return Definition::texts[index < Definition::texts.size() ? index : 0];
     }
 
 private:

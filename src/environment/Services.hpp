@@ -16,14 +16,18 @@ using TopLevelProductList = std::shared_ptr<
     const std::vector<std::shared_ptr<const doc_products_shared::TopLevelDocProduct>>>;
 
 /// The services that are the host's own. Each is called from whichever thread asks, possibly from
-/// several at once, with no lock of the environment held. A service may throw anything: the caller
-/// of the environment sees it.
+/// several at once, with no lock of the environment held. The library does hold a lock of its own
+/// while it asks for the root, the products and the support packages: see
+/// `reference/docparser/DocResourceParser.hpp` for what these services must not call back. A
+/// service may throw anything: the caller of the environment sees it.
 struct Services {
     /// The documentation data root: a folder, without a separator at its end.
     std::function<std::u16string()> docDataRoot{};
     /// Codes such as "ja" or "pt_BR", "en" among them.
     std::function<std::vector<std::u16string>()> supportedDocLanguages{};
+    /// One such code: the language in force now.
     std::function<std::u16string()> docLanguage{};
+    /// The installed products, in any order; null counts as none.
     std::function<TopLevelProductList()> installedTopLevelDocProducts{};
     /// The folder under which hardware support packages are installed; it need not exist.
     std::function<std::u16string()> supportPackageRoot{};

@@ -1,3 +1,5 @@
+#include "reference/docparser/DocResourceParser.hpp"
+
 #include <cstddef>
 #include <ios>
 #include <memory>
@@ -8,7 +10,6 @@
 #include "environment/Diagnostics.hpp"
 #include "environment/PathAndText.hpp"
 #include "environment/ZipPackages.hpp"
-#include "reference/docparser/DocResourceParser.hpp"
 #include "settings/DiagnosticLog.hpp"
 
 namespace reference::docparser::DocResourceParser {

@@ -1,10 +1,11 @@
+#include "reference/docparser/ParsingTools.hpp"
+
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "environment/DocLanguage.hpp"
 #include "jsontools/JsonAccess.hpp"
-#include "reference/docparser/ParsingTools.hpp"
 #include "settings/MemberNames.hpp"
 
 namespace reference::docparser::DocResourceParser::ParsingTools {

@@ -1,9 +1,10 @@
+#include "reference/docparser/ParsingTools.hpp"
+
 #include <algorithm>
 #include <string>
 #include <string_view>
 
 #include "jsontools/JsonAccess.hpp"
-#include "reference/docparser/ParsingTools.hpp"
 #include "settings/Constants.hpp"
 
 namespace reference::docparser::DocResourceParser::ParsingTools {

@@ -1,10 +1,11 @@
+#include "reference/docparser/DocResourceParser.hpp"
+
 #include <memory>
 #include <mutex>
 #include <string>
 #include <utility>
 
 #include "environment/DocProducts.hpp"
-#include "reference/docparser/DocResourceParser.hpp"
 #include "settings/Constants.hpp"
 #include "settings/ProcessState.hpp"
 

@@ -70,10 +70,12 @@ DOCPARSER_API const boost::json::array& getJsonArray(const boost::json::value& v
                                                      const std::string& key);
 
 /// Reads the header of a resource document or of one of its support-package documents: the string
-/// members "productName" (decoded as UTF-8), "baseCode", "helpFolder" and "helpLocation" (7-bit
-/// text). All four are required and may be empty; other members are ignored.
+/// members "productName" (decoded as UTF-8), "baseCode", "helpFolder" and "helpLocation" (one code
+/// unit per byte, meant for 7-bit text). All four are required and may be empty; other members are
+/// ignored.
 ///
-/// @throws DocParserException when `document` is no object, or a member is missing or no string.
+/// @throws DocParserException when `document` is no object, or a member is missing or no string;
+///         conversions as for `getFluString`.
 DOCPARSER_API reference::property::HeaderInfo getHeaderInfo(const boost::json::value& document);
 
 /// The file-name suffixes of localized resource files: for each supported documentation language

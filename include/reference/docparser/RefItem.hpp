@@ -26,20 +26,24 @@ struct DOCPARSER_API ArgumentInfo {
     KvArrayHandle hostValue{};
 };
 
+/// An argument that a call takes.
 struct DOCPARSER_API InputArgument {
     ArgumentInfo info;
     reference::property::SyntaxType syntaxType;
     std::u16string defaultValue;
+    /// Whether a call gives it as a pair of its name and a value, rather than by its position.
     bool isNameValuePair;
     KvArrayHandle hostValue{};
 };
 
+/// Input arguments under one title.
 struct DOCPARSER_API InputGroup {
     std::u16string title;
     std::vector<InputArgument> inputs;
     KvArrayHandle hostValue{};
 };
 
+/// A value that a call gives back.
 struct DOCPARSER_API OutputArgument {
     ArgumentInfo info;
     reference::property::SyntaxType syntaxType;
@@ -52,6 +56,7 @@ struct DOCPARSER_API ArgumentWithDefault {
     std::u16string defaultValue;
 };
 
+/// Properties of a class under one title, which may be empty.
 struct DOCPARSER_API ClassPropertyGroup {
     std::u16string title;
     std::vector<ArgumentWithDefault> properties;
@@ -66,6 +71,7 @@ struct DOCPARSER_API RefEntity {
     std::array<KvArrayHandle, 2> hostValues{};
 };
 
+/// The picture of an app: where it lies, and a text in its place. Both are empty for other items.
 struct DOCPARSER_API AppThumbnail {
     std::u16string fileRef;
     std::u16string alt;
@@ -79,20 +85,27 @@ struct DOCPARSER_API SyntaxGroup {
     std::array<KvArrayHandle, 2> hostValues{};
 };
 
+/// A link to a related page, in the form of an item's href, and its text.
 struct DOCPARSER_API SeeAlsoLink {
     std::u16string url;
     std::u16string name;
 };
 
+/// A link to an example.
 struct DOCPARSER_API ExampleLink {
     std::u16string url;
+    /// The command that opens the example in the environment; empty when there is none.
     std::u16string openCommand;
     std::u16string title;
 };
 
 /// The full reference entry of one documented item. It owns all it holds; lists are in document
 /// order, and what the document leaves out is empty or has its enumeration's default.
+///
+/// Texts are as the documentation's authors wrote them, UTF-16; what an href or url is relative to,
+/// and how a description is marked up, is settled between authors and readers, not here.
 struct DOCPARSER_API RefItem {
+    /// Takes the parts over; the handles start empty.
     RefItem(std::u16string href, std::vector<RefEntity> refEntities, std::u16string packageName,
             std::u16string refPurpose, std::u16string introduced, std::u16string description,
             AppThumbnail appThumbnail, reference::property::DeprecationStatus deprecationStatus,

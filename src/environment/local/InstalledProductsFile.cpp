@@ -1,3 +1,5 @@
+#include "environment/local/BuiltInServices.hpp"
+
 #include <cerrno>
 #include <exception>
 #include <ios>
@@ -17,7 +19,6 @@
 #include <boost/json/value.hpp>
 
 #include "environment/PathAndText.hpp"
-#include "environment/local/BuiltInServices.hpp"
 #include "environment/local/OpenedFile.hpp"
 
 namespace environment::local {
@@ -49,7 +50,7 @@ std::optional<FileState> lookAt(const std::u16string& path) {
     if (!nativePath)
         return std::nullopt;
     if (::stat(nativePath->c_str(), &status) != 0) {
-        if (errno == ENOENT)
+        if (errno == ENOENT || errno == ENOTDIR)
             return std::nullopt;
         throwBroken(path, std::generic_category().message(errno));
     }
@@ -126,8 +127,9 @@ private:
 TopLevelProductList productsOfInstalledProductsFile() {
     static ProductListCache cache;
     static const auto none = std::make_shared<const ProductList>();
-    std::u16string path = doc_products_shared::Docroot::getInstance().getDocDataRoot();
-    fl::filesystem::detail::concatenate_pathname(path, u"installedProducts.json", true);
+    const std::u16string path = doc_products_shared::Docroot::getInstance().getDocDataRoot() +
+                                fl::filesystem::upath_constant::PATHNAME_SEPARATOR +
+                                u"installedProducts.json";
     std::optional<FileState> state = lookAt(path);
     if (!state)
         return none;

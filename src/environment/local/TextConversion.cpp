@@ -1,3 +1,5 @@
+#include "environment/PathAndText.hpp"
+
 #include <algorithm>
 #include <array>
 #include <limits>
@@ -6,8 +8,6 @@
 
 #include <unicode/ustring.h>
 #include <unicode/utf16.h>
-
-#include "environment/PathAndText.hpp"
 
 namespace fl::i18n {
 
