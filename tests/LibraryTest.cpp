@@ -74,7 +74,8 @@ TEST(LibraryTest, ExportsOnlyWhatIsMeantForOthers) {
     const std::string services =
         "ReferenceRoots::ReferenceRoots getReferenceRoots setReferenceRoot "
         "restoreDefaultSettings clearSupportPackageCache openAndReadFile "
-        "isValidFilename getResourceFile";
+        "isValidFilename getResourceFile setTestProducts getAllProducts getTopLevelProducts "
+        "getHardwareSupportPackages isProductInstalled getResourceLookupFiles";
     const std::string tools = "kEnglishLocale kJsonExt kZipExt kDotJsonExt kDotZipExt "
                               "kLocaleSeparator getFluString getFluStringWithFallback getJsonArray "
                               "getHeaderInfo getSupportedDocLocales getCurrentLocale";

@@ -199,22 +199,25 @@ TEST_F(ReferenceRootsTest, SnapshotsOutliveTheirReplacement) {
     expectRoots(ReferenceRoots(), u"/another");
 }
 
-TEST_F(ReferenceRootsTest, AFailingServiceLeavesRootsAsTheyAreAndNothingLocked) {
+TEST_F(ReferenceRootsTest, AFailingServiceLeavesAllAsItIsAndNothingLocked) {
     setReferenceRoot(u"/kept");
-    const auto kept = getReferenceRoots();
+    setTestProducts({u"A"}, {u"X"});
+    const auto roots = getReferenceRoots();
+    const auto products = getTopLevelProducts();
+    const auto packages = getHardwareSupportPackages();
     {
         const ScopedServices services(
             withDocDataRoot([]() -> std::u16string { throw ServiceFailure(); }));
         EXPECT_THROW(restoreDefaultSettings(), ServiceFailure);
         EXPECT_THROW(ReferenceRoots(), ServiceFailure);
-        EXPECT_EQ(getReferenceRoots(), kept);
+        EXPECT_EQ(getReferenceRoots(), roots);
+        EXPECT_EQ(getTopLevelProducts(), products);
+        EXPECT_EQ(getHardwareSupportPackages(), packages);
     }
-    std::thread([] {
-        clearSupportPackageCache();
-        setReferenceRoot(u"/later");
-        restoreDefaultSettings();
-    }).join();
-    EXPECT_NE(getReferenceRoots()->referenceRoot, u"/later");
+    std::thread(restoreDefaultSettings).join();
+    EXPECT_NE(getReferenceRoots()->referenceRoot, u"/kept");
+    EXPECT_NE(getTopLevelProducts(), products);
+    EXPECT_FALSE(getHardwareSupportPackages()->contains(u"X"));
 }
 
 // Runs in a process of its own, in which no roots have been made yet.

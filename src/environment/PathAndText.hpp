@@ -3,9 +3,12 @@
 #include <cstddef>
 #include <fstream>
 #include <ios>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <utility>
+#include <vector>
 
 #pragma GCC visibility push(default)
 
@@ -58,6 +61,75 @@ private:
 };
 
 using upath = basic_path<char, char16_t, detail::path_traits<char, char16_t>>;
+
+/// How the text of a file-name pattern is read: here as the shell does, `*` for any run of
+/// characters.
+class korvel_pattern_string_generator {};
+
+/// A file-name pattern, for as long as a directory iterator needs it.
+class pattern_string_context {
+public:
+    virtual ~pattern_string_context();
+    virtual const std::u16string& getPattern() const noexcept = 0;
+};
+
+/// Holds the text that a pattern was made from, and the pattern.
+class korvel_pattern_string_context final : public pattern_string_context {
+public:
+    korvel_pattern_string_context(std::u16string text, std::u16string pattern);
+    const std::u16string& getPattern() const noexcept override { return pattern_; }
+
+private:
+    std::u16string text_;
+    std::u16string pattern_;
+};
+
+/// One file that a directory iterator stands on.
+class upath_directory_entry {
+public:
+    upath_directory_entry(const std::u16string& folder, std::u16string filename);
+
+    const std::u16string& filename() const noexcept { return filename_; }
+    const std::u16string& full_pathname() const noexcept { return fullPathname_; }
+
+private:
+    std::u16string filename_;
+    std::u16string fullPathname_;
+};
+
+namespace detail {
+
+korvel_pattern_string_context
+generate_pattern_from_filename(const std::u16string& text,
+                               const korvel_pattern_string_generator& generator);
+
+enum class initialization_mode : int { first_entry = 0 };
+
+/// Goes through the regular files of one folder, links to such included, each once, in ascending
+/// order of their UTF-16 names. Folders, pipes, sockets and devices are no files here, and a file
+/// whose name is not UTF-8 is passed over. The order is made when the iterator is: files that come
+/// or go later are not noticed.
+class upath_directory_iterator_impl {
+public:
+    /// A folder that does not exist has no entries; one that cannot be listed throws
+    /// `std::filesystem::filesystem_error` once the entries that could be had are passed.
+    upath_directory_iterator_impl(const std::u16string& nativeFolder,
+                                  const pattern_string_context& pattern, bool cleanUp,
+                                  initialization_mode mode, bool recursive);
+
+    /// Whether the iterator stands on an entry.
+    bool is_open() const noexcept { return entry_.has_value(); }
+    const upath_directory_entry& entry() const noexcept { return *entry_; }
+    void increment();
+
+private:
+    std::u16string folder_;
+    std::vector<std::u16string> names_;
+    std::error_code failure_;
+    std::optional<upath_directory_entry> entry_;
+};
+
+} // namespace detail
 
 template <typename CharT>
 class basic_ifstream;

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "environment/ReferenceProperty.hpp"
@@ -18,5 +19,12 @@ struct DocResource {
     /// `RefItemLookup`, its href for `RefItem`.
     std::map<std::u16string, std::vector<T>> items;
 };
+
+/// The lookup documents of all products by key, a help folder or a support package's base code:
+/// first those of installed products and support packages, then all others. Both maps are in the
+/// order of UTF-16 code units.
+using LookupResources =
+    std::pair<std::map<std::u16string, DocResource<reference::property::RefItemLookup>>,
+              std::map<std::u16string, DocResource<reference::property::RefItemLookup>>>;
 
 } // namespace reference::docparser

@@ -3,7 +3,10 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <unordered_set>
+#include <vector>
 
+#include "environment/DocProducts.hpp"
 #include "environment/PathAndText.hpp"
 #include "reference/docparser/DocResource.hpp"
 #include "reference/docparser/Export.hpp"
@@ -35,8 +38,8 @@ struct DOCPARSER_API ReferenceRoots {
 ///
 /// @return a snapshot: it stays valid and unchanged for as long as it is held, also after the
 ///         roots have been replaced. Two calls give the same record when nothing was set between.
-/// @throws what the documentation root service throws; no roots are in force then, and the next
-///         call asks again.
+/// @throws what the documentation root service throws, and std::bad_alloc; no roots are in force
+///         then, and the next call asks again.
 /// @par Thread safety Locks the roots for the copy; at the first call also while the service runs,
 ///      which must therefore not call a function of this library that takes the roots.
 DOCPARSER_API std::shared_ptr<const ReferenceRoots> getReferenceRoots();
@@ -45,16 +48,20 @@ DOCPARSER_API std::shared_ptr<const ReferenceRoots> getReferenceRoots();
 /// keep the roots they began with.
 ///
 /// @throws std::bad_alloc, std::length_error; the roots in force are then unchanged.
+/// @par Thread safety Locks the roots.
 DOCPARSER_API void setReferenceRoot(std::u16string root);
 
 /// Forgets which hardware support packages are installed, so that the next question reads the
 /// installation again. Sets that callers hold stay valid.
+///
+/// @par Thread safety Locks the support packages.
 DOCPARSER_API void clearSupportPackageCache();
 
 /// Goes back to the state after loading: roots under the environment's documentation data root
 /// (asked for now), products as the environment lists them, support packages not yet read.
 ///
-/// @throws what the documentation root service throws; nothing has changed then.
+/// @throws what the documentation root service throws, and std::bad_alloc; nothing has changed
+///         then.
 /// @par Thread safety Locks roots and products together, and the support packages inside; the
 ///      documentation root service runs under these locks.
 DOCPARSER_API void restoreDefaultSettings();
@@ -63,8 +70,10 @@ DOCPARSER_API void restoreDefaultSettings();
 ///
 /// @param path the file's path.
 /// @return the file's bytes as stored, or an empty string when the file is missing, cannot be
-///         opened or cannot be sized; the two cases of an empty string cannot be told apart.
-/// @throws only what writing a diagnostic record throws.
+///         opened or cannot be sized; an empty file cannot be told apart from these. Where a file
+///         is cut short while it is read, NUL bytes stand for what is missing.
+/// @throws what converting the path, opening the file and writing a diagnostic record throw
+///         (std::bad_alloc); never anything because the file cannot be read.
 ///
 /// Logs on the channel "referenceApi::docparser": "Reading file: " and the path at severity 16,
 /// and at severity 512 "Problem reading JSON file: " and the path when an open file cannot be
@@ -88,6 +97,89 @@ DOCPARSER_API std::string openAndReadFile(const ProductZipData& product);
 /// Whether a file name is that of a product resource file: its last extension is exactly "json"
 /// or "zip". Letter case counts; nothing else about the name does.
 DOCPARSER_API bool isValidFilename(const fl::filesystem::upath& path);
+
+/// Lists the product resource files of one folder: base (English) files and those of the current
+/// language. Files of other languages, other extensions, folders, pipes and devices are left out.
+///
+/// A file is localized when its stem ends with one of `localeSuffixes`; it is of the current
+/// language when its stem also ends with `languageSuffix`. The recorded name is the whole stem.
+/// Suffixes are compared code unit by code unit; an empty one is a suffix of every stem.
+///
+/// @param folder the folder's path; an empty one, and one that does not exist, has no files.
+/// @param localeSuffixes "_" and the code, for each supported language other than English, as
+///        `ParsingTools::getSupportedDocLocales` gives them.
+/// @param languageSuffix "_" and the code of the language in force.
+/// @return the files in the order of their names; when the folder cannot be listed to its end,
+///         those found before. Never throws.
+DOCPARSER_API ProductFiles getAllProducts(const std::u16string& folder,
+                                          const std::vector<std::u16string>& localeSuffixes,
+                                          const std::u16string& languageSuffix);
+
+/// The installed top-level products, as the environment's service (or `setTestProducts`) gives
+/// them: asked anew at each call, never cached here.
+///
+/// @return what the service gives, an immutable list that stays valid for as long as it is held.
+/// @throws what the service throws.
+/// @par Thread safety Locks the products while the service runs: a service must not call this
+///      function, `isProductInstalled`, `setTestProducts` or `restoreDefaultSettings`.
+DOCPARSER_API
+std::shared_ptr<const std::vector<std::shared_ptr<const doc_products_shared::TopLevelDocProduct>>>
+getTopLevelProducts();
+
+/// The names of the installed hardware support packages: read from the installation at the first
+/// call and then kept until `clearSupportPackageCache` or `restoreDefaultSettings`.
+///
+/// @return an immutable set, never null, that stays valid for as long as it is held. An
+/// installation
+///         that cannot be listed gives an empty set, which is kept like any other.
+/// @throws what telling the installation's folder throws; nothing is kept then.
+/// @par Thread safety Locks the support packages, at the first call also while they are listed.
+DOCPARSER_API std::shared_ptr<const std::unordered_set<std::u16string>>
+getHardwareSupportPackages();
+
+/// Whether a product key names an installed top-level product, by its short name, or an installed
+/// hardware support package. Letter case counts.
+///
+/// @throws what `getTopLevelProducts` and `getHardwareSupportPackages` throw.
+/// @par Complexity One call of the service and a scan of its list, then one hash lookup.
+/// @par Thread safety Locks the support packages, then the products, never both at once.
+DOCPARSER_API bool isProductInstalled(const std::u16string& name);
+
+/// For tests: pretends that exactly these products and support packages are installed, until
+/// `restoreDefaultSettings`. The roots stay as they are.
+///
+/// @param products short names, one product each, in this order; the other texts of a product
+///        are "testDisplayName", "testHelpLocation", "testBaseCode", "testAltShortName" and
+///        "testAvailability".
+/// @param supportPackages names of support packages; `clearSupportPackageCache` forgets them.
+/// @throws std::bad_alloc. Nothing has changed then, unless the memory ran out after the products
+///         were set, in which case the support packages are as before.
+/// @par Thread safety Locks products and support packages together.
+DOCPARSER_API void setTestProducts(const std::vector<std::u16string>& products,
+                                   const std::vector<std::u16string>& supportPackages);
+
+/// Reads the lookup files of all products under the reference root: plain JSON files and the
+/// entries of zip packages, English and in the current language, merged by product key and split by
+/// what is installed.
+///
+/// The localized document of a key wins, with its header, and English fills the gaps: names that
+/// it lacks, and, for a name whose English list is longer, the lookups whose href it lacks. Of
+/// several English documents of a key the first one found wins, of several localized ones the
+/// last; zip packages come before plain files, both in the order of their names. In a zip package
+/// with a single entry the package's own name says the language; elsewhere the entries' names do.
+///
+/// @return the documents of installed products and support packages, and those of all others.
+///         A file or package that cannot be read or breaks the format is left out, the others
+///         stand; nothing is reported for it beyond what `openAndReadFile` logs.
+/// @throws what the documentation root service (when no roots are in force yet) and the language
+///         service throw, and std::bad_alloc outside the reading of a file.
+///
+/// @par Format As for `getResourceFile`, with items that have at least the strings "name",
+///      "refpurpose" and "href".
+/// @par Thread safety Nothing is locked while files are read and parsed; nothing is cached.
+/// @par Complexity Linear in the bytes of all files, plus one call of `isProductInstalled` for
+///      each document.
+DOCPARSER_API LookupResources getResourceLookupFiles();
 
 /// Reads the full reference entries of one resource: the file `<name>.json` in the reference API
 /// folder, and, unless the documentation language is English, `<name>_<language>.json` laid over

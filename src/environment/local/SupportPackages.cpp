@@ -2,31 +2,16 @@
 
 #include <filesystem>
 #include <optional>
-#include <stdexcept>
 #include <system_error>
 
 #include "environment/DocProducts.hpp"
 #include "environment/PathAndText.hpp"
 #include "environment/local/BuiltInServices.hpp"
 #include "environment/local/CurrentServices.hpp"
+#include "environment/local/FolderNames.hpp"
 #include "environment/local/OpenedFile.hpp"
 
 namespace environment::local {
-
-namespace {
-
-/// Nothing for a name that is not UTF-8.
-std::optional<std::u16string> utf16Name(const std::filesystem::path& path) {
-    static const fl::i18n::codecvt_string_to_ustring decoder("utf8", false);
-    const std::string name = path.filename().string();
-    try {
-        return decoder.convert(name.data(), name.size());
-    } catch (const std::range_error&) {
-        return std::nullopt;
-    }
-}
-
-} // namespace
 
 std::u16string supportPackageFolder() {
     return doc_products_shared::Docroot::getInstance().getDocDataRoot() +

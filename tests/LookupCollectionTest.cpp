@@ -1,0 +1,337 @@
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "environment/DocProducts.hpp"
+#include "environment/PathAndText.hpp"
+#include "environment/Services.hpp"
+#include "reference/docparser/DocResourceParser.hpp"
+#include "support/LogCapture.hpp"
+#include "support/LookupFixture.hpp"
+#include "support/ScopedRoot.hpp"
+#include "support/ZipFile.hpp"
+
+namespace reference::docparser::DocResourceParser {
+namespace {
+
+using doc_products_shared::TopLevelDocProduct;
+using environment::Services;
+using testsupport::lookupText;
+using testsupport::notationOf;
+using testsupport::ServiceFailure;
+using testsupport::ZipBytes;
+using testsupport::ZipFile;
+
+class LookupCollectionTest : public testsupport::LookupFixture {
+protected:
+    /// What becomes of each leaf of a package: 'E' read as English, 'J' as localized, '-' not read.
+    std::string readLeaves(const std::string& packageName, const std::vector<std::string>& leaves) {
+        std::string held;
+        ZipFile package;
+        for (std::size_t i = 0; i < leaves.size(); ++i) {
+            const std::string key = "key" + std::to_string(i);
+            held += (i == 0 ? "" : "|") + key + ":held";
+            package.add(leaves[i], leaves[i].ends_with('/') ? "" : lookupText(key + ":leaf n=1"));
+        }
+        root.remove(root.lookupFolder());
+        write({{"0.zip/first.json", held}});
+        package.write(root.lookupFolder() / packageName);
+        std::string verdicts;
+        for (const auto& [key, document] : getResourceLookupFiles().second)
+            verdicts += document.items.empty()                        ? '-'
+                        : document.header.getProductName() == u"held" ? 'E'
+                                                                      : 'J';
+        return verdicts;
+    }
+
+    /// The host's own services say what is installed, instead of test products.
+    void useServices(Services services) {
+        services.docDataRoot = [this] { return root.path(); };
+        environment::setServices(std::move(services));
+        restoreDefaultSettings();
+    }
+};
+
+TEST_F(LookupCollectionTest, ASingleLeafFollowsItsPackageOthersTheirOwnNames) {
+    struct Case {
+        std::string package;
+        std::vector<std::string> leaves;
+        std::string verdicts;
+    };
+    for (const auto& [package, leaves, verdicts] : {
+             Case{"b.zip", {"b.json"}, "E"},
+             Case{"b.zip", {"b_ja.json"}, "E"},
+             Case{"b.zip", {"b_de.json"}, "E"},
+             Case{"b_xx.zip", {"b_de.json"}, "E"},
+             Case{"b_ja.zip", {"b.json"}, "-"},
+             Case{"b_ja.zip", {"b_de.json"}, "-"},
+             Case{"b_ja.zip", {"b_ja.json"}, "J"},
+             Case{"b_ja.zip", {"sub/other_ja.json"}, "J"},
+             Case{"b_ja.zip", {"sub_ja/other.json"}, "-"},
+             Case{"b_de.zip", {"b_ja.json"}, "-"},
+             Case{"b.zip", {"b.json", "b_ja.json", "b_de.json"}, "EJ-"},
+             Case{"b_ja.zip", {"b_de.json", "b.json", "b_ja.json", "b_xx.json"}, "-EJE"},
+             // Folders are no leaves; files that are not read are.
+             Case{"b.zip", {"d/", "d/b_de.json"}, "-E"},
+             Case{"b.zip", {"read.me", "b_de.json"}, "--"},
+             Case{"b.zip", {"b_ja.json", ".json"}, "J-"},
+             Case{"b_ja.zip", {"b.json", "b.txt"}, "E-"},
+             Case{"b.zip", {"b.JSON", "b.Zip", "b.json.bak", "b"}, "----"},
+             Case{"b.zip", {"inner.zip"}, "E"},
+             Case{"b.zip", {"inner_ja.zip", "d_de/inner.zip", "d/inner_de.zip"}, "JE-"},
+             Case{"b.zip", {"same.json", "same.json", "d/same.json"}, "EEE"},
+             Case{"b.json.zip", {"\xC3\xA9_ja.json"}, "E"},
+         })
+        EXPECT_EQ(readLeaves(package, leaves), verdicts)
+            << package << ' ' << testing::PrintToString(leaves);
+}
+
+TEST_F(LookupCollectionTest, TheLanguageInForceSaysWhatIsRead) {
+    write({{"a.json", "f:En n=1"},
+           {"a_ja.json", "f:Ja n=1"},
+           {"a_de.json", "f:De n=1"},
+           {"b.zip/b.json", "q:En n=1"},
+           {"b.zip/b_ja.json", "q:Ja n=1"}});
+    for (const auto& [code, result] : {
+             std::pair(u"en", "+f:En n=1@En | -q:En n=1@En"),
+             {u"ja", "+f:Ja n=1@Ja | -q:Ja n=1@Ja"},
+             {u"de", "+f:De n=1@De | -q:En n=1@En"},
+             {u"fr", "+f:En n=1@En | -q:En n=1@En"},
+             {u"", "+f:En n=1@En | -q:En n=1@En"},
+         }) {
+        language = code;
+        EXPECT_EQ(collect(), result) << fl::i18n::to_string(code);
+    }
+}
+
+TEST_F(LookupCollectionTest, WithoutAFolderThereIsNothing) {
+    EXPECT_EQ(collect(), "");
+    root.makeFolder(root.lookupFolder());
+    EXPECT_EQ(collect(), "");
+    root.remove(root.lookupFolder());
+    root.writeFile(root.lookupFolder(), "a file");
+    EXPECT_EQ(collect(), "");
+    setReferenceRoot(u"");
+    EXPECT_EQ(collect(), "");
+}
+
+TEST_F(LookupCollectionTest, ABrokenFileCostsNoOther) {
+    const std::string sound = lookupText("f:Bad bad=1");
+    const std::string inOtherPlace = sound.substr(0, sound.size() - 1);
+    for (const std::string& text :
+         {std::string(), std::string("{"), std::string("[]"), std::string("null"),
+          std::string("{}"), std::string("\xFF"), "\xEF\xBB\xBF" + sound, sound + "x", inOtherPlace,
+          inOtherPlace + R"(,"supportPackages":[{}]})", inOtherPlace + R"(,"refItems":[{}]})",
+          inOtherPlace + ",\"x\":" + std::string(100'000, '['),
+          ZipFile().add("x.json", sound).build().bytes()}) {
+        root.remove(root.lookupFolder());
+        write({{"a.json", "f:Good n=1"}, {"c.json", "g:Good n=1"}});
+        root.lookupFile("b.json", text);
+        EXPECT_EQ(collect(), "+f:Good n=1@Good | +g:Good n=1@Good") << text;
+        ZipFile()
+            .add("a.json", lookupText("f:Zip m=1"))
+            .add("b.json", text)
+            .add("c.zip", text)
+            .add("d.json", lookupText("q:Zip m=1"))
+            .write(root.lookupFolder() / "p.zip");
+        EXPECT_EQ(collect(), "+f:Zip m=1@Zip n=1@Good | +g:Good n=1@Good | -q:Zip m=1@Zip") << text;
+    }
+}
+
+TEST_F(LookupCollectionTest, ABrokenPackageOrEntryCostsNoOther) {
+    const ZipBytes sound = ZipFile()
+                               .add("a.json", lookupText("f:A n=1"))
+                               .add("b.json", lookupText("f:B n=2,3 m=1"))
+                               .add("c.json", lookupText("f:C o=1"))
+                               .build();
+    const std::string around = " | +g:Good n=1@Good | -q:Good n=1@Good";
+    const std::string withoutB = "+f:A n=1@A o=1@C";
+    struct Case {
+        const char* damage;
+        ZipBytes package;
+        std::string result;
+    };
+    for (const auto& [damage, package, result] : {
+             Case{"none", sound, "+f:A m=1@B n=1@A,2@B,3@B o=1@C"},
+             Case{"truncated", ZipBytes(sound).truncate(sound.size() / 2), ""},
+             Case{"no end", ZipBytes(sound).truncate(sound.size() - 1), ""},
+             Case{"empty", ZipBytes(""), ""},
+             Case{"no zip", ZipBytes(lookupText("f:A n=1")), ""},
+             Case{"no entries", ZipBytes("PK\5\6" + std::string(18, '\0')), ""},
+             Case{"encrypted", ZipBytes(sound).markEncrypted(1), withoutB},
+             Case{"all encrypted",
+                  ZipBytes(sound).markEncrypted(0).markEncrypted(1).markEncrypted(2), ""},
+             Case{"checksum", ZipBytes(sound).breakChecksum(1), withoutB},
+             Case{"method", ZipBytes(sound).setMethod(1, 77), withoutB},
+             Case{"content", ZipBytes(sound).setContentByte(1, 0xFF), withoutB},
+             Case{"less declared", ZipBytes(sound).setDeclaredSize(1, 5), withoutB},
+             Case{"more declared", ZipBytes(sound).setDeclaredSize(1, 1U << 31), withoutB},
+         }) {
+        root.remove(root.lookupFolder());
+        write({{"a.zip/a.json", "g:Good n=1"}, {"c.zip/c.json", "q:Good n=1"}});
+        package.write(root.lookupFolder() / "b.zip");
+        EXPECT_EQ(collect(), result.empty() ? around.substr(3) : result + around) << damage;
+        root.remove(root.lookupFolder() / "a.zip");
+        root.remove(root.lookupFolder() / "c.zip");
+        write({{"a.json", "g:Good n=1"}, {"c.json", "q:Good n=1"}});
+        EXPECT_EQ(collect(), result.empty() ? around.substr(3) : result + around) << damage;
+    }
+}
+
+TEST_F(LookupCollectionTest, APackageMayHaveMoreThan65535Leaves) {
+    constexpr int kLeaves = 65'537;
+    ZipFile package;
+    for (int leaf = 0; leaf < kLeaves; ++leaf)
+        package.add(std::to_string(leaf) + (leaf == 0 ? "_de.json" : ".json"),
+                    lookupText("f:En n" + std::to_string(leaf) + "=1"));
+    package.write(root.lookupFolder() / "p.zip");
+    const auto resources = getResourceLookupFiles();
+    const auto& items = resources.first.at(u"f").items;
+    EXPECT_EQ(items.size(), kLeaves - 1U);
+    EXPECT_TRUE(items.contains(u"n1"));
+    EXPECT_TRUE(items.contains(u"n65536"));
+}
+
+TEST_F(LookupCollectionTest, EveryFileIsReadOncePackagesFirstAndOthersNotAtAll) {
+    write({{"b.json", "f:En n=1"},
+           {"a.json", "f:En n=1"},
+           {"a_de.json", "f:De n=1"},
+           {"z.zip/2.json", "f:En n=1"},
+           {"z.zip/1_ja.json", "f:En n=1"},
+           {"z.zip/1_de.json", "f:En n=1"},
+           {"z.zip/text.txt", "f:En n=1"},
+           {"y_de.zip/y_de.json", "f:En n=1"},
+           {"y_ja.zip/y.json", "f:En n=1"}});
+    ZipFile().add("bad.json", "{}").build().breakChecksum(0).write(root.lookupFolder() / "c.zip");
+    root.lookupFile("d.json", "no JSON");
+    root.lookupFile("e.zip", "no zip");
+    enableSeverities(16 | 512);
+    const testsupport::LogCapture log;
+    collect();
+    const std::string inFolder = "Reading file: " + root.lookupFolder().string() + '/';
+    EXPECT_EQ(log.messages(), (std::vector<std::string>{
+                                  "Reading file: bad", "Error reading file: bad", "Reading file: 2",
+                                  "Reading file: 1_ja", inFolder + "a.json", inFolder + "b.json",
+                                  inFolder + "d.json"}));
+}
+
+environment::TopLevelProductList installed(const char* shortName) {
+    return std::make_shared<const std::vector<std::shared_ptr<const TopLevelDocProduct>>>(
+        1, std::make_shared<const TopLevelDocProduct>("", "", shortName, "", "", "",
+                                                      TopLevelDocProduct::Properties()));
+}
+
+TEST_F(LookupCollectionTest, AFailingInstalledTestDropsTheRestOfItsFile) {
+    int calls = 0;
+    int failingCall = 0;
+    Services host = services();
+    host.supportPackageRoot = [] { return std::u16string(); };
+    host.installedHardwareSupportPackages = [](const auto&) {
+        return std::unordered_set<std::u16string>{u"p"};
+    };
+    host.installedTopLevelDocProducts = [&] {
+        if (++calls == failingCall)
+            throw ServiceFailure();
+        return installed("f");
+    };
+    useServices(host);
+    const std::string rest = " | -q:A n=1@A";
+    const std::pair<int, std::string> cases[] = {
+        {0, "+f:A n=1@A,2@B,3@B | +p:A n=1@A | -g:B n=1@B | -q:A n=1@A"},
+        {1, "+f:B n=2@B,3@B | -g:B n=1@B"},
+        {2, "+f:A n=1@A,2@B,3@B | -g:B n=1@B"},
+        {3, "+f:A n=1@A,2@B,3@B | +p:A n=1@A | -g:B n=1@B"},
+        {4, "+f:A n=1@A | +p:A n=1@A | -q:A n=1@A"},
+        {5, "+f:A n=1@A,2@B,3@B | +p:A n=1@A | -q:A n=1@A"},
+    };
+    const std::string a = "f:A n=1 | q:A n=1 | p:A n=1";
+    const std::string b = "f:B n=2,3 | g:B n=1";
+    for (const Files& files :
+         {Files{{"a.json", a}, {"b.json", b}}, Files{{"a.zip/x.json", a}, {"a.zip/y.json", b}},
+          Files{{"a.zip/x.json", a}, {"b.zip/y.json", b}}}) {
+        for (const auto& [call, result] : cases) {
+            calls = 0;
+            failingCall = call;
+            EXPECT_EQ(collect(files), result) << files[0].first << ", call " << call;
+            // Asked once for each document, but not for those that were dropped.
+            EXPECT_EQ(calls, 5 - (call == 1 ? 2 : call == 2 || call == 4 ? 1 : 0));
+        }
+    }
+}
+
+TEST_F(LookupCollectionTest, EachDocumentIsAskedForAnewAndEachFileReadInItsTurn) {
+    const Files files = {{"a.json", "f:A n=1"}, {"b.json", "f:B n=2,3"}, {"c.json", "f:C n=4"}};
+    int calls = 0;
+    Services host = services();
+    host.installedTopLevelDocProducts = [&] {
+        root.remove(root.lookupFolder() / "c.json");
+        return installed(++calls % 2 == 1 ? "f" : "other");
+    };
+    useServices(host);
+    EXPECT_EQ(collect(files), "+f:A n=1@A | -f:B n=2@B,3@B");
+}
+
+TEST_F(LookupCollectionTest, WhatServicesThrowReachesTheCallerOrCostsTheDocuments) {
+    const Files files = {{"a.json", "f:A n=1 | p:A n=1"}, {"b.zip/b.json", "q:B n=1"}};
+    const auto fails = [](const auto&...) -> std::u16string { throw ServiceFailure(); };
+    Services host = services();
+    host.installedTopLevelDocProducts = [] { return installed("f"); };
+    Services without = host;
+    without.supportPackageRoot = fails;
+    useServices(without);
+    EXPECT_EQ(collect(files), "");
+    without = host;
+    without.installedHardwareSupportPackages =
+        [](const auto&) -> std::unordered_set<std::u16string> { throw ServiceFailure(); };
+    useServices(without);
+    EXPECT_EQ(collect(files), "+f:A n=1@A | -p:A n=1@A | -q:B n=1@B");
+
+    without = host;
+    without.docLanguage = fails;
+    useServices(without);
+    EXPECT_THROW(getResourceLookupFiles(), ServiceFailure);
+    root.remove(root.lookupFolder());
+    EXPECT_THROW(getResourceLookupFiles(), ServiceFailure);
+    without.supportedDocLanguages = []() -> std::vector<std::u16string> { throw 1; };
+    useServices(without);
+    EXPECT_THROW(getResourceLookupFiles(), int);
+    environment::setServices(host);
+    EXPECT_EQ(collect(files), "+f:A n=1@A | -p:A n=1@A | -q:B n=1@B");
+}
+
+TEST_F(LookupCollectionTest, TheRootsOfTheBeginningStandToTheEnd) {
+    write({{"a.json", "f:A n=1"}});
+    Services host = services();
+    host.docLanguage = [] {
+        setReferenceRoot(u"/nowhere");
+        return std::u16string(u"ja");
+    };
+    environment::setServices(host);
+    EXPECT_EQ(collect(), "+f:A n=1@A");
+    EXPECT_EQ(collect(), "");
+}
+
+// Runs in a process of its own, in which no roots have been made yet.
+[[noreturn]] void collectForTheFirstTime() {
+    Services services;
+    services.docDataRoot = []() -> std::u16string { throw ServiceFailure(); };
+    services.docLanguage = []() -> std::u16string { throw 1; };
+    services.supportedDocLanguages = []() -> std::vector<std::u16string> { throw 2; };
+    environment::setServices(services);
+    EXPECT_THROW(getResourceLookupFiles(), ServiceFailure);
+    environment::resetServices();
+    std::exit(testing::Test::HasFailure() ? 1 : 0);
+}
+
+TEST_F(LookupCollectionTest, FirstOfAllTheRootsAreTakenAndMayFail) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(collectForTheFirstTime(), testing::ExitedWithCode(0), "");
+}
+
+} // namespace
+} // namespace reference::docparser::DocResourceParser

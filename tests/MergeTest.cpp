@@ -1,0 +1,264 @@
+#include <algorithm>
+#include <cstddef>
+#include <map>
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "environment/PathAndText.hpp"
+#include "reference/docparser/DocResourceParser.hpp"
+#include "support/LookupFixture.hpp"
+
+namespace reference::docparser {
+namespace {
+
+using MergeTest = testsupport::LookupFixture;
+
+TEST_F(MergeTest, TheLocalizedDocumentWinsInWhicheverOrderTheyAreFound) {
+    struct Case {
+        const char *english, *localized, *result;
+    };
+    // English first and localized first: files, packages, entries of one package.
+    const std::pair<const char*, const char*> places[] = {
+        {"a.json", "a_ja.json"},
+        {"b.json", "a_ja.json"},
+        {"z.zip/x.json", "a_ja.json"},
+        {"a.json", "z_ja.zip/x_ja.json"},
+        {"a.zip/x.json", "b_ja.zip/_ja.json"},
+        {"b.zip/x.json", "a_ja.zip/_ja.json"},
+        {"a.zip/x.json", "a.zip/x_ja.json"},
+    };
+    for (const auto& [english, localized, result] : {
+             Case{"f:En", "f:Ja", "+f:Ja"},
+             Case{"f:En n=1", "f:Ja", "+f:Ja n=1@En"},
+             Case{"f:En", "f:Ja n=1", "+f:Ja n=1@Ja"},
+             Case{"f:En n=1", "f:Ja n=1", "+f:Ja n=1@Ja"},
+             Case{"f:En n=1 o=2", "f:Ja m=3", "+f:Ja m=3@Ja n=1@En o=2@En"},
+             // Only a longer English list completes, with the links that are lacking.
+             Case{"f:En n=1,2,3", "f:Ja n=1,2", "+f:Ja n=1@Ja,2@Ja,3@En"},
+             Case{"f:En n=1,2,3", "f:Ja n=3", "+f:Ja n=3@Ja,1@En,2@En"},
+             Case{"f:En n=3,2,1", "f:Ja n=8,9", "+f:Ja n=8@Ja,9@Ja,3@En,2@En,1@En"},
+             Case{"f:En n=1,2", "f:Ja n=3,4", "+f:Ja n=3@Ja,4@Ja"},
+             Case{"f:En n=1,2", "f:Ja n=7,8,9", "+f:Ja n=7@Ja,8@Ja,9@Ja"},
+             Case{"f:En n=1,1,2,1", "f:Ja n=2", "+f:Ja n=2@Ja,1@En"},
+             Case{"f:En n=1,2,4", "f:Ja n=4,4", "+f:Ja n=4@Ja,4@Ja,1@En,2@En"},
+             Case{"f:En n=a,A,aa", "f:Ja n=a", "+f:Ja n=a@Ja,A@En,aa@En"},
+             Case{"f:En n=1,2 N=3", "f:Ja n=1", "+f:Ja N=3@En n=1@Ja,2@En"},
+             // Documents meet by key alone, whatever they are in their files.
+             Case{"f:En n=1", "g:Ja n=2", "+f:En n=1@En | +g:Ja n=2@Ja"},
+             Case{"f:En n=1 | p:En n=1,2", "p:Ja n=2", "+f:En n=1@En | +p:Ja n=2@Ja,1@En"},
+             Case{"f:En n=1 | p:En m=2 | q:En o=3", "f:Ja | r:Ja n=5 | q:Ja o=4",
+                  "+f:Ja n=1@En | +p:En m=2@En | -q:Ja o=4@Ja | -r:Ja n=5@Ja"},
+             Case{"x:En n=1 | p:En m=2", "x:Ja | g:Ja", "+g:Ja | +p:En m=2@En | -x:Ja n=1@En"},
+         }) {
+        for (const auto& [first, second] : places) {
+            EXPECT_EQ(collect(Files{{first, english}, {second, localized}}), result)
+                << first << ' ' << english << ", " << second << ' ' << localized;
+        }
+        EXPECT_EQ(collect(Files{{"a.zip/x_ja.json", localized}, {"a.zip/x.json", english}}), result)
+            << english << ", " << localized;
+    }
+}
+
+TEST_F(MergeTest, OfSeveralFilesTheFirstEnglishAndTheLastLocalizedOneWins) {
+    for (const auto& [files, result] : {
+             std::pair<Files, const char*>{
+                 {{"a.json", "f:Plain n=2,3 m=4"}, {"z.zip/x.json", "f:Zip n=1"}},
+                 "+f:Zip m=4@Plain n=1@Zip,2@Plain,3@Plain"},
+             {{{"a.json", "f:1 n=1"}, {"b.json", "f:2 n=1,2"}, {"c.json", "f:3 n=3,2,4"}},
+              "+f:1 n=1@1,2@2,3@3,4@3"},
+             {{{"a.json", "f:1 n=1,2"}, {"b.json", "f:2 n=3,4"}, {"c.json", "f:3 n=5,6,7"}},
+              "+f:1 n=1@1,2@1,5@3,6@3,7@3"},
+             {{{"a_ja.json", "f:1 n=1,2"}, {"b_ja.json", "f:2 n=3 m=4"}},
+              "+f:2 m=4@2 n=3@2,1@1,2@1"},
+             {{{"z_ja.zip/x_ja.json", "f:Zip n=1"}, {"a_ja.json", "f:Plain n=2"}},
+              "+f:Plain n=2@Plain"},
+             {{{"b.zip/x.json", "f:2"}, {"a.zip/y.json", "f:1"}, {"a.zip/x.json", "f:0"}}, "+f:1"},
+             {{{"b.zip/2_ja.json", "f:2"}, {"b.zip/1_ja.json", "f:1"}, {"b.zip/3.json", "f:0"}},
+              "+f:1"},
+             {{{"a.json", "f:1 n=1,2,3"}, {"b_ja.json", "f:2 n=4"}, {"c.json", "f:3 n=5,6,7,8,9"}},
+              "+f:2 n=4@2,1@1,2@1,3@1,5@3,6@3,7@3,8@3,9@3"},
+             {{{"b.zip/x.json", "f:1 n=1 n=2"}, {"b.zip/x.json", "f:2 n=3,4,1"}},
+              "+f:1 n=1@1,2@1,3@2,4@2"},
+             {{{"a.json", "f:1 n=1 | f:2 n=2,3 | p:3 m=1 | p:4 m=2"}}, "+f:1 n=1@1 | +p:3 m=1@3"},
+         })
+        EXPECT_EQ(collect(files), result) << testing::PrintToString(files);
+}
+
+/// A plain, slow account of the merge, on lookups written "href@product".
+using Lookups = std::vector<std::string>;
+
+struct Document {
+    std::string product;
+    std::map<std::string, Lookups> items;
+};
+
+struct SourceFile {
+    std::string name;
+    bool isLocalized = false;
+    std::map<std::string, Document> documents;
+};
+
+std::string hrefOf(const std::string& lookup) {
+    return lookup.substr(0, lookup.find('@'));
+}
+
+Document combine(Document winner, const Document& filler) {
+    for (const auto& [name, lookups] : filler.items) {
+        if (!winner.items.contains(name)) {
+            winner.items[name] = lookups;
+            continue;
+        }
+        Lookups& completed = winner.items[name];
+        if (completed.size() >= lookups.size())
+            continue;
+        for (const std::string& lookup : lookups) {
+            if (std::none_of(completed.begin(), completed.end(), [&](const std::string& other) {
+                    return hrefOf(other) == hrefOf(lookup);
+                }))
+                completed.push_back(lookup);
+        }
+    }
+    return winner;
+}
+
+std::string notationOf(const std::map<std::string, Document>& documents, bool isSource) {
+    std::string text;
+    for (const auto& [key, document] : documents) {
+        text += (text.empty() ? "" : " | ") + key + ':' + document.product;
+        for (const auto& [name, lookups] : document.items) {
+            text += ' ' + name + '=';
+            for (const std::string& lookup : lookups)
+                text += (isSource ? hrefOf(lookup) : lookup) + ',';
+            text.pop_back();
+        }
+    }
+    return text;
+}
+
+std::string combineAll(const std::vector<SourceFile>& files) {
+    std::map<std::string, Document> result;
+    for (const SourceFile& file : files) {
+        for (const auto& [key, document] : file.documents) {
+            const std::string marked = (key < "q" ? '+' : '-') + key;
+            if (!result.contains(marked))
+                result[marked] = document;
+            else if (file.isLocalized)
+                result[marked] = combine(document, result[marked]);
+            else
+                result[marked] = combine(result[marked], document);
+        }
+    }
+    return notationOf(result, false);
+}
+
+std::vector<std::pair<std::string, std::string>> toFiles(const std::vector<SourceFile>& sources) {
+    std::vector<std::pair<std::string, std::string>> files;
+    for (const SourceFile& source : sources)
+        files.emplace_back(source.name, notationOf(source.documents, true));
+    return files;
+}
+
+/// All lists of up to three lookups over three links, the empty one too.
+std::vector<Lookups> allLists(const std::string& product) {
+    std::vector<Lookups> lists = {{}};
+    for (std::size_t shorter = 0; lists[shorter].size() < 3; ++shorter) {
+        for (const char* href : {"1@", "2@", "3@"}) {
+            lists.push_back(lists[shorter]);
+            lists.back().push_back(href + product);
+        }
+    }
+    return lists;
+}
+
+TEST_F(MergeTest, EveryPairOfShortListsIsMergedLikeTheModel) {
+    Document english{"En", {}};
+    Document localized{"Ja", {}};
+    int number = 0;
+    for (const Lookups& first : allLists("En")) {
+        for (const Lookups& second : allLists("Ja")) {
+            const std::string name = "n" + std::to_string(++number);
+            for (const auto& [document, list] :
+                 {std::pair(&english, &first), std::pair(&localized, &second)}) {
+                if (!list->empty())
+                    document->items[name] = *list;
+            }
+        }
+    }
+    ASSERT_EQ(number, 40 * 40);
+    for (const auto& [first, second] :
+         {std::pair("a.json", "b_ja.json"), {"b.json", "a_ja.json"}}) {
+        const std::vector<SourceFile> sources = {{first, false, {{"f", english}}},
+                                                 {second, true, {{"f", localized}}}};
+        EXPECT_EQ(collect(toFiles(sources)), combineAll(sources)) << first;
+    }
+    const std::vector<SourceFile> bothEnglish = {{"a.json", false, {{"f", localized}}},
+                                                 {"b.json", false, {{"f", english}}}};
+    EXPECT_EQ(collect(toFiles(bothEnglish)), combineAll(bothEnglish));
+}
+
+/// Up to six files in the order in which they are to be merged, packages first.
+std::vector<SourceFile> makeRandomFiles(std::mt19937& random) {
+    const auto below = [&random](unsigned limit) { return random() % limit; };
+    const std::size_t packages = below(4);
+    const bool onePackage = packages > 1 && below(2) == 0;
+    std::vector<SourceFile> files(packages + 1 + below(3));
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        const std::string product = std::to_string(i);
+        const bool isLocalized = below(2) == 0;
+        const std::string stem = product + (isLocalized ? "_ja" : "");
+        files[i].isLocalized = isLocalized;
+        files[i].name =
+            i >= packages ? stem + ".json" : (onePackage ? "0" : stem) + ".zip/" + stem + ".json";
+        for (const char* key : {"f", "p", "q"}) {
+            if (below(3) == 0 && !(key[0] == 'q' && files[i].documents.empty()))
+                continue;
+            Document& document = files[i].documents[key];
+            document.product = product;
+            for (unsigned items = below(12); items > 0; --items)
+                document.items[std::string(1, "lmn"[below(3)])].push_back(std::to_string(below(5)) +
+                                                                          '@' + product);
+        }
+    }
+    return files;
+}
+
+TEST_F(MergeTest, RandomFilesAreMergedLikeTheModel) {
+    std::mt19937 random(20260101);
+    for (int round = 0; round < 300; ++round) {
+        const std::vector<SourceFile> sources = makeRandomFiles(random);
+        ASSERT_EQ(collect(toFiles(sources)), combineAll(sources))
+            << testing::PrintToString(toFiles(sources));
+    }
+}
+
+// Comparing each with each would take for ever: the links differ only at their ends.
+TEST_F(MergeTest, VeryLongListsAreCompletedExactly) {
+    constexpr std::size_t kCount = 100'000;
+    const std::string link = std::string(80, 'x') + '/';
+    std::string english = "f:En n=";
+    std::string localized = "f:Ja n=";
+    std::string result = "+f:Ja n=";
+    const auto append = [&](std::string& text, std::size_t number, const char* end) {
+        text += link + std::to_string(kCount + number) + end;
+    };
+    for (std::size_t i = 0; i < kCount; ++i) {
+        append(english, kCount - i, ",");
+        append(localized, 3 * i, ",");
+        append(result, 3 * i, "@Ja,");
+    }
+    append(english, 1, "");
+    for (std::size_t i = 0; i < kCount; ++i) {
+        if ((kCount - i) % 3 != 0)
+            append(result, kCount - i, "@En,");
+    }
+    result.pop_back();
+    for (const auto& [first, second] : {std::pair("a.json", "b_ja.json"), {"b.json", "a_ja.json"}})
+        EXPECT_TRUE(collect({{first, english}, {second, localized}}) == result) << first;
+}
+
+} // namespace
+} // namespace reference::docparser
