@@ -1,3 +1,5 @@
+#include <functional>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -13,6 +15,7 @@
 #include "environment/Services.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 #include "support/LibraryFixture.hpp"
+#include "support/LookupFixture.hpp"
 
 namespace reference::docparser::DocResourceParser {
 namespace {
@@ -20,18 +23,9 @@ namespace {
 using doc_products_shared::TopLevelDocProduct;
 using environment::TopLevelProductList;
 using fl::i18n::to_string;
+using testsupport::makeProducts;
 using testsupport::ServiceFailure;
 using Names = std::unordered_set<std::u16string>;
-
-std::shared_ptr<const TopLevelDocProduct> makeProduct(const std::string& shortName) {
-    return std::make_shared<const TopLevelDocProduct>("", "", shortName, "", "", "",
-                                                      TopLevelDocProduct::Properties());
-}
-
-TopLevelProductList makeProducts(std::vector<std::shared_ptr<const TopLevelDocProduct>> products) {
-    return std::make_shared<const std::vector<std::shared_ptr<const TopLevelDocProduct>>>(
-        std::move(products));
-}
 
 /// The host's services with all that is asked of them: "r" for the root of the support packages,
 /// "s" for the support packages under it, "p" for the products. One that is in `failing` throws.
@@ -58,7 +52,7 @@ protected:
 
     std::string takeAsked() { return std::exchange(asked, ""); }
 
-    TopLevelProductList products = makeProducts({makeProduct("host")});
+    TopLevelProductList products = makeProducts({"host"});
     Names packages = {u"board"};
     std::string failing;
 
@@ -91,11 +85,14 @@ TEST_F(InstalledProductsTest, AKeyIsAShortNameOrASupportPackage) {
 }
 
 TEST_F(InstalledProductsTest, AMissingListOrProductIsNone) {
+    auto withNull = *makeProducts({"host", "host"});
+    withNull.front() = nullptr;
     for (const TopLevelProductList& list :
-         {TopLevelProductList(), makeProducts({}), makeProducts({nullptr, makeProduct("host")})}) {
+         {TopLevelProductList(), makeProducts({}),
+          TopLevelProductList(std::make_shared<const decltype(withNull)>(withNull))}) {
         products = list;
         EXPECT_EQ(getTopLevelProducts(), list);
-        EXPECT_EQ(isProductInstalled(u"host"), list && list->size() == 2);
+        EXPECT_EQ(isProductInstalled(u"host"), list && !list->empty());
         EXPECT_FALSE(isProductInstalled(u"other"));
         EXPECT_TRUE(isProductInstalled(u"board"));
     }
@@ -109,7 +106,7 @@ TEST_F(InstalledProductsTest, EachQuestionAsksForTheProductsOnceAndForThePackage
     EXPECT_EQ(getTopLevelProducts(), products);
     getHardwareSupportPackages();
     EXPECT_EQ(takeAsked(), "ppp");
-    products = makeProducts({makeProduct("none")});
+    products = makeProducts({"none"});
     EXPECT_TRUE(isProductInstalled(u"none"));
 }
 
@@ -180,7 +177,7 @@ TEST_F(InstalledProductsTest, TestProductsHaveFixedTextsAndOneList) {
     EXPECT_EQ(list->size(), 3U);
 }
 
-// "product product | package package", and ": " with what the services were asked for it.
+// "product product | package package"
 std::string stateNotation() {
     std::string notation;
     const auto products = getTopLevelProducts();
@@ -194,26 +191,24 @@ std::string stateNotation() {
 }
 
 TEST_F(InstalledProductsTest, TestProductsStandUntilTheyAreReplacedOrForgotten) {
-    const auto apply = [](char operation) {
-        switch (operation) {
-        case 'a':
-            return setTestProducts({u"B", u"A"}, {u"X", u"X"});
-        case 'b':
-            return setTestProducts({u"C"}, {u"Y", u"Z"});
-        case 'e':
-            return setTestProducts({}, {});
-        case 'c':
-            return clearSupportPackageCache();
-        case 'd':
-            return restoreDefaultSettings();
-        default:
-            return setReferenceRoot(u"/set");
-        }
+    const std::map<char, std::function<void()>> functions = {
+        {'a',
+         [] {
+             setTestProducts({u"B", u"A"}, {u"X", u"X"});
+         }},
+        {'b',
+         [] {
+             setTestProducts({u"C"}, {u"Y", u"Z"});
+         }},
+        {'e', [] { setTestProducts({}, {}); }},
+        {'c', clearSupportPackageCache},
+        {'d', restoreDefaultSettings},
+        {'r', [] { setReferenceRoot(u"/set"); }},
     };
     struct Case {
-        std::string operations, state, asked;
+        std::string operations, state, services;
     };
-    for (const auto& [operations, state, asked] : {
+    for (const auto& [operations, state, services] : {
              Case{"", "host | board", "prs"},
              Case{"a", "B A | X", ""},
              Case{"e", "|", ""},
@@ -230,10 +225,10 @@ TEST_F(InstalledProductsTest, TestProductsStandUntilTheyAreReplacedOrForgotten) 
          }) {
         restoreDefaultSettings();
         for (const char operation : operations)
-            apply(operation);
+            functions.at(operation)();
         EXPECT_EQ(takeAsked(), "") << operations;
         EXPECT_EQ(stateNotation(), state) << operations;
-        EXPECT_EQ(takeAsked(), asked) << operations;
+        EXPECT_EQ(takeAsked(), services) << operations;
         EXPECT_EQ(getReferenceRoots()->referenceRoot,
                   operations.find('r') == operations.npos ? u"/data" : u"/set")
             << operations;

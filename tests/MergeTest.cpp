@@ -162,44 +162,6 @@ std::vector<std::pair<std::string, std::string>> toFiles(const std::vector<Sourc
     return files;
 }
 
-/// All lists of up to three lookups over three links, the empty one too.
-std::vector<Lookups> allLists(const std::string& product) {
-    std::vector<Lookups> lists = {{}};
-    for (std::size_t shorter = 0; lists[shorter].size() < 3; ++shorter) {
-        for (const char* href : {"1@", "2@", "3@"}) {
-            lists.push_back(lists[shorter]);
-            lists.back().push_back(href + product);
-        }
-    }
-    return lists;
-}
-
-TEST_F(MergeTest, EveryPairOfShortListsIsMergedLikeTheModel) {
-    Document english{"En", {}};
-    Document localized{"Ja", {}};
-    int number = 0;
-    for (const Lookups& first : allLists("En")) {
-        for (const Lookups& second : allLists("Ja")) {
-            const std::string name = "n" + std::to_string(++number);
-            for (const auto& [document, list] :
-                 {std::pair(&english, &first), std::pair(&localized, &second)}) {
-                if (!list->empty())
-                    document->items[name] = *list;
-            }
-        }
-    }
-    ASSERT_EQ(number, 40 * 40);
-    for (const auto& [first, second] :
-         {std::pair("a.json", "b_ja.json"), {"b.json", "a_ja.json"}}) {
-        const std::vector<SourceFile> sources = {{first, false, {{"f", english}}},
-                                                 {second, true, {{"f", localized}}}};
-        EXPECT_EQ(collect(toFiles(sources)), combineAll(sources)) << first;
-    }
-    const std::vector<SourceFile> bothEnglish = {{"a.json", false, {{"f", localized}}},
-                                                 {"b.json", false, {{"f", english}}}};
-    EXPECT_EQ(collect(toFiles(bothEnglish)), combineAll(bothEnglish));
-}
-
 /// Up to six files in the order in which they are to be merged, packages first.
 std::vector<SourceFile> makeRandomFiles(std::mt19937& random) {
     const auto below = [&random](unsigned limit) { return random() % limit; };
@@ -218,7 +180,7 @@ std::vector<SourceFile> makeRandomFiles(std::mt19937& random) {
                 continue;
             Document& document = files[i].documents[key];
             document.product = product;
-            for (unsigned items = below(12); items > 0; --items)
+            for (auto items = below(12); items > 0; --items)
                 document.items[std::string(1, "lmn"[below(3)])].push_back(std::to_string(below(5)) +
                                                                           '@' + product);
         }

@@ -161,10 +161,11 @@ TEST_F(Refdoc, SaysWhyNothingWasFound) {
     } cases[] = {
         {{"show", "missing"}, 1, "missing.json: no such file"},
         {{"show", "missing", "--language", "ja"}, 1, "missing_ja.json: no such file"},
-        {{"show", "broken"}, 1, "broken.json: no reference entries in it"},
+        {{"show", "broken"}, 1, "broken.json: unreadable, not in the format"},
         {{"show", ""}, 1, "no reference entries found"},
         {{"show", "alpha", "zoon"}, 1, "similar names: zoom"},
         {{"show", "alpha", "show"}, 1, "\"alpha\" documents nothing named \"show\""},
+        {{"show", "alpha", "show"}, 1, "alpha.json: not in it"},
         {{"show", "alpha", ""}, 1, "nothing named \"\""},
         {{"show", "alpha", "--", "--json"}, 1, "nothing named \"--json\""},
         {{"show"}, 2, "RESOURCE is required"},

@@ -1,7 +1,7 @@
 #include "discovery/DocResourceMerge.hpp"
 
+#include <set>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -13,8 +13,7 @@ using Lookups = std::vector<RefItemLookup>;
 
 // The lookups of `incoming` whose href neither `held` nor an earlier one of them has.
 std::vector<RefItemLookup*> findLackingLookups(const Lookups& held, Lookups& incoming) {
-    std::unordered_set<std::u16string_view> hrefs;
-    hrefs.reserve(held.size() + incoming.size());
+    std::set<std::u16string_view> hrefs;
     for (const RefItemLookup& lookup : held)
         hrefs.insert(lookup.getHref());
     std::vector<RefItemLookup*> lacking;
@@ -35,13 +34,21 @@ void completeLookups(Lookups& held, Lookups& incoming) {
 
 } // namespace
 
+// Only the incoming document's names are moved: what is held may be the sum of many documents.
 void mergeDocResource(DocResource<RefItemLookup>& held, DocResource<RefItemLookup>& incoming,
                       bool incomingIsLocalized) {
     if (incomingIsLocalized)
-        std::swap(held, incoming);
-    held.items.merge(incoming.items);
-    for (auto& [name, lookups] : incoming.items)
-        completeLookups(held.items.find(name)->second, lookups);
+        std::swap(held.header, incoming.header);
+    while (!incoming.items.empty()) {
+        auto moved = held.items.insert(incoming.items.extract(incoming.items.begin()));
+        if (moved.inserted)
+            continue;
+        Lookups& heldLookups = moved.position->second;
+        Lookups& incomingLookups = moved.node.mapped();
+        if (incomingIsLocalized)
+            heldLookups.swap(incomingLookups);
+        completeLookups(heldLookups, incomingLookups);
+    }
 }
 
 } // namespace reference::docparser

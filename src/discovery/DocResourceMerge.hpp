@@ -13,7 +13,8 @@ namespace reference::docparser {
 /// lookups whose href the held list, with what was appended, lacks. What remains in `incoming`
 /// has no further meaning.
 ///
-/// Costs about linear time in the documents' sizes, also for a name with very many lookups.
+/// Costs about linear time in `incoming` and in the lists of the names of both, also for a name
+/// with very many lookups; the other names of `held` cost nothing.
 void mergeDocResource(DocResource<reference::property::RefItemLookup>& held,
                       DocResource<reference::property::RefItemLookup>& incoming,
                       bool incomingIsLocalized);

@@ -1,21 +1,26 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <sstream>
 #include <string>
-#include <string_view>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
+#include <boost/json/parse.hpp>
 #include <boost/json/serialize.hpp>
+#include <boost/json/value.hpp>
 
+#include "environment/DocProducts.hpp"
 #include "environment/PathAndText.hpp"
 #include "environment/Services.hpp"
 #include "reference/docparser/DocResource.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 #include "support/LibraryFixture.hpp"
+#include "support/ResourceNotation.hpp"
 #include "support/ScopedRoot.hpp"
 #include "support/ZipFile.hpp"
 
@@ -25,37 +30,25 @@
 /// of what is installed and '-' before the others.
 namespace testsupport {
 
-inline boost::json::object parseLookupDocument(const std::string& notation, bool isMain) {
-    std::istringstream words(notation);
-    std::string word;
-    words >> word;
-    const std::size_t colon = word.find(':');
-    const std::string key = word.substr(0, colon);
-    const std::string product = word.substr(colon + 1);
-    boost::json::array items;
-    while (words >> word) {
-        const std::size_t equals = word.find('=');
-        std::istringstream hrefs(word.substr(equals + 1));
+inline void writeLookups(boost::json::object& document) {
+    boost::json::array lookups;
+    for (const boost::json::value& item : document.at("refItems").as_array()) {
+        std::istringstream hrefs(std::string(item.at("refpurpose").as_string()));
         for (std::string href; std::getline(hrefs, href, ',');)
-            items.push_back(
-                {{"name", word.substr(0, equals)}, {"href", href}, {"refpurpose", product}});
+            lookups.push_back({{"name", item.at("href")},
+                               {"href", href},
+                               {"refpurpose", document.at("productName")}});
     }
-    return {{"productName", product},
-            {"baseCode", isMain ? "not the key" : key},
-            {"helpFolder", isMain ? key : "not the key"},
-            {"helpLocation", ""},
-            {"refItems", items}};
+    document["refItems"] = lookups;
 }
 
 inline std::string lookupText(const std::string& notation) {
-    std::istringstream documents(notation);
-    std::string part;
-    std::getline(documents, part, '|');
-    boost::json::object main = parseLookupDocument(part, true);
-    boost::json::array packages;
-    while (std::getline(documents, part, '|'))
-        packages.push_back(parseLookupDocument(part, false));
-    main["supportPackages"] = packages;
+    // A full reference file's items "href=purpose" stand for "name=href,href" here.
+    boost::json::value main = boost::json::parse(referenceText(notation));
+    writeLookups(main.as_object());
+    if (boost::json::value* packages = main.as_object().if_contains("supportPackages"))
+        for (boost::json::value& package : packages->as_array())
+            writeLookups(package.as_object());
     return boost::json::serialize(main);
 }
 
@@ -80,25 +73,38 @@ inline std::string notationOf(const reference::docparser::LookupResources& resou
     return notation;
 }
 
-/// A reference root and settings of its own: the language is Japanese, German is supported too;
-/// the products "f" and "g" and the support package "p" are installed.
+inline environment::TopLevelProductList makeProducts(const std::vector<std::string>& shortNames) {
+    using Product = doc_products_shared::TopLevelDocProduct;
+    std::vector<std::shared_ptr<const Product>> products;
+    for (const std::string& name : shortNames)
+        products.push_back(
+            std::make_shared<const Product>("", "", name, "", "", "", Product::Properties()));
+    return std::make_shared<const std::vector<std::shared_ptr<const Product>>>(products);
+}
+
+/// A host whose language is Japanese, where German is supported too, and where the products "f" and
+/// "g" and the support package "p" are installed; with a reference root of its own.
 class LookupFixture : public LibraryFixture {
 protected:
     /// A name, or a package's and an entry's as in "a.zip/b.json", and the notation of the text.
     using Files = std::vector<std::pair<std::string, std::string>>;
 
     LookupFixture() {
-        environment::setServices(services());
-        reference::docparser::DocResourceParser::setReferenceRoot(root.path());
-        reference::docparser::DocResourceParser::setTestProducts({u"f", u"g"}, {u"p"});
+        environment::setServices(host());
+        reference::docparser::DocResourceParser::restoreDefaultSettings();
     }
 
-    environment::Services services() {
+    environment::Services host() {
+        using Names = std::unordered_set<std::u16string>;
         environment::Services services;
+        services.docDataRoot = [this] { return root.path(); };
         services.docLanguage = [this] { return language; };
         services.supportedDocLanguages = [] {
             return std::vector<std::u16string>{u"en", u"ja", u"de"};
         };
+        services.installedTopLevelDocProducts = [] { return makeProducts({"f", "g"}); };
+        services.supportPackageRoot = [] { return std::u16string(u"/packages"); };
+        services.installedHardwareSupportPackages = [](const auto&) { return Names{u"p"}; };
         return services;
     }
 

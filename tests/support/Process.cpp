@@ -37,6 +37,22 @@ std::string contentOf(const File& file) {
     return content;
 }
 
+/// Output is passed on as it is.
+termios lineByLineWithoutEcho() {
+    termios settings{};
+    settings.c_iflag = ICRNL;
+    settings.c_cflag = CS8 | CREAD;
+    settings.c_lflag = ICANON | ISIG;
+    constexpr cc_t controlD = 4;
+    settings.c_cc[VEOF] = controlD;
+    return settings;
+}
+
+void type(int terminal, const std::string& text) {
+    if (write(terminal, text.data(), text.size()) != static_cast<ssize_t>(text.size()))
+        throw std::system_error(errno, std::generic_category(), "write to the terminal");
+}
+
 int exitCodeOf(pid_t process) {
     int status = 0;
     while (waitpid(process, &status, 0) == -1 && errno == EINTR) {
@@ -102,16 +118,13 @@ ProcessResult run(const ProcessCall& call) {
 ProcessResult runOnTerminal(const ProcessCall& call, unsigned short columns) {
     int terminal = -1;
     const winsize window{24, columns, 0, 0};
-    const pid_t process = forkpty(&terminal, nullptr, nullptr, &window);
+    const termios settings = lineByLineWithoutEcho();
+    const pid_t process = forkpty(&terminal, nullptr, &settings, &window);
     if (process == -1)
         throw std::system_error(errno, std::generic_category(), "forkpty");
-    if (process == 0) {
-        termios settings{};
-        tcgetattr(STDOUT_FILENO, &settings);
-        settings.c_oflag &= ~static_cast<tcflag_t>(OPOST);
-        tcsetattr(STDOUT_FILENO, TCSANOW, &settings);
+    if (process == 0)
         become(call);
-    }
+    type(terminal, call.typed);
     const std::string shown = readTerminal(terminal);
     close(terminal);
     return {exitCodeOf(process), shown, {}};

@@ -15,6 +15,8 @@ struct ProcessCall {
     std::map<std::string, std::optional<std::string>> environment{};
     /// Where standard output goes instead of into the result: a file, or nowhere at all ("").
     std::optional<std::string> standardOutput{};
+    /// What the user types, for a program on a terminal.
+    std::string typed{};
 };
 
 struct ProcessResult {
@@ -27,7 +29,8 @@ struct ProcessResult {
 ProcessResult run(const ProcessCall& call);
 
 /// Runs a program with a terminal of `columns` columns as its standard streams. The result's output
-/// is what the terminal was sent, with the plain line feeds that the program wrote.
+/// is what the terminal was sent, with the plain line feeds that the program wrote; what is typed
+/// is not echoed.
 ProcessResult runOnTerminal(const ProcessCall& call, unsigned short columns);
 
 } // namespace testsupport

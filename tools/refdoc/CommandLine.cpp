@@ -13,9 +13,12 @@
 
 #include "environment/Diagnostics.hpp"
 #include "refdoc/Command.hpp"
+#include "refdoc/CompleteCommand.hpp"
 #include "refdoc/HostSetup.hpp"
+#include "refdoc/LookupCommand.hpp"
 #include "refdoc/Options.hpp"
 #include "refdoc/Output.hpp"
+#include "refdoc/ProductsCommand.hpp"
 #include "refdoc/ShowCommand.hpp"
 #include "refdoc/Version.hpp"
 
@@ -29,10 +32,13 @@ constexpr const char* kFooter = R"(Options may stand before or after the command
   2  wrong use, or the output cannot be written
 
 Examples:
+  refdoc lookup print                     find the names that begin with "print"
+  refdoc show malloc                      show the entry for a name as a manual page
   refdoc show libc                        list what the resource "libc" documents
-  refdoc show libc printf                 show one entry as a manual page
+  refdoc show libc printf                 show the entry for a name in one resource
   refdoc --language ja show libc printf   the same in Japanese
   refdoc show libc printf --json          the same for programs
+  refdoc products                         list what is installed and documented
 
 "refdoc COMMAND --help" explains a command.)";
 
@@ -90,7 +96,9 @@ ExitCode parseAndRun(int argc, char** argv) {
     application.get_formatter()->column_width(26);
     declareGlobalOptions(application, options);
     application.footer(kFooter);
-    const std::vector<Command> commands{addShowCommand(application)};
+    const std::vector<Command> commands{addLookupCommand(application), addShowCommand(application),
+                                        addProductsCommand(application),
+                                        addCompleteCommand(application)};
     application.require_subcommand(1);
     try {
         application.parse(argc, argv);
@@ -103,8 +111,8 @@ ExitCode parseAndRun(int argc, char** argv) {
 } // namespace
 
 int runCommandLine(int argc, char** argv) {
-    reserveStandardStreams();
     try {
+        reserveStandardStreams();
         return static_cast<int>(parseAndRun(argc, argv));
     } catch (const std::exception& error) {
         reportError(error.what());

@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <iostream>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <boost/log/expressions/message.hpp>
@@ -48,16 +47,6 @@ std::u16string documentationRoot(const std::string& folder) {
     return root;
 }
 
-std::vector<std::string> supportedLanguages() {
-    std::vector<std::string> languages{toUtf8(parsing::kEnglishLocale)};
-    for (std::u16string suffix : parsing::getSupportedDocLocales()) {
-        if (suffix.starts_with(parsing::kLocaleSeparator))
-            suffix.erase(0, 1);
-        languages.push_back(toUtf8(suffix));
-    }
-    return languages;
-}
-
 std::u16string documentationLanguage(const std::string& code) {
     const std::vector<std::string> languages = supportedLanguages();
     if (std::find(languages.begin(), languages.end(), code) == languages.end())
@@ -68,14 +57,28 @@ std::u16string documentationLanguage(const std::string& code) {
 
 } // namespace
 
-void setUpHost(const GlobalOptions& options) {
-    logToStandardError(options.verbose);
+std::vector<std::string> supportedLanguages() {
+    std::vector<std::string> languages{toUtf8(parsing::kEnglishLocale)};
+    for (std::u16string suffix : parsing::getSupportedDocLocales()) {
+        if (suffix.starts_with(parsing::kLocaleSeparator))
+            suffix.erase(0, 1);
+        languages.push_back(toUtf8(suffix));
+    }
+    return languages;
+}
+
+environment::Services hostServices(const GlobalOptions& options) {
     environment::Services services;
     if (options.root)
         services.docDataRoot = [root = documentationRoot(*options.root)] { return root; };
     if (options.language)
         services.docLanguage = [code = documentationLanguage(*options.language)] { return code; };
-    environment::setServices(std::move(services));
+    return services;
+}
+
+void setUpHost(const GlobalOptions& options) {
+    logToStandardError(options.verbose);
+    environment::setServices(hostServices(options));
 }
 
 } // namespace refdoc

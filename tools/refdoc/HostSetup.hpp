@@ -1,13 +1,26 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
+#include "environment/Services.hpp"
 #include "refdoc/Options.hpp"
 
 namespace refdoc {
 
-/// Makes this process the host of the library that `options` ask for: where the documentation is,
-/// in which language, and what of the log is told on stderr.
+/// The codes of the documentation languages, "en" first.
+std::vector<std::string> supportedLanguages();
+
+/// What the library asks of its host, as `options` want it: where the documentation is, and in
+/// which language.
 ///
 /// @throws UsageError when there is no such folder or language.
+environment::Services hostServices(const GlobalOptions& options);
+
+/// Makes this process the host of the library that `options` ask for, and tells the log, as much of
+/// it as they want, on stderr.
+///
+/// @throws UsageError as above.
 void setUpHost(const GlobalOptions& options);
 
 } // namespace refdoc

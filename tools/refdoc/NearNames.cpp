@@ -2,12 +2,10 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <numeric>
 #include <utility>
 
-#include <unicode/uchar.h>
-#include <unicode/ustring.h>
+#include "refdoc/Text.hpp"
 
 namespace refdoc {
 
@@ -16,16 +14,6 @@ namespace {
 /// Shorter names allow for fewer differences: any two short names are alike.
 constexpr std::size_t kGreatestDistance = 2;
 constexpr std::size_t kMostSuggestions = 5;
-
-std::u16string foldCase(std::u16string_view text) {
-    std::u16string folded(3 * text.size(), u'\0');
-    UErrorCode status = U_ZERO_ERROR;
-    const std::int32_t length =
-        u_strFoldCase(folded.data(), static_cast<std::int32_t>(folded.size()), text.data(),
-                      static_cast<std::int32_t>(text.size()), U_FOLD_CASE_DEFAULT, &status);
-    folded.resize(static_cast<std::size_t>(length));
-    return folded;
-}
 
 std::size_t lengthDifference(std::u16string_view left, std::u16string_view right) {
     return std::max(left.size(), right.size()) - std::min(left.size(), right.size());
@@ -72,6 +60,13 @@ std::vector<std::u16string> nearNames(std::u16string_view wanted,
     for (auto& [distance, name] : near)
         names.push_back(std::move(name));
     return names;
+}
+
+std::string similarNames(std::u16string_view wanted, const std::set<std::u16string>& known) {
+    std::string line;
+    for (const std::u16string& name : nearNames(wanted, known))
+        line += (line.empty() ? "\n  similar names: " : ", ") + toUtf8(name);
+    return line;
 }
 
 } // namespace refdoc

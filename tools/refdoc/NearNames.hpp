@@ -12,4 +12,7 @@ namespace refdoc {
 std::vector<std::u16string> nearNames(std::u16string_view wanted,
                                       const std::set<std::u16string>& known);
 
+/// The same in UTF-8, as a further line of a message; empty when there is none.
+std::string similarNames(std::u16string_view wanted, const std::set<std::u16string>& known);
+
 } // namespace refdoc

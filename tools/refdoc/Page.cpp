@@ -123,6 +123,10 @@ void Page::verbatim(std::u16string_view line, std::size_t indent) {
     addLine({{refdoc::printable(expandTabs(line)), Style::Plain}}, indent);
 }
 
+void Page::verbatim(const StyledText& line, std::size_t indent) {
+    addLine(printable(line), indent);
+}
+
 void Page::tag(const StyledText& tag, std::size_t indent, std::size_t hang) {
     flushTag();
     StyledText clean = printable(tag);

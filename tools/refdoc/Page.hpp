@@ -55,6 +55,7 @@ public:
 
     /// A line that is neither broken nor otherwise changed, except for tabs.
     void verbatim(std::u16string_view line, std::size_t indent);
+    void verbatim(const StyledText& line, std::size_t indent);
 
     /// A tag at `indent`; what follows at `indent + hang` begins on the tag's line if there is
     /// room.

@@ -104,7 +104,8 @@ std::string pagerCommand() {
     for (const char* name : {"MANPAGER", "PAGER"})
         if (const char* command = std::getenv(name))
             return command;
-    return "less";
+    return "for pager in pager less more; do command -v $pager >/dev/null && exec $pager; done; "
+           "exec cat";
 }
 
 /// Makes `less` show styles and UTF-8, and print at once what fits on the screen, unless the user

@@ -106,17 +106,27 @@ std::u16string joinedValues(const std::vector<std::u16string>& values) {
     return all;
 }
 
-/// An argument as a tagged paragraph: its purpose, its values and its default.
-void addArgument(Page& page, const ArgumentInfo& info, std::u16string_view defaultValue,
-                 const StyledText& tag) {
-    constexpr std::size_t indent = kIndent + kHang;
+/// Nothing for a type that says nothing.
+std::u16string typeText(reference::property::SyntaxType type) {
+    return type == reference::property::SyntaxType::getDefaultValue()
+               ? std::u16string()
+               : fromUtf8(std::string(type.toString()));
+}
+
+void addArgumentFact(Page& page, std::u16string_view name, const std::u16string& fact) {
+    if (!fact.empty())
+        page.paragraph({plain(std::u16string(name) + u": " + fact)}, kIndent + kHang, 4);
+}
+
+/// An argument as a tagged paragraph: its purpose, its type, its values and its default.
+void addArgument(Page& page, const ArgumentInfo& info, const StyledText& tag,
+                 const std::u16string& type, const std::u16string& defaultValue) {
     page.separate();
     page.tag(tag, kIndent, kHang);
-    addDescription(page, info.purpose, indent);
-    if (!info.values.empty())
-        page.paragraph({plain(u"Values: " + joinedValues(info.values))}, indent, 4);
-    if (!defaultValue.empty())
-        page.paragraph({plain(u"Default: " + std::u16string(defaultValue))}, indent, 4);
+    addDescription(page, info.purpose, kIndent + kHang);
+    addArgumentFact(page, u"Type", type);
+    addArgumentFact(page, u"Values", joinedValues(info.values));
+    addArgumentFact(page, u"Default", defaultValue);
 }
 
 void addInputs(Page& page, const RefItem& item) {
@@ -129,7 +139,7 @@ void addInputs(Page& page, const RefItem& item) {
             StyledText tag{{input.info.name, argumentStyle(input.info.name)}};
             if (input.isNameValuePair)
                 tag = {bold(input.info.name), plain(u" (name-value pair)")};
-            addArgument(page, input.info, input.defaultValue, tag);
+            addArgument(page, input.info, tag, typeText(input.syntaxType), input.defaultValue);
         }
     }
 }
@@ -139,7 +149,8 @@ void addOutputs(Page& page, const RefItem& item) {
         return;
     page.section(u"OUTPUTS");
     for (const OutputArgument& output : item.outputs)
-        addArgument(page, output.info, {}, {{output.info.name, Style::Underline}});
+        addArgument(page, output.info, {{output.info.name, Style::Underline}},
+                    typeText(output.syntaxType), {});
 }
 
 void addParameters(Page& page, const RefItem& item) {
@@ -147,7 +158,7 @@ void addParameters(Page& page, const RefItem& item) {
         return;
     page.section(u"PARAMETERS");
     for (const ArgumentWithDefault& parameter : item.parameters)
-        addArgument(page, parameter.info, parameter.defaultValue, {bold(parameter.info.name)});
+        addArgument(page, parameter.info, {bold(parameter.info.name)}, {}, parameter.defaultValue);
 }
 
 void addProperties(Page& page, const RefItem& item) {
@@ -157,7 +168,7 @@ void addProperties(Page& page, const RefItem& item) {
     for (const ClassPropertyGroup& group : item.classPropertyGroups) {
         addGroupTitle(page, u"PROPERTIES", group.title);
         for (const ArgumentWithDefault& property : group.properties)
-            addArgument(page, property.info, property.defaultValue, {bold(property.info.name)});
+            addArgument(page, property.info, {bold(property.info.name)}, {}, property.defaultValue);
     }
 }
 

@@ -4,7 +4,7 @@
 
 namespace refdoc {
 
-/// `refdoc show RESOURCE [NAME]`: the full reference entries of a resource.
+/// `refdoc show [RESOURCE] [NAME]`: full reference entries.
 Command addShowCommand(CLI::App& application);
 
 } // namespace refdoc

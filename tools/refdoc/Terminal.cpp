@@ -36,13 +36,18 @@ std::optional<std::size_t> windowWidth() {
     return window.ws_col;
 }
 
-std::size_t pageWidth(bool interactive) {
+std::size_t screenWidth(bool interactive) {
     if (const auto asked = columnCount(variable("MANWIDTH")))
         return *asked;
     if (!interactive)
         return kUsualWidth;
     const auto columns = columnCount(variable("COLUMNS"));
-    return std::min(columns ? *columns : windowWidth().value_or(kUsualWidth), kComfortableWidth);
+    return columns ? *columns : windowWidth().value_or(kUsualWidth);
+}
+
+std::size_t textWidth(bool interactive) {
+    const bool asked = columnCount(variable("MANWIDTH")).has_value();
+    return asked ? screenWidth(interactive) : std::min(screenWidth(interactive), kComfortableWidth);
 }
 
 } // namespace
@@ -50,7 +55,7 @@ std::size_t pageWidth(bool interactive) {
 Terminal standardOutputTerminal() {
     const bool interactive = isatty(STDOUT_FILENO) == 1;
     const bool styled = interactive && variable("NO_COLOR").empty() && variable("TERM") != "dumb";
-    return {interactive, styled, pageWidth(interactive)};
+    return {interactive, styled, textWidth(interactive), screenWidth(interactive)};
 }
 
 } // namespace refdoc

@@ -6,13 +6,15 @@ namespace refdoc {
 
 /// What standard output can show.
 struct Terminal {
-    bool interactive; ///< whether it is a terminal at all
-    bool styled;      ///< whether bold and underlined text is wanted and possible
-    std::size_t width;
+    bool interactive;        ///< whether it is a terminal at all
+    bool styled;             ///< whether bold and underlined text is wanted and possible
+    std::size_t width;       ///< for text
+    std::size_t screenWidth; ///< for tables
 };
 
-/// The width is what MANWIDTH says; else the terminal's (COLUMNS, or what it answers), but at most
-/// 100 columns, since longer lines read badly; else 80.
+/// The width for text is what MANWIDTH says; else the terminal's (COLUMNS, or what it answers), but
+/// at most 100 columns, since longer lines read badly; else 80. Tables may be as wide as the
+/// terminal.
 Terminal standardOutputTerminal();
 
 } // namespace refdoc

@@ -88,6 +88,17 @@ std::vector<std::u16string_view> splitLines(std::u16string_view text) {
     return lines;
 }
 
+std::u16string foldCase(std::u16string_view text) {
+    constexpr std::size_t mostUnitsPerUnit = 3;
+    std::u16string folded(mostUnitsPerUnit * text.size(), u'\0');
+    UErrorCode status = U_ZERO_ERROR;
+    const std::int32_t length =
+        u_strFoldCase(folded.data(), static_cast<std::int32_t>(folded.size()), text.data(),
+                      static_cast<std::int32_t>(text.size()), U_FOLD_CASE_DEFAULT, &status);
+    folded.resize(static_cast<std::size_t>(length));
+    return folded;
+}
+
 bool equalsIgnoringCase(std::u16string_view left, std::u16string_view right) {
     return compareIgnoringCase(left, right) == 0;
 }

@@ -22,6 +22,9 @@ std::string printableUtf8(std::string_view text);
 /// The lines of `text` without their ends, which may be LF, CR LF or CR.
 std::vector<std::u16string_view> splitLines(std::u16string_view text);
 
+/// `text` as it compares when letter case counts for nothing.
+std::u16string foldCase(std::u16string_view text);
+
 bool equalsIgnoringCase(std::u16string_view left, std::u16string_view right);
 
 /// Case-insensitive order; texts that differ in case only stand in code unit order.

@@ -15,6 +15,10 @@ namespace {
 std::size_t characterWidth(UChar32 character) {
     if (character >= 0x20 && character < 0x7F)
         return 1;
+    constexpr UChar32 softHyphen = 0xAD;
+    if (character == softHyphen ||
+        u_hasBinaryProperty(character, UCHAR_PREPENDED_CONCATENATION_MARK))
+        return 1;
     constexpr std::uint32_t zeroWidth = U_GC_MN_MASK | U_GC_ME_MASK | U_GC_CF_MASK | U_GC_CC_MASK;
     if ((U_GET_GC_MASK(character) & zeroWidth) != 0)
         return 0;

@@ -177,8 +177,9 @@ DOCPARSER_API void setTestProducts(const std::vector<std::u16string>& products,
 /// @par Format As for `getResourceFile`, with items that have at least the strings "name",
 ///      "refpurpose" and "href".
 /// @par Thread safety Nothing is locked while files are read and parsed; nothing is cached.
-/// @par Complexity Linear in the bytes of all files, plus one call of `isProductInstalled` for
-///      each document.
+/// @par Complexity About linear in the bytes of all files, plus one call of `isProductInstalled`
+///      for each document. A name that has a longer list than each of several further documents of
+///      its key costs its whole list again for each of them.
 DOCPARSER_API LookupResources getResourceLookupFiles();
 
 /// Reads the full reference entries of one resource: the file `<name>.json` in the reference API

@@ -1,0 +1,183 @@
+#include <string>
+
+#include <boost/json/array.hpp>
+#include <boost/json/parse.hpp>
+#include <boost/json/value.hpp>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/RefdocLookupFixture.hpp"
+
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testsupport::ProcessResult;
+using testsupport::RefdocLookup;
+
+TEST_F(RefdocLookup, FindsNamesByPattern) {
+    const struct {
+        Words arguments;
+        std::string found;
+    } cases[] = {
+        // The same spelling first, then the same name in other letters, then longer names.
+        {{"zoom"}, "zoom/alpha zoom/zeta Zoom/alpha zoomAll/alpha "},
+        {{"Zoom"}, "Zoom/alpha "},
+        {{"zoomA"}, "zoomAll/alpha "},
+        {{"zooma"}, "zoomAll/alpha "},
+        {{"zoomAL"}, ""},
+        {{"unz"}, "Unzoom/alpha "},
+        {{"nzoom"}, ""},
+        // Letter case beyond ASCII.
+        {{"über"}, "Über/alpha "},
+        {{"strasse"}, "Straße/alpha "},
+        {{"Strasse"}, ""},
+        {{"Ü"}, "Über/alpha "},
+        // Whole names, as in the shell, one character being one even where it is two bytes.
+        {{"*zoom"}, "Unzoom/alpha Zoom/alpha zoom/alpha zoom/zeta "},
+        {{"Z*"}, "Zoom/alpha "},
+        {{"zoom*"}, "Zoom/alpha zoom/alpha zoom/zeta zoomAll/alpha "},
+        {{"?ber"}, "Über/alpha "},
+        {{"??ber"}, ""},
+        {{"[uz]*m"}, "Unzoom/alpha Zoom/alpha zoom/alpha zoom/zeta "},
+        {{"[!u]oom"}, "Zoom/alpha zoom/alpha zoom/zeta "},
+        // What is both a name and a glob.
+        {{"a*b"}, "a*b/alpha axb/alpha "},
+        {{"a\\*b"}, "a*b/alpha "},
+        {{"["}, "[/alpha "},
+        // Filters.
+        {{"zoom", "--product", "zeta"}, "zoom/zeta "},
+        {{"zoom", "--type", "class"}, "Zoom/alpha "},
+        {{"--type", "operator"}, "a*b/alpha axb/alpha "},
+        {{"--product", "AB"}, "board/AB "},
+        {{"zoom", "--all"}, "zoom/alpha zoom/beta zoom/zeta Zoom/alpha zoomAll/alpha "},
+        {{"--all", "--product", "beta"}, "rotate/beta zoom/beta "},
+        {{"card", "--all"}, "card/AC "},
+        {{"zoom", "--limit", "2"}, "zoom/alpha zoom/zeta "},
+        {{"zoom", "--all", "--limit", "2"}, "zoom/alpha zoom/beta "},
+    };
+    for (const auto& [arguments, expected] : cases)
+        EXPECT_EQ(found(arguments), expected) << testing::PrintToString(arguments);
+}
+
+TEST_F(RefdocLookup, PrintsOneLineForEachRecord) {
+    EXPECT_EQ(refdoc({"lookup", "zoom", "--all"}).output,
+              "zoom\tfunction\tenlarge a view (deprecated)\talpha\n"
+              "zoom\tfunction\tcome nearer (not installed)\tbeta\n"
+              "zoom\tcommand\tzoom the screen\tzeta\n"
+              "Zoom\tclass\tenlarger\talpha\n"
+              "zoomAll\tfunction\tenlarge all views\talpha\n");
+    EXPECT_EQ(refdoc({"lookup", "unzoom", "--language", "ja"}).output,
+              "Unzoom\tfunction\t表示を縮小する\talpha\n");
+    EXPECT_EQ(refdoc({"lookup", "e*sc"}).output,
+              "e\uFFFDsc\tunknown\tevil \uFFFD[31m text line\talpha\n");
+}
+
+TEST_F(RefdocLookup, FitsItsColumnsToTheTerminal) {
+    const Environment plain{{"NO_COLOR", "1"}};
+    EXPECT_EQ(onTerminal({"lookup", "zoom"}, plain, 48).output,
+              "zoom     function  enlarge a view          alpha\n"
+              "                   (deprecated)\n"
+              "zoom     command   zoom the screen         zeta\n"
+              "Zoom     class     enlarger                alpha\n"
+              "zoomAll  function  enlarge all views       alpha\n");
+    EXPECT_EQ(onTerminal({"lookup", "Unz", "--language", "ja"}, plain, 46).output,
+              "Unzoom  function  表示を縮小する         alpha\n");
+    EXPECT_EQ(onTerminal({"lookup", "zoomall"}, plain, 24).output, "zoomAll  function  alpha\n"
+                                                                   "    enlarge all views\n");
+    EXPECT_EQ(onTerminal({"lookup", "pack::"}, plain, 24).output, "pack::age\n"
+                                                                  "          namespace  alpha\n"
+                                                                  "    a package\n");
+    EXPECT_THAT(onTerminal({"lookup", "zoom", "--limit", "1"}).output,
+                AllOf(HasSubstr("\x1b[1mzoom\x1b[0m"), HasSubstr("refdoc: 3 more (--limit)")));
+}
+
+TEST_F(RefdocLookup, PrintsJson) {
+    const ProcessResult result = refdoc({"lookup", "zoom", "--all", "--limit", "2", "--json"});
+    EXPECT_EQ(result.exitCode, 0);
+    const boost::json::value value = boost::json::parse(result.output);
+    EXPECT_EQ(value.at("language"), "en");
+    EXPECT_EQ(value.at("matches"), 5);
+    EXPECT_EQ(value.at("records"), boost::json::parse(R"([
+        {"name": "zoom", "entityType": "function", "functionType": "static",
+         "purpose": "enlarge a view", "deprecated": true, "href": "zoom.html", "product": "alpha",
+         "productName": "Alpha Tools", "helpFolder": "alpha", "installed": true},
+        {"name": "zoom", "entityType": "function", "functionType": "unspecified",
+         "purpose": "come nearer", "deprecated": false, "href": "zoom.html", "product": "beta",
+         "productName": "Beta", "helpFolder": "beta", "installed": false}])"));
+}
+
+TEST_F(RefdocLookup, SaysWhyNothingMatches) {
+    const struct {
+        Words arguments;
+        int exitCode;
+        std::string complaint;
+    } cases[] = {
+        {{"zomo"}, 1, "no name matches \"zomo\"\n  similar names: Zoom, zoom"},
+        {{"UNZOMM"}, 1, "similar names: Unzoom"},
+        {{"rotate"}, 1, "documented only by what is not installed: beta (--all shows it)"},
+        {{"ca", "--type", "object"}, 1, "not installed: AC (--all"},
+        {{"rotat", "--product", "beta"}, 1, "not installed: beta (--all"},
+        {{"rotaet", "--all"}, 1, "similar names: rotate"},
+        {{"zoom", "--type", "macro"}, 1, "no macro matches \"zoom\"\n"},
+        {{"--type", "macro"}, 1, "no macro is documented\n"},
+        {{"x", "--product", "alhpa"}, 1, "no product has that key"},
+        {{"x", "--product", "alhpa"}, 1, "similar names: alpha"},
+        {{"*ZOOM"}, 1, "letter case counted"},
+        {{"x", "--type", "thing"}, 2, "these are: unknown, function, method"},
+        {{"x", "--limit", "0"}, 2, "0 is not a number, 1 or more"},
+        {{"x", "--limit", "-1"}, 2, "-1 is not a number, 1 or more"},
+        {{"x", "--limit", "many"}, 2, "many is not a number"},
+        {{"x", "y"}, 2, "y"},
+    };
+    for (auto [arguments, exitCode, complaint] : cases) {
+        arguments.insert(arguments.begin(), "lookup");
+        const ProcessResult result = refdoc(arguments);
+        EXPECT_EQ(result.exitCode, exitCode) << testing::PrintToString(arguments);
+        EXPECT_THAT(result.errors, AllOf(testing::StartsWith("refdoc: "), HasSubstr(complaint)));
+        EXPECT_THAT(result.output, IsEmpty());
+    }
+    const ProcessResult json = refdoc({"lookup", "zomo", "--json"});
+    EXPECT_EQ(json.exitCode, 1);
+    EXPECT_EQ(boost::json::parse(json.output).at("records"), boost::json::array{});
+}
+
+TEST_F(RefdocLookup, SaysWhatIsWrongWithTheRoot) {
+    root_.writeFile("installedProducts.json", "[");
+    for (const Words& arguments :
+         {Words{"lookup", "zoom"}, Words{"show", "zoom"}, Words{"products"}}) {
+        const ProcessResult broken = refdoc(arguments);
+        EXPECT_EQ(broken.exitCode, 2) << arguments.front();
+        EXPECT_THAT(broken.errors, HasSubstr("installedProducts.json"));
+    }
+    root_.remove("docCatalog");
+    root_.remove("installedProducts.json");
+    const ProcessResult empty = refdoc({"lookup", "zoom"});
+    EXPECT_EQ(empty.exitCode, 1);
+    EXPECT_THAT(empty.errors, AllOf(HasSubstr("no lookup records found in "),
+                                    HasSubstr(root_.lookupFolder().string())));
+}
+
+TEST_F(RefdocLookup, NeverPrintsControlCharactersOfDocuments) {
+    for (const Words& arguments :
+         {Words{"lookup"}, Words{"lookup", "--json"}, Words{"lookup", "\x1b[31mx"},
+          Words{"products"}, Words{"products", "--json"}, Words{"show", "\x1b[31mx"},
+          Words{"show", "e\x1bsc"}, Words{"complete", "2", "--", "refdoc", "lookup", "e"}}) {
+        const ProcessResult result = refdoc(arguments);
+        for (const std::string& text : {result.output, result.errors})
+            EXPECT_THAT(text, AllOf(Not(HasSubstr("\x1b")), Not(HasSubstr("\xC2\x9B"))));
+    }
+}
+
+TEST_F(RefdocLookup, ExplainsItself) {
+    for (const char* command : {"lookup", "show", "products"}) {
+        const ProcessResult result = refdoc({command, "--help"});
+        EXPECT_EQ(result.exitCode, 0);
+        EXPECT_THAT(result.output, AllOf(HasSubstr("Exit codes:"), HasSubstr("Examples:"),
+                                         HasSubstr(std::string("  refdoc ") + command)));
+    }
+}
+
+} // namespace

@@ -1,0 +1,147 @@
+#include "refdoc/Completions.hpp"
+
+#include <map>
+#include <set>
+#include <string_view>
+#include <utility>
+
+#include "environment/ReferenceProperty.hpp"
+#include "refdoc/HostSetup.hpp"
+#include "refdoc/Text.hpp"
+#include "reference/docparser/DocResourceParser.hpp"
+
+namespace refdoc {
+
+namespace {
+
+using namespace reference::docparser;
+using reference::property::RefItemLookup;
+using LookupDocuments = std::map<std::u16string, DocResource<RefItemLookup>>;
+
+/// Collects the completions of one word.
+class Collector {
+public:
+    explicit Collector(const CommandWords& words)
+        : fixedPart_(words.fixedPart()), word_(words.word()), wideWord_(fromUtf8(word_)) {}
+
+    const std::u16string& word() const { return wideWord_; }
+
+    void add(const std::string& word, const std::string& meaning = {}) {
+        if (word.starts_with(word_) && known_.insert(word).second)
+            completions_.push_back({fixedPart_ + word, meaning});
+    }
+
+    /// What a terminal could not show as it is could not be typed either.
+    void add(const std::u16string& word, const std::u16string& meaning) {
+        if (word.starts_with(wideWord_) && printable(word) == word)
+            add(toUtf8(word), toUtf8(printable(meaning)));
+    }
+
+    std::vector<Completion> take() { return std::move(completions_); }
+
+private:
+    std::string fixedPart_;
+    std::string word_;
+    std::u16string wideWord_;
+    std::set<std::string> known_;
+    std::vector<Completion> completions_;
+};
+
+void addOptions(const CLI::App& application, Collector& collector) {
+    for (const CLI::Option* option : application.get_options())
+        for (const std::string& name : option->get_lnames())
+            collector.add("--" + name, option->get_description());
+}
+
+void addCommands(const CLI::App& application, Collector& collector) {
+    const auto isShown = [](const CLI::App* command) { return !command->get_group().empty(); };
+    for (const CLI::App* command : application.get_subcommands(isShown))
+        collector.add(command->get_name(), command->get_description());
+}
+
+void addProducts(const LookupDocuments& documents, Collector& collector) {
+    for (const auto& [key, document] : documents)
+        collector.add(key, document.header.getProductName());
+}
+
+void addResources(const LookupDocuments& documents, Collector& collector) {
+    for (const auto& [key, document] : documents)
+        if (key == document.header.getHelpFolder())
+            collector.add(key, document.header.getProductName());
+}
+
+/// `resource` is empty for the names of all.
+void addNames(const LookupDocuments& documents, const std::u16string& resource,
+              Collector& collector) {
+    for (const auto& [key, document] : documents) {
+        if (!resource.empty() && document.header.getHelpFolder() != resource)
+            continue;
+        for (auto entry = document.items.lower_bound(collector.word());
+             entry != document.items.end() && entry->first.starts_with(collector.word()); ++entry)
+            if (!entry->second.empty())
+                collector.add(entry->first, entry->second.front().getPurpose());
+    }
+}
+
+void addOptionValues(const std::string& option, Collector& collector) {
+    if (option == "--language")
+        for (const std::string& language : supportedLanguages())
+            collector.add(language);
+    if (option == "--type")
+        for (const std::string_view type : reference::property::RefEntityType::texts)
+            collector.add(std::string(type));
+    if (option == "--product") {
+        const LookupResources documents = DocResourceParser::getResourceLookupFiles();
+        addProducts(documents.first, collector);
+        addProducts(documents.second, collector);
+    }
+}
+
+/// The first word may be a resource or a name. There are too many names to offer them all.
+void addShowArguments(const CommandWords& words, Collector& collector) {
+    const LookupResources documents = DocResourceParser::getResourceLookupFiles();
+    const bool first = words.positionals().empty();
+    if (words.positionals().size() > 1)
+        return;
+    const std::u16string resource = first ? std::u16string() : fromUtf8(words.positionals()[0]);
+    for (const LookupDocuments* map : {&documents.first, &documents.second}) {
+        if (first)
+            addResources(*map, collector);
+        const bool anyResource = first && map == &documents.second;
+        if ((!first || !collector.word().empty()) && !anyResource)
+            addNames(*map, resource, collector);
+    }
+}
+
+void addPatterns(const CommandWords& words, Collector& collector) {
+    if (!words.positionals().empty())
+        return;
+    const LookupResources documents = DocResourceParser::getResourceLookupFiles();
+    addNames(documents.first, {}, collector);
+    if (words.hasFlag("--all"))
+        addNames(documents.second, {}, collector);
+}
+
+} // namespace
+
+std::vector<Completion> completionsOf(const CommandWords& words) {
+    Collector collector(words);
+    const std::string command = words.command().get_name();
+    const bool wantsOption = words.optionsAllowed() && words.word().starts_with("-");
+    if (words.optionToFill() != nullptr) {
+        addOptionValues(words.optionToFill()->get_name(), collector);
+    } else if (wantsOption) {
+        if (&words.command() != &words.application())
+            addOptions(words.command(), collector);
+        addOptions(words.application(), collector);
+    } else if (&words.command() == &words.application()) {
+        addCommands(words.application(), collector);
+    } else if (command == "show") {
+        addShowArguments(words, collector);
+    } else if (command == "lookup") {
+        addPatterns(words, collector);
+    }
+    return collector.take();
+}
+
+} // namespace refdoc

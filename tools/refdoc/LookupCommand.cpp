@@ -1,0 +1,226 @@
+#include "refdoc/LookupCommand.hpp"
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <boost/json/array.hpp>
+#include <boost/json/object.hpp>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include "refdoc/ItemJson.hpp"
+#include "refdoc/LookupSearch.hpp"
+#include "refdoc/NearNames.hpp"
+#include "refdoc/Output.hpp"
+#include "refdoc/Pager.hpp"
+#include "refdoc/PrettyJson.hpp"
+#include "refdoc/Table.hpp"
+#include "refdoc/Terminal.hpp"
+#include "refdoc/Text.hpp"
+#include "reference/docparser/DocResourceParser.hpp"
+#include "reference/docparser/ParsingTools.hpp"
+
+namespace refdoc {
+
+namespace {
+
+using namespace reference::docparser;
+using reference::property::RefEntityType;
+
+constexpr const char* kFooter =
+    R"(A PATTERN with *, ? or [...] stands for whole names (quote it for the shell); any other one
+finds the name itself, then all names that begin with it. Letter case counts only when the PATTERN
+has an upper-case letter.
+
+On a terminal the columns are name, type, purpose and product; elsewhere each record is one line
+with tabs between these four. What is deprecated or not installed is marked as such after the
+purpose. Exit codes: 0 found, 1 nothing found, 2 wrong use.
+
+Examples:
+  refdoc lookup print                       printf and its kin
+  refdoc lookup '*printf' --product libc    names that end in printf, of one product
+  refdoc lookup --type macro                all macros
+  refdoc lookup SSL_ --all --limit 5        also products that are not installed)";
+
+struct LookupArguments {
+    std::optional<std::string> pattern;
+    std::optional<std::string> type;
+    std::optional<std::string> product;
+    std::optional<std::size_t> limit;
+    bool all = false;
+};
+
+RefEntityType entityType(const std::string& text) {
+    try {
+        return RefEntityType::stringToEnum(text);
+    } catch (const std::invalid_argument&) {
+        throw UsageError(fmt::format("--type: {} is no type of names; these are: {}", text,
+                                     fmt::join(RefEntityType::texts, ", ")));
+    }
+}
+
+LookupQuery makeQuery(const LookupArguments& arguments) {
+    LookupQuery query;
+    if (arguments.pattern)
+        query.pattern.emplace(fromUtf8(*arguments.pattern));
+    if (arguments.type)
+        query.type = entityType(*arguments.type);
+    if (arguments.product)
+        query.product = fromUtf8(*arguments.product);
+    return query;
+}
+
+std::u16string markedPurpose(const LookupRecord& record) {
+    const bool deprecated = record.item->isDeprecated();
+    const std::u16string_view mark = deprecated && !record.installed
+                                         ? u" (deprecated, not installed)"
+                                     : deprecated        ? u" (deprecated)"
+                                     : !record.installed ? u" (not installed)"
+                                                         : u"";
+    return record.item->getPurpose() + std::u16string(mark);
+}
+
+std::string asTable(const std::vector<LookupRecord>& records, const Terminal& terminal) {
+    Table table({{{}, 3}, {{}, 1}, {{}, 0}, {{}, 4}});
+    for (const LookupRecord& record : records)
+        table.add({record.item->getName(), fromUtf8(record.item->getEntityType().toString()),
+                   markedPurpose(record), *record.product});
+    return table.text(terminal);
+}
+
+boost::json::object recordJson(const LookupRecord& record) {
+    return {{"name", toJson(record.item->getName())},
+            {"entityType", record.item->getEntityType().toString()},
+            {"functionType", record.item->getFunctionType().toString()},
+            {"purpose", toJson(record.item->getPurpose())},
+            {"deprecated", record.item->isDeprecated()},
+            {"href", toJson(record.item->getHref())},
+            {"product", toJson(*record.product)},
+            {"productName", toJson(record.header->getProductName())},
+            {"helpFolder", toJson(record.header->getHelpFolder())},
+            {"installed", record.installed}};
+}
+
+std::string asJson(const std::vector<LookupRecord>& records, std::size_t matches) {
+    boost::json::array array;
+    array.reserve(records.size());
+    for (const LookupRecord& record : records)
+        array.emplace_back(recordJson(record));
+    return prettyJson(boost::json::object{
+        {"language", toJson(DocResourceParser::ParsingTools::getCurrentLocale())},
+        {"matches", matches},
+        {"records", std::move(array)}});
+}
+
+std::string describeQuery(const LookupArguments& arguments) {
+    return fmt::format(
+        "no {}{}{}", arguments.type ? *arguments.type : "name",
+        arguments.pattern ? fmt::format(" matches \"{}\"", *arguments.pattern) : " is documented",
+        arguments.product ? fmt::format(" in product \"{}\"", *arguments.product) : "");
+}
+
+/// Why there may be nothing in the product that was asked for; empty when it is a known one.
+std::string unknownProduct(const LookupArguments& arguments, const LookupResources& documents) {
+    const std::u16string wanted = fromUtf8(arguments.product.value_or(""));
+    if (!arguments.product || documents.first.contains(wanted) || documents.second.contains(wanted))
+        return {};
+    std::set<std::u16string> known;
+    for (const auto* map : {&documents.first, &documents.second})
+        for (const auto& [key, document] : *map)
+            known.insert(key);
+    return "\n  no product has that key (see refdoc products)" + similarNames(wanted, known);
+}
+
+/// Tells that products which are not installed have what was asked for; empty when none has.
+std::string foundElsewhere(const LookupResources& documents, const LookupQuery& query) {
+    std::set<std::string> products;
+    for (const LookupRecord& record : findRecords(documents, query, Installed::Not))
+        products.insert(toUtf8(*record.product));
+    if (products.empty())
+        return {};
+    return fmt::format("\n  documented only by what is not installed: {} (--all shows it)",
+                       fmt::join(products, ", "));
+}
+
+std::string whyNothingFound(const LookupArguments& arguments, const LookupResources& documents,
+                            const LookupQuery& query) {
+    if (countRecords(documents) == 0) {
+        // Asked for its error: a broken list of installed products drops all records.
+        DocResourceParser::getTopLevelProducts();
+        return "no lookup records found in " +
+               toUtf8(DocResourceParser::getReferenceRoots()->referenceApiLookupFolder);
+    }
+    std::string message = describeQuery(arguments);
+    const std::string elsewhere = arguments.all ? "" : foundElsewhere(documents, query);
+    const std::string unknown = unknownProduct(arguments, documents);
+    if (!elsewhere.empty() || !unknown.empty())
+        return message + elsewhere + unknown;
+    if (query.pattern && query.pattern->isGlob() && query.pattern->caseCounts())
+        message += "\n  letter case counted, since there are upper-case letters";
+    if (query.pattern && !query.pattern->isGlob())
+        message += similarNames(fromUtf8(*arguments.pattern), documents, query,
+                                arguments.all ? Installed::Either : Installed::Only);
+    return message;
+}
+
+ExitCode lookUp(const LookupArguments& arguments, const GlobalOptions& options) {
+    const LookupQuery query = makeQuery(arguments);
+    const LookupResources documents = DocResourceParser::getResourceLookupFiles();
+    std::vector<LookupRecord> records =
+        findRecords(documents, query, arguments.all ? Installed::Either : Installed::Only);
+    const std::size_t matches = records.size();
+    records.resize(std::min(matches, arguments.limit.value_or(matches)));
+    if (matches == 0)
+        reportError(whyNothingFound(arguments, documents, query));
+    const Terminal terminal = standardOutputTerminal();
+    if (options.json)
+        writeOutput(asJson(records, matches));
+    else if (matches > 0)
+        showText(asTable(records, terminal), terminal);
+    if (terminal.interactive && !options.json && records.size() < matches)
+        reportError(fmt::format("{} more (--limit)", matches - records.size()));
+    return matches == 0 ? ExitCode::NothingFound : ExitCode::Found;
+}
+
+/// Empty when `text` is a number greater than 0.
+std::string complaintAboutCount(const std::string& text) {
+    const bool isNumber = !text.empty() && text.find_first_not_of("0123456789") == text.npos;
+    const bool isPositive = text.find_first_not_of('0') != text.npos;
+    return isNumber && isPositive ? "" : text + " is not a number, 1 or more";
+}
+
+void declareOptions(CLI::App& declaration, LookupArguments& arguments) {
+    declaration.add_option("PATTERN", arguments.pattern, "Which names; without it all are listed")
+        ->type_name("");
+    declaration.add_option("--type", arguments.type, "Only names of this type")->type_name("TYPE");
+    declaration
+        .add_option("--product", arguments.product,
+                    "Only this product or support package, by its key")
+        ->type_name("KEY");
+    declaration.add_flag("--all", arguments.all, "Also names of products that are not installed");
+    declaration.add_option("--limit", arguments.limit, "At most this many, 1 or more")
+        ->type_name("N")
+        ->check(complaintAboutCount, "");
+}
+
+} // namespace
+
+Command addLookupCommand(CLI::App& application) {
+    const auto arguments = std::make_shared<LookupArguments>();
+    CLI::App* declaration =
+        application.add_subcommand("lookup", "Find documented names by pattern, type and product");
+    declareOptions(*declaration, *arguments);
+    declaration->footer(kFooter);
+    return {declaration,
+            [arguments](const GlobalOptions& options) { return lookUp(*arguments, options); }};
+}
+
+} // namespace refdoc

@@ -1,0 +1,94 @@
+#include "refdoc/LookupSearch.hpp"
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <tuple>
+#include <utility>
+
+#include "refdoc/NearNames.hpp"
+#include "refdoc/Text.hpp"
+
+namespace refdoc {
+
+namespace {
+
+using reference::docparser::DocResource;
+using reference::docparser::LookupResources;
+using reference::property::RefItemLookup;
+using LookupDocuments = std::map<std::u16string, DocResource<RefItemLookup>>;
+
+struct FoundRecord {
+    NameMatch match;
+    std::u16string foldedName;
+    LookupRecord record;
+};
+
+bool precedes(const FoundRecord& left, const FoundRecord& right) {
+    const auto order = [](const FoundRecord& found) {
+        return std::tie(found.match, found.foldedName, found.record.item->getName(),
+                        *found.record.product);
+    };
+    return order(left) < order(right);
+}
+
+void addMatches(const std::u16string& product, const DocResource<RefItemLookup>& document,
+                bool installed, const LookupQuery& query, std::vector<FoundRecord>& found) {
+    for (const auto& [name, items] : document.items) {
+        const auto match = query.pattern ? query.pattern->match(name) : NameMatch::Glob;
+        if (!match)
+            continue;
+        const std::u16string foldedName = foldCase(name);
+        for (const RefItemLookup& item : items)
+            if (!query.type || item.getEntityType() == *query.type)
+                found.push_back(
+                    {*match, foldedName, {&product, &document.header, &item, installed}});
+    }
+}
+
+void addMatches(const LookupDocuments& documents, bool installed, const LookupQuery& query,
+                std::vector<FoundRecord>& found) {
+    for (const auto& [product, document] : documents)
+        if (!query.product || product == *query.product)
+            addMatches(product, document, installed, query, found);
+}
+
+std::size_t countRecords(const LookupDocuments& documents) {
+    std::size_t count = 0;
+    for (const auto& [product, document] : documents)
+        for (const auto& [name, items] : document.items)
+            count += items.size();
+    return count;
+}
+
+} // namespace
+
+std::vector<LookupRecord> findRecords(const LookupResources& documents, const LookupQuery& query,
+                                      Installed installed) {
+    std::vector<FoundRecord> found;
+    if (installed != Installed::Not)
+        addMatches(documents.first, true, query, found);
+    if (installed != Installed::Only)
+        addMatches(documents.second, false, query, found);
+    std::stable_sort(found.begin(), found.end(), precedes);
+    std::vector<LookupRecord> records;
+    records.reserve(found.size());
+    for (const FoundRecord& match : found)
+        records.push_back(match.record);
+    return records;
+}
+
+std::size_t countRecords(const LookupResources& documents) {
+    return countRecords(documents.first) + countRecords(documents.second);
+}
+
+std::string similarNames(std::u16string_view wanted, const LookupResources& documents,
+                         LookupQuery query, Installed installed) {
+    query.pattern.reset();
+    std::set<std::u16string> known;
+    for (const LookupRecord& record : findRecords(documents, query, installed))
+        known.insert(record.item->getName());
+    return similarNames(wanted, known);
+}
+
+} // namespace refdoc
