@@ -153,7 +153,7 @@ TEST_F(LookupCollectionTest, ABrokenPackageOrEntryCostsNoOther) {
              Case{"more declared", ZipBytes(sound).setDeclaredSize(1, 1U << 31), withoutB},
          }) {
         root.remove(root.lookupFolder());
-        write({{"a.zip/a.json", "g:Good n=1"}, {"c.json", "q:Good n=1"}});
+        write({{"a.json", "g:Good n=1"}, {"c.zip/c.json", "q:Good n=1"}});
         package.write(root.lookupFolder() / "b.zip");
         EXPECT_EQ(collect(), result + around) << damage;
     }

@@ -14,11 +14,11 @@ run(${CMAKE_COMMAND} -S "${SOURCE_DIR}" -B "${WORK_DIR}/build" -G "${GENERATOR}"
   -DCMAKE_FIND_USE_PACKAGE_REGISTRY=OFF)
 run(${CMAKE_COMMAND} --build "${WORK_DIR}/build")
 
-file(WRITE "${WORK_DIR}/root/docCatalog/referenceapi/alpha.json" [[
+file(WRITE "${WORK_DIR}/docroot/docCatalog/referenceapi/alpha.json" [[
 {"productName": "Alpha", "baseCode": "AL", "helpFolder": "alpha", "helpLocation": "help/alpha",
  "refItems": [{"href": "alpha/spin.html", "refpurpose": "Turn a shape"}]}
 ]])
-run("${WORK_DIR}/build/consumer" "${WORK_DIR}/root")
+run("${WORK_DIR}/build/consumer" "${WORK_DIR}/docroot")
 if(NOT output STREQUAL "alpha: alpha/spin.html: Turn a shape\n")
   message(FATAL_ERROR "The consumer printed: ${output}")
 endif()
