@@ -1,12 +1,12 @@
 #include "refdoc/Completions.hpp"
 
-#include <map>
 #include <set>
 #include <string_view>
 #include <utility>
 
 #include "environment/ReferenceProperty.hpp"
 #include "refdoc/HostSetup.hpp"
+#include "refdoc/LookupSearch.hpp"
 #include "refdoc/Text.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 
@@ -15,8 +15,6 @@ namespace refdoc {
 namespace {
 
 using namespace reference::docparser;
-using reference::property::RefItemLookup;
-using LookupDocuments = std::map<std::u16string, DocResource<RefItemLookup>>;
 
 /// Collects the completions of one word.
 class Collector {

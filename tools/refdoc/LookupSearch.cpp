@@ -1,7 +1,6 @@
 #include "refdoc/LookupSearch.hpp"
 
 #include <algorithm>
-#include <map>
 #include <set>
 #include <tuple>
 #include <utility>
@@ -16,7 +15,6 @@ namespace {
 using reference::docparser::DocResource;
 using reference::docparser::LookupResources;
 using reference::property::RefItemLookup;
-using LookupDocuments = std::map<std::u16string, DocResource<RefItemLookup>>;
 
 struct FoundRecord {
     NameMatch match;

@@ -12,6 +12,9 @@
 
 namespace refdoc {
 
+/// The lookup documents of the installed products, or of the others, by key.
+using LookupDocuments = reference::docparser::LookupResources::first_type;
+
 /// A record of a lookup document. It points into the documents that it was found in.
 struct LookupRecord {
     const std::u16string* product; ///< the document's key

@@ -23,7 +23,6 @@ namespace {
 
 using namespace reference::docparser;
 using reference::property::RefItemLookup;
-using LookupDocuments = std::map<std::u16string, DocResource<RefItemLookup>>;
 
 /// What one resource has under a name. By convention a document stands in the resource that its
 /// header's help folder names, a support package's document in that of the product it extends.

@@ -44,8 +44,8 @@ DOCPARSER_API std::u16string getFluString(const boost::json::value& value, Strin
 
 /// The text of the member `key` (UTF-8, compared byte for byte).
 ///
-/// @throws DocParserException when there is no such member or it is no string; conversions as
-/// above.
+/// @throws DocParserException when there is no such member or it is no string;
+///         conversions as above.
 DOCPARSER_API std::u16string getFluString(const boost::json::object& object, const std::string& key,
                                           StringParsingType type);
 
