@@ -136,7 +136,8 @@ class basic_ifstream;
 
 /// An input file stream for UTF-16 paths. A file that cannot be opened leaves the stream not open
 /// and failed, without raising. Only a file or a folder is opened: a named pipe, a socket or a
-/// device counts as missing, so opening never waits. A folder opens, but has no end position.
+/// device counts as missing, so opening never waits. A folder opens, but has no end position, and
+/// neither has a file with holes of more than 64 MiB, which would be read as that many zeros.
 template <>
 class basic_ifstream<char> : public std::ifstream {
 public:

@@ -1,5 +1,8 @@
 #include "environment/local/OpenedFile.hpp"
 
+#include <algorithm>
+#include <cerrno>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -9,8 +12,42 @@ namespace environment::local {
 
 namespace {
 
+constexpr off_t kMaximumHoles = 64 << 20;
+
 bool isFileOrFolder(const struct stat& status) {
     return S_ISREG(status.st_mode) || S_ISDIR(status.st_mode);
+}
+
+/// A file system that asks another process may be interrupted.
+int openDescriptor(const std::string& path) {
+    for (;;) {
+        const int number = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+        if (number >= 0 || errno != EINTR)
+            return number;
+    }
+}
+
+/// Moves the descriptor's position. A file system that knows of no holes has none.
+bool hasLargeHoles(int descriptor, off_t size) {
+    off_t holes = 0;
+    for (off_t position = 0; size - position + holes > kMaximumHoles;) {
+        const off_t hole = ::lseek(descriptor, position, SEEK_HOLE);
+        if (hole < 0 || hole >= size)
+            return false;
+        const off_t data = ::lseek(descriptor, hole, SEEK_DATA);
+        position = data < 0 ? size : std::min(data, size);
+        holes += position - hole;
+        if (holes > kMaximumHoles)
+            return true;
+    }
+    return false;
+}
+
+bool hasContent(int descriptor, const struct stat& status) {
+    if (S_ISDIR(status.st_mode))
+        return false;
+    return status.st_size <= kMaximumHoles ||
+           (!hasLargeHoles(descriptor, status.st_size) && ::lseek(descriptor, 0, SEEK_SET) == 0);
 }
 
 } // namespace
@@ -28,10 +65,11 @@ std::optional<OpenedFile> openForReading(const std::u16string& pathname) {
     // when open, for the path may have come to name another file meanwhile.
     if (!path || ::stat(path->c_str(), &status) != 0 || !isFileOrFolder(status))
         return std::nullopt;
-    FileDescriptor descriptor(::open(path->c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    FileDescriptor descriptor(openDescriptor(*path));
     if (descriptor.get() < 0 || ::fstat(descriptor.get(), &status) != 0 || !isFileOrFolder(status))
         return std::nullopt;
-    return OpenedFile{std::move(descriptor), S_ISDIR(status.st_mode)};
+    const bool isStored = hasContent(descriptor.get(), status);
+    return OpenedFile{std::move(descriptor), isStored};
 }
 
 } // namespace environment::local

@@ -28,7 +28,9 @@ private:
 
 struct OpenedFile {
     FileDescriptor descriptor;
-    bool isFolder;
+    /// False for a folder, and for a file with holes of more than 64 MiB: its size says nothing of
+    /// what is stored, and whoever believed it would fill the memory with zeros.
+    bool hasContent;
 };
 
 /// `pathname` for system calls; nothing when it holds U+0000, which would cut it short.

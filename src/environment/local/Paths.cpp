@@ -73,14 +73,18 @@ void concatenate_pathname(std::u16string& pathname, const std::u16string& filena
 basic_ifstream<char>::basic_ifstream(const std::u16string& pathname, std::ios_base::openmode mode) {
     auto file = environment::local::openForReading(pathname);
     if (file) {
-        *rdbuf() = __gnu_cxx::stdio_filebuf<char>(file->descriptor.get(), mode | std::ios_base::in);
-        if (is_open())
-            static_cast<void>(file->descriptor.release());
+        // A buffer that opens owns the file from then on, also when its construction throws.
+        const int number = file->descriptor.release();
+        __gnu_cxx::stdio_filebuf<char> buffer(number, mode | std::ios_base::in);
+        if (buffer.is_open())
+            *rdbuf() = std::move(buffer);
+        else
+            environment::local::FileDescriptor{number};
     }
     if (!is_open())
         setstate(std::ios_base::failbit);
-    else if (file->isFolder)
-        // Some file systems would let a folder be sized, as 2^63 - 1 bytes.
+    else if (!file->hasContent)
+        // Otherwise such a file could be sized; some file systems size a folder as 2^63 - 1 bytes.
         setstate(std::ios_base::badbit);
     else if ((mode & std::ios_base::ate) != 0)
         seekg(0, std::ios_base::end);

@@ -1,13 +1,12 @@
 #include "environment/local/ZipArchive.hpp"
 
-#include <cstdio>
 #include <optional>
-#include <stdexcept>
 #include <string_view>
 #include <utility>
 
 #include "environment/PathAndText.hpp"
-#include "environment/local/OpenedFile.hpp"
+#include "environment/local/ZipError.hpp"
+#include "environment/local/ZipFileSource.hpp"
 
 namespace opc::zippackage {
 
@@ -15,49 +14,10 @@ namespace {
 
 constexpr std::uint64_t kMaximumContentSize = std::uint64_t{1} << 30;
 
-class ZipError {
-public:
-    ZipError() noexcept { zip_error_init(&error_); }
-    ZipError(const ZipError&) = delete;
-    ZipError& operator=(const ZipError&) = delete;
-    ~ZipError() { zip_error_fini(&error_); }
-
-    zip_error_t* get() noexcept { return &error_; }
-
-private:
-    zip_error_t error_;
-};
-
-struct CloseFile {
-    void operator()(std::FILE* file) const noexcept { std::fclose(file); }
-};
-
-struct FreeSource {
-    void operator()(zip_source_t* source) const noexcept { zip_source_free(source); }
-};
-
-using ZipSource = std::unique_ptr<zip_source_t, FreeSource>;
-
-[[noreturn]] void throwBroken(const std::string& reason) {
-    throw std::runtime_error("zip package: " + reason);
-}
-
-/// The file at `path` for libzip; opened here, for libzip would wait for a named pipe.
-ZipSource openSource(const std::u16string& path) {
-    std::optional<environment::local::OpenedFile> opened = environment::local::openForReading(path);
-    if (!opened || opened->isFolder)
-        throwBroken("no file that can be read");
-    std::unique_ptr<std::FILE, CloseFile> file(::fdopen(opened->descriptor.get(), "rb"));
-    if (!file)
-        throwBroken("the file cannot be opened");
-    static_cast<void>(opened->descriptor.release());
-    ZipError error;
-    ZipSource source(zip_source_filep_create(file.get(), 0, -1, error.get()));
-    if (!source)
-        throwBroken(zip_error_strerror(error.get()));
-    static_cast<void>(file.release());
-    return source;
-}
+/// How many times the size of its file the stored contents of a package may have together. More
+/// than once they have it only where entries share what is stored, or lie; a single liar does not
+/// use the others' share up.
+constexpr std::uint64_t kMaximumSharing = 8;
 
 /// Nothing for a folder, and for an entry whose name cannot be had.
 std::optional<std::u16string> baseNameOfLeaf(zip_t* archive, std::uint64_t index) {
@@ -70,13 +30,30 @@ std::optional<std::u16string> baseNameOfLeaf(zip_t* archive, std::uint64_t index
     return decoder.convert(baseName.data(), baseName.size());
 }
 
-std::vector<ZipArchive::Leaf> listLeaves(zip_t* archive) {
+/// The size of what is stored of an entry, in the file as a whole or not at all.
+std::uint64_t storedSize(zip_t* archive, std::uint64_t index) {
+    zip_stat_t entry;
+    zip_stat_init(&entry);
+    const bool isKnown =
+        zip_stat_index(archive, index, 0, &entry) == 0 && (entry.valid & ZIP_STAT_COMP_SIZE) != 0;
+    return isKnown ? entry.comp_size : 0;
+}
+
+std::vector<ZipArchive::Leaf> listLeaves(zip_t* archive, std::uint64_t fileSize) {
     const auto entryCount = static_cast<std::uint64_t>(zip_get_num_entries(archive, 0));
     std::vector<ZipArchive::Leaf> leaves;
     leaves.reserve(entryCount);
-    for (std::uint64_t index = 0; index < entryCount; ++index)
-        if (std::optional<std::u16string> baseName = baseNameOfLeaf(archive, index))
-            leaves.push_back({index, *std::move(baseName)});
+    std::uint64_t remaining = kMaximumSharing * fileSize;
+    for (std::uint64_t index = 0; index < entryCount; ++index) {
+        std::optional<std::u16string> baseName = baseNameOfLeaf(archive, index);
+        if (!baseName)
+            continue;
+        const std::uint64_t size = storedSize(archive, index);
+        const bool isWithinFile = size <= fileSize && size <= remaining;
+        if (isWithinFile)
+            remaining -= size;
+        leaves.push_back({index, *std::move(baseName), isWithinFile});
+    }
     return leaves;
 }
 
@@ -102,14 +79,15 @@ std::uint64_t checkReadable(zip_t* archive, std::uint64_t index) {
 /// The content of one entry. libzip checks the checksum when it comes to the end of the content.
 class ZipArchive::Content final : public zqservices::ContentSource, private InputStream {
 public:
-    Content(std::shared_ptr<ZipArchive> archive, std::uint64_t index)
-        : archive_(std::move(archive)) {
+    Content(std::shared_ptr<ZipArchive> archive, const Leaf& leaf) : archive_(std::move(archive)) {
         const std::lock_guard lock(archive_->mutex_);
         zip_t* const zip = archive_->archive_.get();
         if (zip == nullptr)
             throwBroken("not open");
-        remaining_ = checkReadable(zip, index);
-        file_.reset(zip_fopen_index(zip, index, 0));
+        if (!leaf.isWithinFile)
+            throwBroken("entries that have more content than is stored");
+        remaining_ = checkReadable(zip, leaf.index);
+        file_.reset(zip_fopen_index(zip, leaf.index, 0));
         if (!file_)
             throwBroken(zip_strerror(zip));
     }
@@ -149,14 +127,14 @@ void ZipArchive::open() {
     const std::lock_guard lock(mutex_);
     if (archive_)
         return;
-    ZipSource source = openSource(path_);
+    auto [source, size] = openZipFile(path_);
     ZipError error;
     std::unique_ptr<zip_t, Discard> archive(
         zip_open_from_source(source.get(), ZIP_RDONLY, error.get()));
     if (!archive)
         throwBroken(zip_error_strerror(error.get()));
     static_cast<void>(source.release());
-    leaves_ = std::make_shared<const std::vector<Leaf>>(listLeaves(archive.get()));
+    leaves_ = std::make_shared<const std::vector<Leaf>>(listLeaves(archive.get(), size));
     archive_ = std::move(archive);
 }
 
@@ -168,7 +146,7 @@ std::shared_ptr<const std::vector<ZipArchive::Leaf>> ZipArchive::getLeaves() con
 }
 
 std::unique_ptr<zqservices::ContentSource> ZipArchive::openLeaf(const Leaf& leaf) {
-    return std::make_unique<Content>(shared_from_this(), leaf.index);
+    return std::make_unique<Content>(shared_from_this(), leaf);
 }
 
 } // namespace opc::zippackage

@@ -15,6 +15,7 @@ namespace opc {
 struct zqservices::FileSystemEntry::Leaf {
     std::uint64_t index;
     std::u16string baseName;
+    bool isWithinFile; ///< what is stored of it, together with that of the leaves before it
 };
 
 namespace zippackage {

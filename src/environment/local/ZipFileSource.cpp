@@ -1,0 +1,135 @@
+#include "environment/local/ZipFileSource.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <optional>
+#include <utility>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "environment/local/OpenedFile.hpp"
+#include "environment/local/ZipError.hpp"
+
+namespace opc::zippackage {
+
+namespace {
+
+using environment::local::FileDescriptor;
+
+/// The state behind a source; its operations answer as libzip wants them answered, -1 on failure.
+class FileReader {
+public:
+    FileReader(FileDescriptor descriptor, std::uint64_t size)
+        : descriptor_(std::move(descriptor)), size_(size) {}
+
+    static zip_int64_t handle(void* reader, void* data, zip_uint64_t length,
+                              zip_source_cmd_t command) noexcept {
+        auto* const self = static_cast<FileReader*>(reader);
+        if (command == ZIP_SOURCE_FREE) {
+            delete self;
+            return 0;
+        }
+        return self->handle(data, length, command);
+    }
+
+private:
+    zip_int64_t handle(void* data, zip_uint64_t length, zip_source_cmd_t command) noexcept {
+        switch (command) {
+        case ZIP_SOURCE_OPEN:
+            position_ = 0;
+            return 0;
+        case ZIP_SOURCE_READ:
+            return read(data, length);
+        case ZIP_SOURCE_SEEK:
+            return seek(data, length);
+        case ZIP_SOURCE_TELL:
+            return static_cast<zip_int64_t>(position_);
+        case ZIP_SOURCE_STAT:
+            return describe(static_cast<zip_stat_t*>(data));
+        case ZIP_SOURCE_ERROR:
+            return zip_error_to_data(error_.get(), data, length);
+        case ZIP_SOURCE_SUPPORTS:
+            // What is listed and not handled here is answered with "done", or "no".
+            return zip_source_make_command_bitmap(
+                ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE, ZIP_SOURCE_STAT,
+                ZIP_SOURCE_ERROR, ZIP_SOURCE_FREE, ZIP_SOURCE_SEEK, ZIP_SOURCE_TELL,
+                ZIP_SOURCE_ACCEPT_EMPTY, -1);
+        default:
+            return 0;
+        }
+    }
+
+    zip_int64_t read(void* buffer, zip_uint64_t capacity) noexcept {
+        if (position_ < windowBegin_ || position_ >= windowBegin_ + windowSize_) {
+            const ssize_t count = readAt(position_, window_.data(), window_.size());
+            if (count < 0) {
+                zip_error_set(error_.get(), ZIP_ER_READ, errno);
+                return -1;
+            }
+            windowBegin_ = position_;
+            windowSize_ = static_cast<std::size_t>(count);
+        }
+        const std::size_t offset = position_ - windowBegin_;
+        const std::size_t count = std::min<std::size_t>(capacity, windowSize_ - offset);
+        std::memcpy(buffer, window_.data() + offset, count);
+        position_ += count;
+        return static_cast<zip_int64_t>(count);
+    }
+
+    ssize_t readAt(std::uint64_t position, char* buffer, std::size_t capacity) const noexcept {
+        for (;;) {
+            const ssize_t count =
+                ::pread(descriptor_.get(), buffer, capacity, static_cast<off_t>(position));
+            if (count >= 0 || errno != EINTR)
+                return count;
+        }
+    }
+
+    zip_int64_t seek(void* data, zip_uint64_t length) noexcept {
+        const zip_int64_t position =
+            zip_source_seek_compute_offset(position_, size_, data, length, error_.get());
+        if (position < 0)
+            return -1;
+        position_ = static_cast<std::uint64_t>(position);
+        return 0;
+    }
+
+    zip_int64_t describe(zip_stat_t* status) const noexcept {
+        zip_stat_init(status);
+        status->valid = ZIP_STAT_SIZE;
+        status->size = size_;
+        return static_cast<zip_int64_t>(sizeof(*status));
+    }
+
+    FileDescriptor descriptor_;
+    std::uint64_t size_;
+    std::uint64_t position_ = 0;
+    ZipError error_;
+    // libzip reads a header in several pieces, and the next entry mostly follows.
+    std::array<char, 32 * 1024> window_;
+    std::uint64_t windowBegin_ = 0;
+    std::size_t windowSize_ = 0;
+};
+
+} // namespace
+
+ZipFileSource openZipFile(const std::u16string& path) {
+    std::optional<environment::local::OpenedFile> file = environment::local::openForReading(path);
+    struct stat status {};
+    if (!file || !file->hasContent || ::fstat(file->descriptor.get(), &status) != 0)
+        throwBroken("no file that can be read");
+    const auto size = static_cast<std::uint64_t>(status.st_size);
+    auto reader = std::make_unique<FileReader>(std::move(file->descriptor), size);
+    ZipError error;
+    std::unique_ptr<zip_source_t, FreeZipSource> source(
+        zip_source_function_create(&FileReader::handle, reader.get(), error.get()));
+    if (!source)
+        throwBroken(zip_error_strerror(error.get()));
+    static_cast<void>(reader.release());
+    return {std::move(source), size};
+}
+
+} // namespace opc::zippackage
