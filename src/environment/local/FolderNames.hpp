@@ -1,12 +1,19 @@
 #pragma once
 
-#include <filesystem>
-#include <optional>
 #include <string>
+#include <system_error>
+#include <vector>
 
 namespace environment::local {
 
-/// The name of a folder's entry; nothing for a name that is not UTF-8.
-std::optional<std::u16string> utf16Name(const std::filesystem::path& path);
+/// What a folder's entry is, or what it is a link to.
+enum class EntryKind { File, Folder };
+
+/// Adds the names of the entries of one kind in `folder`, in no order. `folder` and `pattern`, a
+/// pattern of the shell, are UTF-8; names that are not UTF-8 are passed over, and so are entries
+/// whose kind cannot be had. Returns why the folder could not be read to its end; what was read
+/// before is added.
+std::error_code addNames(const std::string& folder, const std::string& pattern, EntryKind kind,
+                         std::vector<std::u16string>& names);
 
 } // namespace environment::local

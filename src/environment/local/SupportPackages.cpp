@@ -2,7 +2,9 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <system_error>
+#include <vector>
 
 #include "environment/DocProducts.hpp"
 #include "environment/PathAndText.hpp"
@@ -19,22 +21,14 @@ std::u16string supportPackageFolder() {
 }
 
 std::unordered_set<std::u16string> namesOfFoldersUnder(const std::u16string& root) {
-    std::unordered_set<std::u16string> names;
+    std::vector<std::u16string> names;
     const std::optional<std::string> path = accessPath(root);
-    std::error_code failure;
-    if (!path || !std::filesystem::exists(*path, failure)) {
-        if (failure)
-            throw std::filesystem::filesystem_error("support packages", *path, failure);
-        return names;
-    }
-    for (const auto& entry : std::filesystem::directory_iterator(*path)) {
-        std::error_code unknownKind;
-        if (!entry.is_directory(unknownKind))
-            continue;
-        if (auto name = utf16Name(entry.path()))
-            names.insert(*std::move(name));
-    }
-    return names;
+    if (!path)
+        return {};
+    const std::error_code failure = addNames(*path, "*", EntryKind::Folder, names);
+    if (failure && failure != std::errc::no_such_file_or_directory)
+        throw std::filesystem::filesystem_error("support packages", *path, failure);
+    return {names.begin(), names.end()};
 }
 
 } // namespace environment::local

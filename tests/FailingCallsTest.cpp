@@ -1,0 +1,146 @@
+#include <algorithm>
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "environment/Services.hpp"
+#include "reference/docparser/DocResourceParser.hpp"
+#include "support/FaultFixture.hpp"
+#include "support/FaultyCalls.hpp"
+#include "support/ResourceNotation.hpp"
+
+namespace reference::docparser {
+namespace {
+
+using namespace DocResourceParser;
+using testsupport::CallFault;
+using testsupport::FaultyCall;
+using testsupport::partsOf;
+
+/// How often each call failed.
+using Failures = std::map<std::string, int>;
+using Check = std::function<void(const std::string& call, const std::string& result)>;
+
+class FailingCallsTest : public testsupport::FaultFixture {
+protected:
+    /// Lets the 1st, 2nd, 3rd ... call of `use` that can fail so do it, until a run completes.
+    static Failures sweep(
+        CallFault fault, const std::function<std::string()>& use, const Check& check,
+        const std::function<void()>& prepare = [] {}) {
+        prepare();
+        const std::string whole = use();
+        Failures failures;
+        for (std::size_t succeeding = 0;; ++succeeding) {
+            SCOPED_TRACE(succeeding);
+            std::string result;
+            const char* call = nullptr;
+            prepare();
+            {
+                const testsupport::DescriptorCheck descriptors;
+                const FaultyCall faulty(succeeding, fault);
+                result = use();
+                call = faulty.name();
+            }
+            EXPECT_EQ(use(), whole);
+            if (call == nullptr)
+                return failures;
+            ++failures[call];
+            check(call, result);
+        }
+    }
+
+    /// What is collected when one file or leaf, or the package, is missing.
+    std::set<std::string> collectionsLackingOne() const {
+        std::set<std::string> collections;
+        for (const auto& [name, notation] : kLookupFiles) {
+            writeLookupFiles(name);
+            collections.insert(collect());
+        }
+        writeLookupFiles(kPackage);
+        collections.insert(collect());
+        writeLookupFiles("");
+        return collections;
+    }
+};
+
+TEST_F(FailingCallsTest, AFileThatFailsCostsThatFileAndNoOther) {
+    environment::setServices(host());
+    const std::string whole = collect();
+    std::set<std::string> lackingOne = collectionsLackingOne();
+    EXPECT_EQ(lackingOne.size(), kLookupFiles.size() + 1);
+    std::set<std::string> seen;
+    const Failures failures = sweep(
+        CallFault::Error, [] { return collect(); },
+        [&](const std::string& call, const std::string& result) {
+            seen.insert(result);
+            if (call == "openat" || call == "readdir")
+                return; // the folder's own: below
+            EXPECT_TRUE(result == whole || lackingOne.contains(result)) << call << result;
+        });
+    // Each of them was lost by some failure.
+    EXPECT_TRUE(std::includes(seen.begin(), seen.end(), lackingOne.begin(), lackingOne.end()));
+    for (const char* call : {"open", "stat", "fstat", "read", "pread"})
+        EXPECT_GE(failures.count(call) + failures.count(std::string(call) + "64"), 1U) << call;
+}
+
+TEST_F(FailingCallsTest, AFolderThatFailsGivesWhatWasReadOfIt) {
+    environment::setServices(host());
+    std::set<std::string> known = partsOf(collect());
+    for (const std::string& collection : collectionsLackingOne())
+        known.merge(partsOf(collection));
+    const Failures failures = sweep(
+        CallFault::Error, [] { return collect(); },
+        [&known](const std::string& call, const std::string& result) {
+            const auto parts = partsOf(result);
+            EXPECT_TRUE(std::includes(known.begin(), known.end(), parts.begin(), parts.end()))
+                << call << ": " << result;
+        });
+    EXPECT_GE(failures.count("readdir") + failures.count("readdir64"), 1U);
+}
+
+TEST_F(FailingCallsTest, AnInterruptedOrShortCallIsRepeated) {
+    const auto use = [] { return collect() + testsupport::notationOf(getResourceFile(u"abc")); };
+    const std::string whole = use();
+    for (const CallFault fault : {CallFault::Interrupt, CallFault::Short}) {
+        const Failures failures =
+            sweep(fault, use, [&](const std::string& call, const std::string& result) {
+                EXPECT_EQ(result, whole) << call;
+            });
+        EXPECT_GE(failures.size(), 2U);
+    }
+}
+
+TEST_F(FailingCallsTest, OneLanguageOfAResourceFailsWithoutTheOther) {
+    const auto read = [] { return testsupport::notationOf(getResourceFile(u"abc")); };
+    ASSERT_EQ(read(), "f:Ja a=1 b=4 | p:Pack");
+    std::set<std::string> seen;
+    sweep(CallFault::Error, read,
+          [&](const std::string&, const std::string& result) { seen.insert(result); });
+    EXPECT_EQ(seen, (std::set<std::string>{"f:Ja a=1 b=4", "f:En a=English | p:Pack"}));
+}
+
+TEST_F(FailingCallsTest, AnInstallationThatCannotBeReadThrowsOrHasNoSupportPackages) {
+    const auto use = []() -> std::string {
+        clearSupportPackageCache();
+        try {
+            return isProductInstalled(u"p") ? "yes" : "no";
+        } catch (const std::exception&) {
+            return "throws";
+        }
+    };
+    std::set<std::string> seen;
+    std::string text = R"([{"shortName": "f"}])";
+    sweep(
+        CallFault::Error, use,
+        [&seen](const std::string&, const std::string& result) { seen.insert(result); },
+        // Of another size each time, so that it is read anew.
+        [&] { root.writeFile("installedProducts.json", text += ' '); });
+    EXPECT_EQ(seen, (std::set<std::string>{"no", "throws"}));
+}
+
+} // namespace
+} // namespace reference::docparser

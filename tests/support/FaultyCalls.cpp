@@ -1,0 +1,213 @@
+#include "support/FaultyCalls.hpp"
+
+#include <atomic>
+#include <cerrno>
+#include <limits>
+
+#include <dirent.h>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <sys/types.h>
+
+namespace testsupport {
+
+namespace {
+
+constexpr std::size_t kNoFault = std::numeric_limits<std::size_t>::max();
+
+// How many calls of this thread still succeed.
+thread_local std::size_t remaining = kNoFault;
+thread_local CallFault kind = CallFault::Error;
+thread_local const char* struckCall = nullptr;
+
+std::atomic<std::size_t> strayCloses = 0;
+
+bool strikes(const char* call) noexcept {
+    if (remaining == kNoFault || struckCall != nullptr)
+        return false;
+    if (remaining > 0) {
+        --remaining;
+        return false;
+    }
+    struckCall = call;
+    errno = kind == CallFault::Interrupt ? EINTR : EIO;
+    return true;
+}
+
+bool strikesAny(const char* call) noexcept {
+    return kind == CallFault::Error && strikes(call);
+}
+
+bool strikesOpening(const char* call) noexcept {
+    return kind != CallFault::Short && strikes(call);
+}
+
+/// The call that this program's own stands before.
+template <typename Function>
+Function* next(const char* call) noexcept {
+    return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, call));
+}
+
+template <typename... Arguments>
+int openFile(const char* call, Arguments... arguments) noexcept {
+    return strikesOpening(call) ? -1 : next<int(Arguments...)>(call)(arguments...);
+}
+
+template <typename... Arguments>
+int lookAt(const char* call, Arguments... arguments) noexcept {
+    return strikesAny(call) ? -1 : next<int(Arguments...)>(call)(arguments...);
+}
+
+template <typename... Position>
+ssize_t readFile(const char* call, int file, void* buffer, std::size_t size,
+                 Position... position) noexcept {
+    const auto real = next<ssize_t(int, void*, std::size_t, Position...)>(call);
+    if (!strikes(call))
+        return real(file, buffer, size, position...);
+    return kind == CallFault::Short ? real(file, buffer, (size + 1) / 2, position...) : -1;
+}
+
+off64_t seek(const char* call, int file, off64_t offset, int whence) noexcept {
+    return strikesAny(call) ? -1 : next<off64_t(int, off64_t, int)>(call)(file, offset, whence);
+}
+
+void* readEntry(const char* call, DIR* folder) noexcept {
+    return strikesAny(call) ? nullptr : next<void*(DIR*)>(call)(folder);
+}
+
+void* map(const char* call, void* address, std::size_t size, int protection, int flags, int file,
+          off64_t offset) noexcept {
+    return strikesAny(call) ? MAP_FAILED
+                            : next<void*(void*, std::size_t, int, int, int, off64_t)>(call)(
+                                  address, size, protection, flags, file, offset);
+}
+
+} // namespace
+
+FaultyCall::FaultyCall(std::size_t succeeding, CallFault fault) noexcept {
+    struckCall = nullptr;
+    kind = fault;
+    remaining = succeeding;
+}
+
+FaultyCall::~FaultyCall() {
+    remaining = kNoFault;
+}
+
+const char* FaultyCall::name() const noexcept {
+    return struckCall;
+}
+
+std::size_t closesOfNothing() noexcept {
+    return strayCloses;
+}
+
+} // namespace testsupport
+
+// Under names of their own, for the system's headers declare these functions in their own way. On
+// this platform a file offset has 64 bits under either name.
+#pragma GCC visibility push(default)
+extern "C" {
+
+int faultyOpen(const char* path, int flags, mode_t mode) __asm__("open");
+int faultyOpen64(const char* path, int flags, mode_t mode) __asm__("open64");
+int faultyOpenat(int folder, const char* path, int flags, mode_t mode) __asm__("openat");
+int faultyOpenat64(int folder, const char* path, int flags, mode_t mode) __asm__("openat64");
+int faultyStat(const char* path, struct stat* status) __asm__("stat");
+int faultyStat64(const char* path, struct stat* status) __asm__("stat64");
+int faultyFstat(int file, struct stat* status) __asm__("fstat");
+int faultyFstat64(int file, struct stat* status) __asm__("fstat64");
+off64_t faultyLseek(int file, off64_t offset, int whence) __asm__("lseek");
+off64_t faultyLseek64(int file, off64_t offset, int whence) __asm__("lseek64");
+ssize_t faultyRead(int file, void* buffer, std::size_t size) __asm__("read");
+ssize_t faultyPread(int file, void* buffer, std::size_t size, off64_t offset) __asm__("pread");
+ssize_t faultyPread64(int file, void* buffer, std::size_t size, off64_t offset) __asm__("pread64");
+void* faultyReaddir(DIR* folder) __asm__("readdir");
+void* faultyReaddir64(DIR* folder) __asm__("readdir64");
+void* faultyMmap(void* address, std::size_t size, int protection, int flags, int file,
+                 off64_t offset) __asm__("mmap");
+void* faultyMmap64(void* address, std::size_t size, int protection, int flags, int file,
+                   off64_t offset) __asm__("mmap64");
+int watchedClose(int file) __asm__("close");
+
+int faultyOpen(const char* path, int flags, mode_t mode) {
+    return testsupport::openFile("open", path, flags, mode);
+}
+
+int faultyOpen64(const char* path, int flags, mode_t mode) {
+    return testsupport::openFile("open64", path, flags, mode);
+}
+
+int faultyOpenat(int folder, const char* path, int flags, mode_t mode) {
+    return testsupport::openFile("openat", folder, path, flags, mode);
+}
+
+int faultyOpenat64(int folder, const char* path, int flags, mode_t mode) {
+    return testsupport::openFile("openat64", folder, path, flags, mode);
+}
+
+int faultyStat(const char* path, struct stat* status) {
+    return testsupport::lookAt("stat", path, status);
+}
+
+int faultyStat64(const char* path, struct stat* status) {
+    return testsupport::lookAt("stat64", path, status);
+}
+
+int faultyFstat(int file, struct stat* status) {
+    return testsupport::lookAt("fstat", file, status);
+}
+
+int faultyFstat64(int file, struct stat* status) {
+    return testsupport::lookAt("fstat64", file, status);
+}
+
+off64_t faultyLseek(int file, off64_t offset, int whence) {
+    return testsupport::seek("lseek", file, offset, whence);
+}
+
+off64_t faultyLseek64(int file, off64_t offset, int whence) {
+    return testsupport::seek("lseek64", file, offset, whence);
+}
+
+ssize_t faultyRead(int file, void* buffer, std::size_t size) {
+    return testsupport::readFile("read", file, buffer, size);
+}
+
+ssize_t faultyPread(int file, void* buffer, std::size_t size, off64_t offset) {
+    return testsupport::readFile("pread", file, buffer, size, offset);
+}
+
+ssize_t faultyPread64(int file, void* buffer, std::size_t size, off64_t offset) {
+    return testsupport::readFile("pread64", file, buffer, size, offset);
+}
+
+void* faultyReaddir(DIR* folder) {
+    return testsupport::readEntry("readdir", folder);
+}
+
+void* faultyReaddir64(DIR* folder) {
+    return testsupport::readEntry("readdir64", folder);
+}
+
+void* faultyMmap(void* address, std::size_t size, int protection, int flags, int file,
+                 off64_t offset) {
+    return testsupport::map("mmap", address, size, protection, flags, file, offset);
+}
+
+void* faultyMmap64(void* address, std::size_t size, int protection, int flags, int file,
+                   off64_t offset) {
+    return testsupport::map("mmap64", address, size, protection, flags, file, offset);
+}
+
+int watchedClose(int file) {
+    const int result = testsupport::next<int(int)>("close")(file);
+    if (result != 0 && errno == EBADF)
+        ++testsupport::strayCloses;
+    return result;
+}
+
+} // extern "C"
+#pragma GCC visibility pop
