@@ -144,6 +144,16 @@ TEST_F(RefdocLookup, SaysWhyNothingMatches) {
     EXPECT_EQ(boost::json::parse(json.output).at("records"), boost::json::array{});
 }
 
+TEST_F(RefdocLookup, NamesOnlyTheFirstOfManyProductsThatAreNotInstalled) {
+    for (const std::string product : {"p1", "p2", "p3", "p4", "p5", "p6", "p7"})
+        root_.lookupFile(
+            product + ".json",
+            R"({"productName": "", "baseCode": "", "helpLocation": "", "helpFolder": ")" + product +
+                R"(", "refItems": [{"name": "far", "refpurpose": "", "href": ""}]})");
+    EXPECT_THAT(refdoc({"lookup", "far"}).errors,
+                HasSubstr("not installed: p1, p2, p3, p4, p5 and 2 more (--all shows it)"));
+}
+
 TEST_F(RefdocLookup, SaysWhatIsWrongWithTheRoot) {
     root_.writeFile("installedProducts.json", "[");
     for (const Words& arguments :

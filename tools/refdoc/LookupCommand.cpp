@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <set>
@@ -141,13 +142,17 @@ std::string unknownProduct(const LookupArguments& arguments, const LookupResourc
 
 /// Tells that products which are not installed have what was asked for; empty when none has.
 std::string foundElsewhere(const LookupResources& documents, const LookupQuery& query) {
+    constexpr std::ptrdiff_t kNamed = 5;
     std::set<std::string> products;
     for (const LookupRecord& record : findRecords(documents, query, Installed::Not))
         products.insert(toUtf8(*record.product));
     if (products.empty())
         return {};
-    return fmt::format("\n  documented only by what is not installed: {} (--all shows it)",
-                       fmt::join(products, ", "));
+    const auto count = std::ssize(products);
+    const auto last = std::next(products.begin(), std::min(count, kNamed));
+    const std::string others = count > kNamed ? fmt::format(" and {} more", count - kNamed) : "";
+    return fmt::format("\n  documented only by what is not installed: {}{} (--all shows it)",
+                       fmt::join(products.begin(), last, ", "), others);
 }
 
 std::string whyNothingFound(const LookupArguments& arguments, const LookupResources& documents,
