@@ -5,23 +5,12 @@
 #include <sstream>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <utility>
-#include <vector>
 
 #include <gtest/gtest.h>
 
-#include "environment/Services.hpp"
-#include "reference/docparser/DocResourceParser.hpp"
-#include "support/LibraryFixture.hpp"
-#include "support/ResourceNotation.hpp"
-#include "support/ScopedRoot.hpp"
-
 namespace reference::docparser {
 namespace {
-
-using namespace DocResourceParser;
-using namespace std::string_literals;
 
 struct Pipe {
     void operator()(std::FILE* pipe) const { ::pclose(pipe); }
@@ -88,52 +77,6 @@ TEST(LibraryTest, ExportsOnlyWhatIsMeantForOthers) {
             intended.insert(scope + name);
     }
     EXPECT_EQ(exportedNames(), intended);
-}
-
-/// Two whole reference roots, one of them the default one, that differ in every text.
-class ConcurrencyTest : public testsupport::LibraryFixture {
-protected:
-    ConcurrencyTest() {
-        for (const auto& [root, n] : {std::pair(&first, '1'), std::pair(&second, '2')}) {
-            using testsupport::referenceText;
-            root->referenceFile("abc.json", referenceText("f:En a=En"s + n));
-            root->referenceFile("abc_ja.json", referenceText("f:Ja"s + n + " b=Ja" + n));
-        }
-        environment::Services services;
-        services.docLanguage = [] { return std::u16string(u"ja"); };
-        services.docDataRoot = [this] { return first.path(); };
-        environment::setServices(services);
-        restoreDefaultSettings();
-    }
-
-    testsupport::ScopedRoot first;
-    testsupport::ScopedRoot second;
-};
-
-TEST_F(ConcurrencyTest, EveryResultComesOfOneRootAlone) {
-    constexpr int kRounds = 150;
-    const std::set<std::string> whole = {"f:Ja1 a=En1 b=Ja1", "f:Ja2 a=En2 b=Ja2"};
-    const auto read = [&] {
-        for (int round = 0; round < kRounds; ++round)
-            EXPECT_TRUE(whole.contains(testsupport::notationOf(getResourceFile(u"abc"))));
-    };
-    const auto changeRoots = [&] {
-        for (int round = 0; round < kRounds; ++round) {
-            setReferenceRoot(second.path());
-            const auto roots = getReferenceRoots();
-            EXPECT_EQ(roots->referenceApiFolder,
-                      roots->referenceRoot + u"/docCatalog/referenceapi");
-            clearSupportPackageCache();
-            restoreDefaultSettings();
-        }
-    };
-    {
-        std::vector<std::jthread> threads;
-        for (int i = 0; i < 2; ++i) {
-            threads.emplace_back(read);
-            threads.emplace_back(changeRoots);
-        }
-    }
 }
 
 } // namespace

@@ -76,8 +76,8 @@ class Package {
 public:
     explicit Package(zippackage::ZipPhysicalPackage& physicalPackage);
 
-    /// Reads the package's directory. Neither the content of the entries nor the consistency of
-    /// the whole is looked at, so a broken entry costs that entry only. Throws
+    /// Reads the package's directory. The content of the entries is not looked at, so broken
+    /// content costs that entry only; a directory that contradicts itself costs the package. Throws
     /// `std::runtime_error` when the file cannot be read as a zip package.
     void open(interfaces::OpenMode mode);
 

@@ -50,6 +50,13 @@ void addEntry(zip_t* archive, const std::string& name, const std::string& conten
 
 } // namespace
 
+std::string littleEndian(std::uint64_t number, int width) {
+    std::string bytes;
+    for (; width > 0; --width, number >>= 8)
+        bytes.push_back(static_cast<char>(number & 0xFF));
+    return bytes;
+}
+
 ZipFile& ZipFile::add(const std::string& name, std::string content, ZipMethod method) {
     std::string unique = name;
     // libzip refuses a name that there is already, so the entry is given it afterwards.
@@ -123,6 +130,90 @@ ZipBytes& ZipBytes::setName(std::size_t entry, const std::string& name) {
     return *this;
 }
 
+ZipBytes& ZipBytes::setCompressedSize(std::size_t entry, std::uint32_t size) {
+    setHeaderField(entry, 18, 20, 4, size);
+    return *this;
+}
+
+ZipBytes& ZipBytes::setFlags(std::size_t entry, std::uint16_t flags) {
+    setHeaderField(entry, 6, 8, 2, flags);
+    return *this;
+}
+
+ZipBytes& ZipBytes::setCentralField(std::size_t entry, std::size_t offset, std::size_t width,
+                                    std::uint32_t number) {
+    setNumberAt(centralHeader(entry) + offset, width, number);
+    return *this;
+}
+
+ZipBytes& ZipBytes::setCentralName(std::size_t entry, const std::string& name) {
+    const std::size_t header = centralHeader(entry);
+    const std::size_t size = numberAt(header + 28, 2);
+    bytes_.replace(header + kCentralHeaderSize, size, name);
+    setNumberAt(header + 28, 2, static_cast<std::uint32_t>(name.size()));
+    growDirectory(name.size() - size);
+    return *this;
+}
+
+ZipBytes& ZipBytes::addExtraField(std::size_t entry, const std::string& field) {
+    const std::size_t header = centralHeader(entry);
+    const std::size_t size = numberAt(header + 30, 2);
+    bytes_.insert(header + kCentralHeaderSize + numberAt(header + 28, 2) + size, field);
+    setNumberAt(header + 30, 2, static_cast<std::uint32_t>(size + field.size()));
+    growDirectory(field.size());
+    return *this;
+}
+
+ZipBytes& ZipBytes::shareLocalHeader(std::size_t entry, std::size_t other) {
+    return setCentralField(entry, 42, 4, static_cast<std::uint32_t>(localHeader(other)));
+}
+
+ZipBytes& ZipBytes::shareContent(std::size_t entry, std::size_t other) {
+    // Flags, method, time, checksum and sizes.
+    const std::string description = bytes_.substr(centralHeader(other) + 8, 20);
+    bytes_.replace(centralHeader(entry) + 8, description.size(), description);
+    return shareLocalHeader(entry, other);
+}
+
+ZipBytes& ZipBytes::setEndField(std::size_t offset, std::size_t width, std::uint32_t number) {
+    setNumberAt(endRecord() + offset, width, number);
+    return *this;
+}
+
+ZipBytes& ZipBytes::makeLarge(const LargeEnd& lies) {
+    const std::uint64_t count = lies.count.value_or(numberAt(endRecord() + 10, 2));
+    const std::string record = "PK\6\6" + littleEndian(44, 8) + littleEndian(45, 2) +
+                               littleEndian(45, 2) + littleEndian(0, 8) + littleEndian(count, 8) +
+                               littleEndian(count, 8) +
+                               littleEndian(lies.size.value_or(numberAt(endRecord() + 12, 4)), 8) +
+                               littleEndian(lies.offset.value_or(directoryOffset()), 8);
+    const std::string locator = "PK\6\7" + littleEndian(0, 4) +
+                                littleEndian(lies.recordOffset.value_or(endRecord()), 8) +
+                                littleEndian(1, 4);
+    bytes_.insert(endRecord(), record + locator);
+    bytes_.replace(endRecord() + 8, 12, std::string(12, '\xFF'));
+    return *this;
+}
+
+ZipBytes& ZipBytes::erase(std::size_t offset, std::size_t size) {
+    bytes_.erase(offset, size);
+    return *this;
+}
+
+ZipBytes& ZipBytes::prepend(const std::string& junk) {
+    bytes_.insert(0, junk);
+    return *this;
+}
+
+ZipBytes& ZipBytes::append(const std::string& junk) {
+    bytes_ += junk;
+    return *this;
+}
+
+ZipBytes& ZipBytes::setComment(const std::string& comment) {
+    return setEndField(20, 2, static_cast<std::uint32_t>(comment.size())).append(comment);
+}
+
 void ZipBytes::write(const std::filesystem::path& path) const {
     std::filesystem::create_directories(path.parent_path());
     std::ofstream file(path, std::ios_base::binary);
@@ -150,11 +241,24 @@ void ZipBytes::setHeaderField(std::size_t entry, std::size_t localOffset, std::s
 }
 
 std::size_t ZipBytes::centralHeader(std::size_t entry) const {
-    std::size_t header = numberAt(bytes_.size() - kEndRecordSize + kCentralDirectoryOffset, 4);
+    std::size_t header = directoryOffset();
     for (; entry > 0; --entry)
         header += kCentralHeaderSize + numberAt(header + 28, 2) + numberAt(header + 30, 2) +
                   numberAt(header + 32, 2);
     return header;
+}
+
+std::size_t ZipBytes::endRecord() const {
+    return bytes_.size() - kEndRecordSize;
+}
+
+std::size_t ZipBytes::directoryOffset() const {
+    return numberAt(endRecord() + kCentralDirectoryOffset, 4);
+}
+
+void ZipBytes::growDirectory(std::size_t size) {
+    const std::size_t field = endRecord() + 12;
+    setNumberAt(field, 4, static_cast<std::uint32_t>(numberAt(field, 4) + size));
 }
 
 std::size_t ZipBytes::localHeader(std::size_t entry) const {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -12,6 +13,17 @@
 namespace testsupport {
 
 enum class ZipMethod { Stored, Deflated };
+
+/// What an end record of the large format says; what is empty is true.
+struct LargeEnd {
+    std::optional<std::uint64_t> count{};
+    std::optional<std::uint64_t> size{};
+    std::optional<std::uint64_t> offset{};
+    std::optional<std::uint64_t> recordOffset{};
+};
+
+/// `number` in so many bytes, the lowest first.
+std::string littleEndian(std::uint64_t number, int width);
 
 /// The bytes of a zip file, to be damaged. Entries are counted in the order of the central
 /// directory, from 0; headers that there are twice, local and central, are changed in both places.
@@ -29,7 +41,27 @@ public:
     ZipBytes& setDeclaredSize(std::size_t entry, std::uint32_t size);
     /// `name` is any bytes, as many as the name that it replaces.
     ZipBytes& setName(std::size_t entry, const std::string& name);
+    ZipBytes& setCompressedSize(std::size_t entry, std::uint32_t size);
+    ZipBytes& setFlags(std::size_t entry, std::uint16_t flags);
 
+    // In the central directory alone. The damage to what stands at the end of the file comes last.
+    /// `name` is any bytes, of any length.
+    ZipBytes& setCentralName(std::size_t entry, const std::string& name);
+    ZipBytes& setCentralField(std::size_t entry, std::size_t offset, std::size_t width,
+                              std::uint32_t number);
+    ZipBytes& addExtraField(std::size_t entry, const std::string& field);
+    ZipBytes& shareLocalHeader(std::size_t entry, std::size_t other);
+    /// The entry becomes the other one's bytes, under its own name.
+    ZipBytes& shareContent(std::size_t entry, std::size_t other);
+    ZipBytes& setEndField(std::size_t offset, std::size_t width, std::uint32_t number);
+    /// Leaves the directory to be found by the end record of the large format.
+    ZipBytes& makeLarge(const LargeEnd& lies);
+    ZipBytes& erase(std::size_t offset, std::size_t size);
+    ZipBytes& prepend(const std::string& junk);
+    ZipBytes& append(const std::string& junk);
+    ZipBytes& setComment(const std::string& comment);
+
+    std::size_t directoryOffset() const;
     const std::string& bytes() const noexcept { return bytes_; }
     std::size_t size() const noexcept { return bytes_.size(); }
     void write(const std::filesystem::path& path) const;
@@ -41,6 +73,8 @@ private:
                         std::size_t width, std::uint32_t number);
     std::size_t centralHeader(std::size_t entry) const;
     std::size_t localHeader(std::size_t entry) const;
+    std::size_t endRecord() const;
+    void growDirectory(std::size_t size);
 
     std::string bytes_;
 };

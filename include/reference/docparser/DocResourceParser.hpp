@@ -15,6 +15,9 @@
 
 /// The services of the library. All functions may be called from any thread at any time after the
 /// library is loaded. Paths, names and language codes are UTF-16; file contents are bytes.
+///
+/// Once loaded the library stays mapped to the end of the process, also when it is closed, so that
+/// what callers still hold of it remains valid.
 namespace reference::docparser::DocResourceParser {
 
 /// The folders under which reference data is looked for. A record never changes once it is made.

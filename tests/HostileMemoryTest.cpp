@@ -1,0 +1,108 @@
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include "reference/docparser/DocResourceParser.hpp"
+#include "support/HeapMonitor.hpp"
+#include "support/HostileFixture.hpp"
+#include "support/LookupFixture.hpp"
+#include "support/Traps.hpp"
+#include "support/ZipBomb.hpp"
+#include "support/ZipFile.hpp"
+
+namespace reference::docparser {
+namespace {
+
+namespace fs = std::filesystem;
+using testsupport::lookupText;
+using testsupport::ZipBytes;
+using testsupport::ZipFile;
+
+constexpr std::size_t kMebibyte = 1 << 20;
+
+class HostileMemoryTest : public testsupport::HostileFixture {
+protected:
+    /// The most memory that a collection takes, the sound products' own included.
+    std::size_t peakOfCollection(const std::string& odd) const {
+        const testsupport::HeapPeak peak;
+        const LookupResources resources = DocResourceParser::getResourceLookupFiles();
+        const std::size_t bytes = peak.bytes();
+        EXPECT_EQ(testsupport::notationOf(resources), soundAnd(odd));
+        return bytes;
+    }
+};
+
+TEST_F(HostileMemoryTest, NoHeaderIsBelieved) {
+    const ZipBytes sound = ZipFile().add("m.json", std::string(1000, '{')).build();
+    const std::uint64_t bombSize = std::uint64_t{4} << 30;
+    const ZipBytes bomb = testsupport::makeZipBomb("m.json", bombSize, 0xFFFF'FFFE);
+    const auto package = [&sound] { return ZipBytes(sound); };
+    const std::pair<const char*, ZipBytes> rows[] = {
+        {"content of 4 GiB", bomb},
+        {"content of 4 GiB said to be 100 bytes", ZipBytes(bomb).setDeclaredSize(0, 100)},
+        {"1000 bytes said to be 1 GiB", package().setDeclaredSize(0, 1U << 30)},
+        {"stored bytes said to be 1 GiB",
+         package().setMethod(0, 0).setDeclaredSize(0, 1U << 30).setCompressedSize(0, 1U << 30)},
+        {"many entries declared", package().setEndField(8, 4, 0xFFFE'FFFE)},
+        {"2^24 entries declared", package().makeLarge({.count = 1ULL << 24})},
+        {"2^58 entries declared", package().makeLarge({.count = 1ULL << 58})},
+        {"a directory of 4 GiB", package().setEndField(12, 4, 0xFFFF'FFFE)},
+        {"a large directory of 2^60 bytes", package().makeLarge({.size = 1ULL << 60})},
+        {"a long name", package().setCentralField(0, 28, 2, 0xFFFF)},
+    };
+    for (const auto& [what, bytes] : rows) {
+        bytes.write(root.lookupFolder() / "m.zip");
+        // A directory of the usual format may declare 65,535 entries.
+        EXPECT_LT(peakOfCollection(""), 4 * kMebibyte) << what;
+    }
+}
+
+TEST_F(HostileMemoryTest, NoFileIsSizedBeyondReason) {
+    for (const testsupport::Trap& trap : testsupport::allTraps())
+        for (const char* name : {"m.json", "m.zip"}) {
+            trap.lay(root.lookupFolder() / name);
+            EXPECT_LT(peakOfCollection(""), kMebibyte) << trap.what << ' ' << name;
+            root.remove(root.lookupFolder() / name);
+        }
+}
+
+TEST_F(HostileMemoryTest, EntriesAreReadOneAfterTheOther) {
+    constexpr std::size_t kEntries = 64;
+    testsupport::overlappingEntries(lookupText("m:Odd n=1") + std::string(kMebibyte, ' '), kEntries)
+        .write(root.lookupFolder() / "m.zip");
+    EXPECT_LT(peakOfCollection("-m:Odd n=1@Odd | "), 6 * kMebibyte);
+}
+
+TEST_F(HostileMemoryTest, ADocumentTakesASmallMultipleOfItsText) {
+    const auto repeated = [](const std::string& text) {
+        std::string result;
+        while (result.size() < kMebibyte)
+            result += text;
+        return result;
+    };
+    const std::string sound = lookupText("m:Odd n=1");
+    const std::string begin = sound.substr(0, sound.size() - 1);
+    const std::pair<const char*, std::string> rows[] = {
+        {"blanks", repeated(" ")},
+        {"levels", begin + ",\"x\":" + repeated("[")},
+        {"empty lists", begin + ",\"x\":[" + repeated("[],")},
+        {"empty objects", begin + ",\"x\":[" + repeated("{},")},
+        {"numbers", begin + ",\"x\":[" + repeated("0,")},
+        {"members", begin + repeated(",\"x\":0")},
+        {"a name", begin + ",\"" + repeated("x")},
+        {"a text", begin + ",\"x\":\"" + repeated("x")},
+        {"escapes", begin + ",\"x\":\"" + repeated("\\n")},
+    };
+    for (const auto& [what, text] : rows) {
+        root.lookupFile("m.json", text);
+        EXPECT_LT(peakOfCollection(""), 64 * kMebibyte) << what;
+    }
+}
+
+} // namespace
+} // namespace reference::docparser

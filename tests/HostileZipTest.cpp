@@ -1,0 +1,223 @@
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/HostileFixture.hpp"
+#include "support/LookupFixture.hpp"
+#include "support/ZipBomb.hpp"
+#include "support/ZipFile.hpp"
+
+namespace {
+
+using testing::AnyOf;
+using testsupport::littleEndian;
+using testsupport::lookupText;
+using testsupport::ZipBytes;
+using testsupport::ZipFile;
+
+using HostileZipTest = testsupport::HostileFixture;
+
+ZipBytes makePackage() {
+    return ZipFile()
+        .add("m1.json", lookupText("m:Odd a=1"))
+        .add("m2.json", lookupText("m:Odd t=1"))
+        .add("m3.json", lookupText("m:Odd z=1"))
+        .build();
+}
+
+const std::string kWhole = "-m:Odd a=1@Odd t=1@Odd z=1@Odd | ";
+const std::string kOthers = "-m:Odd a=1@Odd z=1@Odd | ";
+const std::string kNothing;
+
+/// Of an entry that is encrypted by AES-256 and compressed by method 8.
+const std::string kAesField = littleEndian(0x9901, 2) + littleEndian(7, 2) + littleEndian(2, 2) +
+                              "AE" + littleEndian(3, 1) + littleEndian(8, 2);
+
+struct Damage {
+    const char* what;
+    ZipBytes package;
+    std::string read;
+};
+
+TEST_F(HostileZipTest, ADamagedEntryCostsNoOther) {
+    const ZipBytes sound = makePackage();
+    const auto size = static_cast<std::uint32_t>(sound.size());
+    const auto entry = [&sound] { return ZipBytes(sound); };
+    const std::string sizes64 = littleEndian(1ULL << 40, 8) + littleEndian(1ULL << 40, 8);
+    for (const auto& [what, package, read] : {
+             Damage{"none", entry(), kWhole},
+             Damage{"two entries over one another", entry().shareLocalHeader(1, 0), kOthers},
+             Damage{"begins inside another", entry().setCentralField(1, 42, 4, 10), kOthers},
+             Damage{"begins in the directory",
+                    entry().setCentralField(1, 42, 4,
+                                            static_cast<std::uint32_t>(sound.directoryOffset())),
+                    kOthers},
+             Damage{"begins behind the end", entry().setCentralField(1, 42, 4, size + 1), kOthers},
+             Damage{"begins far away", entry().setCentralField(1, 42, 4, 0xFFFF'FFF0), kOthers},
+             Damage{"stored size 0", entry().setCompressedSize(1, 0), kOthers},
+             Damage{"stored size cut", entry().setCompressedSize(1, 20), kOthers},
+             Damage{"stored size far beyond the end", entry().setCompressedSize(1, 0xFFFF'FFF0),
+                    kOthers},
+             Damage{"method 9", entry().setMethod(1, 9), kOthers},
+             Damage{"method 12", entry().setMethod(1, 12), kOthers},
+             Damage{"method 14", entry().setMethod(1, 14), kOthers},
+             Damage{"method 93", entry().setMethod(1, 93), kOthers},
+             Damage{"method 95", entry().setMethod(1, 95), kOthers},
+             Damage{"method 98", entry().setMethod(1, 98), kOthers},
+             Damage{"strong encryption", entry().setFlags(1, 0x41), kOthers},
+             Damage{"method 99",
+                    entry().setMethod(1, 99).markEncrypted(1).addExtraField(1, kAesField), kOthers},
+             Damage{"large sizes",
+                    entry()
+                        .setCentralField(1, 20, 4, 0xFFFF'FFFF)
+                        .setCentralField(1, 24, 4, 0xFFFF'FFFF)
+                        .addExtraField(1, littleEndian(1, 2) + littleEndian(16, 2) + sizes64),
+                    kOthers},
+             Damage{"large offset",
+                    entry()
+                        .setCentralField(1, 42, 4, 0xFFFF'FFFF)
+                        .addExtraField(1, littleEndian(1, 2) + littleEndian(8, 2) +
+                                              littleEndian(1ULL << 62, 8)),
+                    kOthers},
+         }) {
+        package.write(root.lookupFolder() / "m.zip");
+        EXPECT_EQ(collect(), soundAnd(read)) << what;
+    }
+}
+
+/// A reader may take such a package or leave it; what it takes must be whole.
+TEST_F(HostileZipTest, ADamagedDirectoryCostsNoOtherPackage) {
+    const ZipBytes sound = makePackage();
+    const auto size = static_cast<std::uint32_t>(sound.size());
+    const std::size_t directory = sound.directoryOffset();
+    const auto package = [&sound] { return ZipBytes(sound); };
+    const auto extra = [&](const std::string& field) {
+        return package().setCentralField(1, 24, 4, 0xFFFF'FFFF).addExtraField(1, field);
+    };
+    const std::string cutField = littleEndian(1, 2) + littleEndian(8, 2) + "cut";
+    const ZipBytes other = ZipFile().add("n.json", lookupText("n:Odd n=1")).build();
+    const std::pair<const char*, ZipBytes> rows[] = {
+        {"stored size beyond the end", package().setCompressedSize(1, size)},
+        {"method 99", package().setMethod(1, 99)},
+        {"method 99, encrypted", package().setMethod(1, 99).markEncrypted(1)},
+        {"a name that is not the UTF-8 that it is said to be",
+         package().setFlags(1, 0x800).setCentralName(1, "m\xFF.json")},
+        {"extra field that is cut", extra(cutField)},
+        {"extra field of half a head", extra("\1")},
+        {"extra field that is missing", extra("")},
+        {"extra field that is too short", extra(littleEndian(1, 2) + littleEndian(4, 2) + "1234")},
+        {"extra length beyond the end", package().setCentralField(2, 30, 2, 0xFFFF)},
+        {"name length beyond the end", package().setCentralField(2, 28, 2, 0xFFFF)},
+        {"comment length beyond the end", package().setCentralField(2, 32, 2, 0xFFFF)},
+        {"directory cut", package().erase(directory + 60, 30)},
+        {"directory gone", package().erase(directory, size - 22 - directory)},
+        {"directory behind the end", package().setEndField(16, 4, size + 1)},
+        {"directory far away", package().setEndField(16, 4, 0xFFFF'FFFE)},
+        {"directory too large", package().setEndField(12, 4, 0xFFFF'FFFE)},
+        {"directory too small", package().setEndField(12, 4, 1)},
+        {"count too large", package().setEndField(8, 4, 0xFFFE'FFFE)},
+        {"count too small", package().setEndField(8, 4, 0x0001'0001)},
+        {"counts that differ", package().setEndField(8, 2, 2)},
+        {"on several disks", package().setEndField(4, 4, 0x0001'0001)},
+        {"large", package().makeLarge({})},
+        {"large count", package().makeLarge({.count = 1ULL << 60})},
+        {"large size", package().makeLarge({.size = 1ULL << 60})},
+        {"large size that wraps around", package().makeLarge({.size = ~std::uint64_t{0}})},
+        {"large offset", package().makeLarge({.offset = 1ULL << 62})},
+        {"large offset that wraps around", package().makeLarge({.offset = ~std::uint64_t{0}})},
+        {"large record far away", package().makeLarge({.recordOffset = 1ULL << 62})},
+        {"large record nowhere", package().makeLarge({.recordOffset = ~std::uint64_t{0}})},
+        {"large record elsewhere", package().makeLarge({.recordOffset = 0})},
+        {"junk before", package().prepend(std::string(1000, 'P'))},
+        {"junk behind", package().append(std::string(1000, 'P'))},
+        {"much junk behind", package().append(std::string(100'000, 'P'))},
+        {"a comment with an end record",
+         package().setComment("PK\5\6" + std::string(18, '\0') + "x")},
+        {"a comment with a package", package().setComment(other.bytes())},
+        {"a comment that is cut", package().setEndField(20, 2, 0xFFFF)},
+        {"end records only", ZipBytes("PK\5\6PK\5\6PK\5\6PK\5\6PK\5\6PK\5\6")},
+    };
+    for (const auto& [what, bytes] : rows) {
+        bytes.write(root.lookupFolder() / "m.zip");
+        EXPECT_THAT(collect(), AnyOf(soundAnd(kWhole), soundAnd(kNothing))) << what;
+    }
+}
+
+TEST_F(HostileZipTest, OfAnEntrysNameTheLastComponentCountsAndNothingElseIsTouched) {
+    using namespace std::string_literals;
+    // Would be read when a name were taken for a path on disk.
+    root.writeFile("m.json", lookupText("o:Outside n=1"));
+    const std::string outside = root.nativePathOf("m.json").string();
+    const ZipBytes sound =
+        ZipFile().add("m.json", lookupText("m:Odd n=1")).add("m.txt", "not read").build();
+    const std::string longFolder = std::string(65'528, 'd') + '/';
+    const std::string deepFolders = [] {
+        std::string folders;
+        while (folders.size() < 65'520)
+            folders += "d/";
+        return folders;
+    }();
+    struct Case {
+        std::string name;
+        bool isRead;
+    };
+    for (const auto& [name, isRead] : {
+             Case{outside, true},
+             Case{"/etc/m.json", true},
+             Case{"../../m.json", true},
+             Case{"../../../../../../../../../../../../etc/m.json", true},
+             Case{"//m.json", true},
+             Case{"./m.json", true},
+             Case{"C:\\m.json", true},
+             Case{"d\\..\\m.json", true},
+             Case{"\\\\host\\m.json", true},
+             Case{"\n.json", true},
+             Case{"*.json", true},
+             Case{"%s%n.json", true},
+             Case{" .json", true},
+             Case{"\xFF\xFE\x80.json", true},
+             Case{"\xED\xA0\x80.json", true},
+             Case{"m.json\0"s, false},
+             Case{"m\0.json"s, true},
+             Case{"", false},
+             Case{"/", false},
+             Case{".", false},
+             Case{"..", false},
+             Case{"../", false},
+             Case{".json", false},
+             Case{"m.json/..", false},
+             Case{std::string(65'535, 'm'), false},
+             Case{std::string(65'530, 'm') + ".json", true},
+             Case{longFolder + "m.json", true},
+             Case{deepFolders + "m.json", true},
+         }) {
+        ZipBytes(sound).setCentralName(0, name).write(root.lookupFolder() / "m.zip");
+        EXPECT_EQ(collect(), soundAnd(isRead ? "-m:Odd n=1@Odd | " : "")) << name.substr(0, 100);
+    }
+}
+
+TEST_F(HostileZipTest, ABombIsLostAlone) {
+    const ZipBytes bomb = testsupport::makeZipBomb("m2.json", std::uint64_t{4} << 30, 0xFFFF'FFFE);
+    ASSERT_LT(bomb.size(), 5U << 20);
+    const ZipBytes small = ZipBytes(bomb).setDeclaredSize(0, 100);
+    const ZipBytes atLimit = ZipBytes(bomb).setDeclaredSize(0, 1U << 30).setCompressedSize(0, 100);
+    for (const auto& [what, package] :
+         {std::pair("declared", bomb), {"declared small", small}, {"cut short", atLimit}}) {
+        package.write(root.lookupFolder() / "m.zip");
+        EXPECT_EQ(collect(), soundAnd("")) << what;
+    }
+}
+
+TEST_F(HostileZipTest, ManyEntriesOfOneContentAreOneDocument) {
+    constexpr std::size_t kEntries = 64;
+    constexpr std::size_t kPadding = 1 << 20;
+    testsupport::overlappingEntries(lookupText("m:Odd n=1") + std::string(kPadding, ' '), kEntries)
+        .write(root.lookupFolder() / "m.zip");
+    EXPECT_EQ(collect(), soundAnd("-m:Odd n=1@Odd | "));
+}
+
+} // namespace

@@ -1,0 +1,199 @@
+#include <cstdlib>
+#include <exception>
+#include <latch>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include <dlfcn.h>
+
+#include <boost/exception/exception.hpp>
+#include <boost/json/value.hpp>
+
+#include <gtest/gtest.h>
+
+#include "environment/DocProducts.hpp"
+#include "environment/ReferenceProperty.hpp"
+#include "reference/docparser/DocResourceParser.hpp"
+
+namespace reference::docparser {
+namespace {
+
+using DocResourceParser::ReferenceRoots;
+using Products = std::vector<std::shared_ptr<const doc_products_shared::TopLevelDocProduct>>;
+using Names = std::vector<std::u16string>;
+
+constexpr const char* kGetReferenceRoots =
+    "_ZN9reference9docparser17DocResourceParser17getReferenceRootsEv";
+constexpr const char* kGetTopLevelProducts =
+    "_ZN9reference9docparser17DocResourceParser19getTopLevelProductsEv";
+constexpr const char* kGetHardwareSupportPackages =
+    "_ZN9reference9docparser17DocResourceParser26getHardwareSupportPackagesB5cxx11Ev";
+constexpr const char* kIsProductInstalled =
+    "_ZN9reference9docparser17DocResourceParser18isProductInstalledERKNSt7__cxx1112basic_string"
+    "IDsSt11char_traitsIDsESaIDsEEE";
+constexpr const char* kSetTestProducts =
+    "_ZN9reference9docparser17DocResourceParser15setTestProductsERKSt6vectorINSt7__cxx1112basic_"
+    "stringIDsSt11char_traitsIDsESaIDsEEESaIS8_EESC_";
+constexpr const char* kRestoreDefaultSettings =
+    "_ZN9reference9docparser17DocResourceParser22restoreDefaultSettingsEv";
+constexpr const char* kGetHeaderInfo =
+    "_ZN9reference9docparser17DocResourceParser12ParsingTools13getHeaderInfoERKN5boost4json5value"
+    "E";
+
+/// The library, as a host that may do without it has it.
+class Library {
+public:
+    Library() : Library(::dlopen(DOCPARSER_LIBRARY, RTLD_NOW | RTLD_LOCAL)) {}
+    explicit Library(void* handle) : handle_(handle) {
+        if (handle == nullptr)
+            throw std::runtime_error(::dlerror());
+    }
+
+    template <typename Function>
+    Function* find(const char* symbol) const {
+        void* const function = ::dlsym(handle_.get(), symbol);
+        if (function == nullptr)
+            throw std::runtime_error(::dlerror());
+        return reinterpret_cast<Function*>(function);
+    }
+
+private:
+    struct Close {
+        void operator()(void* handle) const noexcept { ::dlclose(handle); }
+    };
+
+    std::unique_ptr<void, Close> handle_;
+};
+
+/// What a caller may hold: snapshots, and an exception.
+struct Holdings {
+    std::shared_ptr<const ReferenceRoots> roots;
+    std::shared_ptr<const Products> products;
+    std::shared_ptr<const std::unordered_set<std::u16string>> packages;
+    std::exception_ptr exception;
+
+    bool areSound() const {
+        return roots->referenceApiFolder == roots->referenceRoot + u"/docCatalog/referenceapi" &&
+               products->size() == 2 && products->back()->getShortName() == "second product" &&
+               packages->size() == 1 && packages->contains(u"a package with a long name");
+    }
+};
+
+std::exception_ptr takeException(const Library& library) {
+    try {
+        library.find<property::HeaderInfo(const boost::json::value&)>(kGetHeaderInfo)(nullptr);
+    } catch (...) {
+        return std::current_exception();
+    }
+    return nullptr;
+}
+
+Holdings takeHoldings(const Library& library) {
+    using namespace DocResourceParser;
+    library.find<decltype(setTestProducts)>(kSetTestProducts)({u"first", u"second product"},
+                                                              {u"a package with a long name"});
+    Holdings holdings{
+        library.find<decltype(getReferenceRoots)>(kGetReferenceRoots)(),
+        library.find<decltype(getTopLevelProducts)>(kGetTopLevelProducts)(),
+        library.find<decltype(getHardwareSupportPackages)>(kGetHardwareSupportPackages)(),
+        takeException(library)};
+    // From here on the library itself holds none of them any more.
+    library.find<decltype(restoreDefaultSettings)>(kRestoreDefaultSettings)();
+    return holdings;
+}
+
+TEST(UnloadTest, SnapshotsAreUsedAndReleasedAfterTheLibraryIsClosed) {
+    constexpr int kRounds = 100;
+    constexpr int kThreads = 3;
+    for (int round = 0; round < kRounds; ++round) {
+        std::latch isClosed(1);
+        std::vector<std::jthread> threads;
+        {
+            const Library library;
+            for (int thread = 0; thread < kThreads; ++thread)
+                threads.emplace_back([&isClosed, holdings = takeHoldings(library)]() mutable {
+                    isClosed.wait();
+                    EXPECT_TRUE(holdings.areSound());
+                    EXPECT_NE(holdings.exception, nullptr);
+                    EXPECT_THROW(std::rethrow_exception(holdings.exception), boost::exception);
+                    holdings = {};
+                });
+        }
+        isClosed.count_down();
+    }
+}
+
+TEST(UnloadTest, OnceLoadedTheLibraryStays) {
+    std::shared_ptr<const ReferenceRoots> roots;
+    for (int round = 0; round < 2; ++round) {
+        const Library library;
+        const auto current =
+            library.find<decltype(DocResourceParser::getReferenceRoots)>(kGetReferenceRoots)();
+        EXPECT_TRUE(roots == nullptr || roots == current);
+        roots = current;
+    }
+    const std::unique_ptr<void, int (*)(void*)> loaded(
+        ::dlopen(DOCPARSER_LIBRARY, RTLD_NOW | RTLD_NOLOAD), &::dlclose);
+    EXPECT_NE(loaded, nullptr);
+}
+
+/// Ends the process while other threads copy, use and release what they hold.
+[[noreturn]] void exitWhileSnapshotsAreHeld(bool isClosedBefore) {
+    static auto library = std::make_unique<Library>();
+    constexpr int kThreads = 3;
+    std::latch areRunning(kThreads);
+    for (int thread = 0; thread < kThreads; ++thread)
+        std::thread([&areRunning, holdings = takeHoldings(*library)] {
+            areRunning.count_down();
+            for (;;) {
+                const Holdings copy = holdings;
+                if (!copy.areSound())
+                    std::abort();
+            }
+        }).detach();
+    areRunning.wait();
+    if (isClosedBefore)
+        library.reset();
+    std::exit(0);
+}
+
+TEST(UnloadTest, TheProcessMayEndWhileSnapshotsAreHeld) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    for (int round = 0; round < 5; ++round) {
+        EXPECT_EXIT(exitWhileSnapshotsAreHeld(false), testing::ExitedWithCode(0), "");
+        EXPECT_EXIT(exitWhileSnapshotsAreHeld(true), testing::ExitedWithCode(0), "");
+    }
+}
+
+bool isSanitized() {
+    return ::dlsym(RTLD_DEFAULT, "__asan_init") != nullptr ||
+           ::dlsym(RTLD_DEFAULT, "__tsan_init") != nullptr;
+}
+
+// Each name space of the dynamic linker has libraries, and an allocator, of its own: what is
+// handed across must be short enough to be kept inside its string.
+TEST(UnloadTest, EachFreshLoadIsInitialisedByItself) {
+    if (isSanitized())
+        GTEST_SKIP() << "a sanitizer cannot be loaded a second time";
+    constexpr int kLoads = 8;
+    std::vector<std::unique_ptr<Library>> libraries;
+    std::unordered_set<const ReferenceRoots*> roots;
+    for (int load = 0; load < kLoads; ++load) {
+        libraries.push_back(std::make_unique<Library>(
+            ::dlmopen(LM_ID_NEWLM, DOCPARSER_LIBRARY, RTLD_NOW | RTLD_LOCAL)));
+        using namespace DocResourceParser;
+        const Library& library = *libraries.back();
+        const auto current = library.find<decltype(getReferenceRoots)>(kGetReferenceRoots)();
+        EXPECT_TRUE(current->referenceApiFolder.ends_with(u"/docCatalog/referenceapi"));
+        EXPECT_TRUE(roots.insert(current.get()).second);
+        EXPECT_FALSE(library.find<decltype(isProductInstalled)>(kIsProductInstalled)(u"none"));
+    }
+}
+
+} // namespace
+} // namespace reference::docparser

@@ -1,0 +1,82 @@
+#include "support/Traps.hpp"
+
+#include <cerrno>
+#include <cstdint>
+#include <fstream>
+#include <system_error>
+
+#include <sys/fsuid.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+
+namespace testsupport {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+Trap linkTo(const std::string& target, bool isProblem = false) {
+    return {"link to " + target,
+            [target](const fs::path& path) { fs::create_symlink(target, path); }, isProblem};
+}
+
+Trap node(const std::string& what, mode_t kind, dev_t device = 0) {
+    return {what, [kind, device](const fs::path& path) {
+                // Only a privileged process may make a device.
+                if (::mknod(path.c_str(), kind | 0666, device) != 0 && errno != EPERM)
+                    throw std::system_error(errno, std::generic_category(), path);
+            }};
+}
+
+void layLoopOfTwo(const fs::path& path) {
+    const fs::path other = path.string() + ".other";
+    fs::remove(other);
+    fs::create_symlink(other, path);
+    fs::create_symlink(path, other);
+}
+
+void laySparseFile(const fs::path& path) {
+    constexpr std::uintmax_t kTebibyte = std::uintmax_t{1} << 40;
+    std::ofstream(path, std::ios_base::binary);
+    fs::resize_file(path, kTebibyte);
+}
+
+} // namespace
+
+std::vector<Trap> allTraps() {
+    std::vector<Trap> traps = {
+        {"folder", [](const fs::path& path) { fs::create_directory(path); }, true},
+        node("pipe", S_IFIFO),
+        node("socket", S_IFSOCK),
+        node("device", S_IFCHR, makedev(1, 5)),
+        linkTo("/dev/zero"),
+        linkTo("/dev/full"),
+        linkTo("/dev/null"),
+        linkTo("/dev/stdin"),
+        linkTo("/dev/ptmx"),
+        linkTo("/nowhere/at all"),
+        linkTo(std::string(4000, 'x')),
+        {"link to itself", [](const fs::path& path) { fs::create_symlink(path, path); }},
+        {"loop of two links", layLoopOfTwo},
+        {"sparse file of 1 TiB", laySparseFile, true},
+    };
+    // Files that are made as they are read: without an end, and shorter than they seem.
+    if (fs::exists("/proc/self/status"))
+        traps.push_back(linkTo("/proc/self/status", true));
+    if (fs::exists("/proc/self/mem"))
+        traps.push_back(linkTo("/proc/self/mem", true));
+    if (fs::exists("/sys/devices/system/cpu/online"))
+        traps.push_back(linkTo("/sys/devices/system/cpu/online"));
+    return traps;
+}
+
+WithoutPrivileges::WithoutPrivileges() {
+    constexpr unsigned int kNobody = 65534;
+    formerUser_ = static_cast<unsigned int>(::setfsuid(kNobody));
+}
+
+WithoutPrivileges::~WithoutPrivileges() {
+    ::setfsuid(formerUser_);
+}
+
+} // namespace testsupport
