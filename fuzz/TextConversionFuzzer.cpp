@@ -1,0 +1,87 @@
+// Compares the text conversions with slow ones of our own.
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include <boost/json/string.hpp>
+#include <boost/json/value.hpp>
+
+#include "SlowText.hpp"
+#include "Support.hpp"
+#include "environment/PathAndText.hpp"
+#include "reference/docparser/ParsingTools.hpp"
+
+namespace {
+
+using fuzz::require;
+using reference::docparser::DocResourceParser::ParsingTools::getFluString;
+using reference::docparser::DocResourceParser::ParsingTools::StringParsingType;
+
+/// What stands before the input: the conversions work on blocks of 512 and 1024, at whose ends the
+/// input must come to lie. Most inputs stand alone.
+std::size_t choosePadding(fuzz::Choices& choices) {
+    const std::size_t blocks = choices.below(32);
+    const std::size_t letters = choices.below(256);
+    return blocks < 8 ? blocks * 256 + letters : 0;
+}
+
+void checkDecoding(const std::string& bytes, const fuzz::DecodedText& expected) {
+    const fl::i18n::codecvt_string_to_ustring lenient("utf8", true);
+    require(lenient.convert(bytes.data(), bytes.size()) == expected.text, "lenient UTF-8 decoding");
+    const fl::i18n::codecvt_string_to_ustring strict("utf8", false);
+    try {
+        const std::u16string text = strict.convert(bytes.data(), bytes.size());
+        require(expected.isWellFormed, "strict decoding refuses ill-formed UTF-8");
+        require(text == expected.text, "strict UTF-8 decoding");
+    } catch (const std::range_error&) {
+        require(!expected.isWellFormed, "strict decoding takes well-formed UTF-8");
+    }
+}
+
+void checkWidening(const std::string& bytes) {
+    const std::u16string expected = fuzz::widen(bytes);
+    const fl::i18n::codecvt_ascii_to_ustring ascii;
+    require(ascii.convert(bytes.data(), bytes.size()) == expected, "ASCII widening");
+    require(getFluString(boost::json::string(bytes), StringParsingType::Ascii) == expected,
+            "a JSON text read byte by byte");
+}
+
+void checkJsonText(const std::string& bytes, const std::u16string& decoded) {
+    const boost::json::value value = boost::json::string(bytes);
+    for (const auto type : {StringParsingType::Utf8, StringParsingType{2}})
+        require(getFluString(value, type) == decoded, "a JSON text read as UTF-8");
+}
+
+void checkEncoding(const std::u16string& text) {
+    require(fl::i18n::to_string(text) == fuzz::encodeUtf8(text), "UTF-8 encoding");
+    require(fl::filesystem::detail::make_native_form(text, true) ==
+                fuzz::replaceLoneSurrogates(text),
+            "a path in native form");
+}
+
+/// UTF-16 code units of any kind: two bytes each, the lower one first.
+std::u16string unitsOf(std::string_view bytes) {
+    std::u16string text;
+    for (; bytes.size() >= 2; bytes.remove_prefix(2)) {
+        const unsigned low = static_cast<unsigned char>(bytes[0]);
+        const unsigned high = static_cast<unsigned char>(bytes[1]);
+        text += static_cast<char16_t>(low + high * 256);
+    }
+    return text;
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    fuzz::Choices choices(fuzz::textOf(data, size));
+    const std::size_t padding = choosePadding(choices);
+    const std::string bytes = std::string(padding, 'x').append(choices.rest());
+    const fuzz::DecodedText decoded = fuzz::decodeUtf8(bytes);
+    checkDecoding(bytes, decoded);
+    checkWidening(bytes);
+    checkJsonText(bytes, decoded.text);
+    checkEncoding(decoded.text);
+    checkEncoding(std::u16string(padding, u'x') + unitsOf(choices.rest()));
+    return 0;
+}
