@@ -85,26 +85,6 @@ TEST(Services, AServiceMayReplaceTheServicesItIsPartOf) {
     EXPECT_NE(DocLanguage::getInstance().getDocLanguage(), u"kept");
 }
 
-TEST(Services, MayBeSetWhileOthersAsk) {
-    const ScopedServices scope({.docLanguage = [] { return u"aa"; }});
-    std::atomic<int> foreign = 0;
-    std::jthread asking([&](const std::stop_token& stop) {
-        while (!stop.stop_requested()) {
-            const std::u16string language = DocLanguage::getInstance().getDocLanguage();
-            foreign += language != u"aa" && language != u"bb";
-        }
-    });
-    for (int round = 0; round < 500; ++round) {
-        Services services;
-        services.docLanguage = [round] { return round % 2 == 0 ? u"aa" : u"bb"; };
-        environment::setServices(services);
-    }
-    asking.request_stop();
-    asking.join();
-    EXPECT_EQ(foreign, 0);
-    EXPECT_EQ(DocLanguage::getInstance().getDocLanguage(), u"bb");
-}
-
 TEST(BuiltInServices, DefaultRootLiesBesideTheLibrary) {
     const std::filesystem::path root = Docroot::getInstance().getDocDataRoot();
     EXPECT_TRUE(root.is_absolute());

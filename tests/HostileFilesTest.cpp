@@ -1,5 +1,6 @@
 #include <atomic>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <thread>
 #include <utility>
@@ -107,6 +108,9 @@ TEST_F(HostileFilesTest, WhatMayNotBeReadCostsNoOther) {
         fs::permissions(file, fs::perms::none);
     {
         const testsupport::WithoutPrivileges nobody;
+        if (std::ifstream(root.lookupFolder() / "m.json").is_open() ||
+            !std::ifstream(root.lookupFolder() / "a.json").is_open())
+            GTEST_SKIP() << "here a process cannot give its privileges up, or then reaches nothing";
         EXPECT_EQ(collect(), soundAnd(""));
         EXPECT_EQ(read(u"odd"), "");
         EXPECT_EQ(readSoundResource(), kSoundResource);

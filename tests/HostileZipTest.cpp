@@ -212,12 +212,4 @@ TEST_F(HostileZipTest, ABombIsLostAlone) {
     }
 }
 
-TEST_F(HostileZipTest, ManyEntriesOfOneContentAreOneDocument) {
-    constexpr std::size_t kEntries = 64;
-    constexpr std::size_t kPadding = 1 << 20;
-    testsupport::overlappingEntries(lookupText("m:Odd n=1") + std::string(kPadding, ' '), kEntries)
-        .write(root.lookupFolder() / "m.zip");
-    EXPECT_EQ(collect(), soundAnd("-m:Odd n=1@Odd | "));
-}
-
 } // namespace

@@ -192,11 +192,12 @@ protected:
 TEST_F(LockOrderTest, EachFunctionLocksWhatItSaysAndReadsWithoutALock) {
     std::size_t row = 0;
     for (const auto& [function, expected] : functions()) {
+        SCOPED_TRACE(row++);
         std::string steps;
         trace = &steps;
         function();
         trace = nullptr;
-        EXPECT_EQ(steps, expected) << "row " << row++;
+        EXPECT_EQ(steps, expected);
     }
 }
 

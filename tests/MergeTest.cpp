@@ -1,15 +1,10 @@
-#include <algorithm>
 #include <cstddef>
-#include <map>
-#include <random>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-#include "environment/PathAndText.hpp"
-#include "reference/docparser/DocResourceParser.hpp"
 #include "support/LookupFixture.hpp"
 
 namespace reference::docparser {
@@ -88,116 +83,6 @@ TEST_F(MergeTest, OfSeveralFilesTheFirstEnglishAndTheLastLocalizedOneWins) {
         EXPECT_EQ(collect(files), result) << testing::PrintToString(files);
 }
 
-/// A plain, slow account of the merge, on lookups written "href@product".
-using Lookups = std::vector<std::string>;
-
-struct Document {
-    std::string product;
-    std::map<std::string, Lookups> items;
-};
-
-struct SourceFile {
-    std::string name;
-    bool isLocalized = false;
-    std::map<std::string, Document> documents;
-};
-
-std::string hrefOf(const std::string& lookup) {
-    return lookup.substr(0, lookup.find('@'));
-}
-
-Document combine(Document winner, const Document& filler) {
-    for (const auto& [name, lookups] : filler.items) {
-        if (!winner.items.contains(name)) {
-            winner.items[name] = lookups;
-            continue;
-        }
-        Lookups& completed = winner.items[name];
-        if (completed.size() >= lookups.size())
-            continue;
-        for (const std::string& lookup : lookups) {
-            if (std::none_of(completed.begin(), completed.end(), [&](const std::string& other) {
-                    return hrefOf(other) == hrefOf(lookup);
-                }))
-                completed.push_back(lookup);
-        }
-    }
-    return winner;
-}
-
-std::string notationOf(const std::map<std::string, Document>& documents, bool isSource) {
-    std::string text;
-    for (const auto& [key, document] : documents) {
-        text += (text.empty() ? "" : " | ") + key + ':' + document.product;
-        for (const auto& [name, lookups] : document.items) {
-            text += ' ' + name + '=';
-            for (const std::string& lookup : lookups)
-                text += (isSource ? hrefOf(lookup) : lookup) + ',';
-            text.pop_back();
-        }
-    }
-    return text;
-}
-
-std::string combineAll(const std::vector<SourceFile>& files) {
-    std::map<std::string, Document> result;
-    for (const SourceFile& file : files) {
-        for (const auto& [key, document] : file.documents) {
-            const std::string marked = (key < "q" ? '+' : '-') + key;
-            if (!result.contains(marked))
-                result[marked] = document;
-            else if (file.isLocalized)
-                result[marked] = combine(document, result[marked]);
-            else
-                result[marked] = combine(result[marked], document);
-        }
-    }
-    return notationOf(result, false);
-}
-
-std::vector<std::pair<std::string, std::string>> toFiles(const std::vector<SourceFile>& sources) {
-    std::vector<std::pair<std::string, std::string>> files;
-    for (const SourceFile& source : sources)
-        files.emplace_back(source.name, notationOf(source.documents, true));
-    return files;
-}
-
-/// Up to six files in the order in which they are to be merged, packages first.
-std::vector<SourceFile> makeRandomFiles(std::mt19937& random) {
-    const auto below = [&random](unsigned limit) { return random() % limit; };
-    const std::size_t packages = below(4);
-    const bool onePackage = packages > 1 && below(2) == 0;
-    std::vector<SourceFile> files(packages + 1 + below(3));
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        const std::string product = std::to_string(i);
-        const bool isLocalized = below(2) == 0;
-        const std::string stem = product + (isLocalized ? "_ja" : "");
-        files[i].isLocalized = isLocalized;
-        files[i].name =
-            i >= packages ? stem + ".json" : (onePackage ? "0" : stem) + ".zip/" + stem + ".json";
-        for (const char* key : {"f", "p", "q"}) {
-            if (below(3) == 0 && !(key[0] == 'q' && files[i].documents.empty()))
-                continue;
-            Document& document = files[i].documents[key];
-            document.product = product;
-            for (auto items = below(12); items > 0; --items)
-                document.items[std::string(1, "lmn"[below(3)])].push_back(std::to_string(below(5)) +
-                                                                          '@' + product);
-        }
-    }
-    return files;
-}
-
-TEST_F(MergeTest, RandomFilesAreMergedLikeTheModel) {
-    std::mt19937 random(20260101);
-    for (int round = 0; round < 300; ++round) {
-        const std::vector<SourceFile> sources = makeRandomFiles(random);
-        ASSERT_EQ(collect(toFiles(sources)), combineAll(sources))
-            << testing::PrintToString(toFiles(sources));
-    }
-}
-
-// Comparing each with each would take for ever: the links differ only at their ends.
 TEST_F(MergeTest, VeryLongListsAreCompletedExactly) {
     constexpr std::size_t kCount = 100'000;
     const std::string link = std::string(80, 'x') + '/';

@@ -105,7 +105,8 @@ protected:
     /// Every exported function and every change that a host may make.
     std::vector<std::function<void()>> actions() {
         return {
-            [this] { checkRoots(); },
+            [this] { checkRoots(*getReferenceRoots()); },
+            [this] { checkRoots(ReferenceRoots()); },
             [this] { setReferenceRoot(roots[randomBelow(2)].path()); },
             [] { clearSupportPackageCache(); },
             [] { restoreDefaultSettings(); },
@@ -130,12 +131,11 @@ protected:
         };
     }
 
-    void checkRoots() {
-        const auto current = getReferenceRoots();
-        const std::u16string& root = current->referenceRoot;
+    void checkRoots(const ReferenceRoots& current) {
+        const std::u16string& root = current.referenceRoot;
         EXPECT_TRUE(root == roots[0].path() || root == roots[1].path()) << to_string(root);
-        EXPECT_EQ(current->referenceApiFolder, root + u"/docCatalog/referenceapi");
-        EXPECT_EQ(current->referenceApiLookupFolder, root + u"/docCatalog/referenceapi_lookup");
+        EXPECT_EQ(current.referenceApiFolder, root + u"/docCatalog/referenceapi");
+        EXPECT_EQ(current.referenceApiLookupFolder, root + u"/docCatalog/referenceapi_lookup");
     }
 
     void changeSeverities() {

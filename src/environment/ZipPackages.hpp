@@ -127,8 +127,8 @@ public:
     std::vector<FileSystemEntry> getAllLeafs() const;
 
     /// Opens an entry for reading. Content is decompressed and checked against its checksum and
-    /// declared size; an entry may hold 1 GiB at most, and where entries share what is stored,
-    /// only the first of them can be had, up to eight times the size of the package. Throws
+    /// declared size; an entry may hold 1 GiB at most, and of entries that share what is stored
+    /// only so many can be had as take up eight times the size of the package. Throws
     /// `std::runtime_error` for an encrypted entry or an unsupported method; the stream throws it
     /// for content that is broken.
     std::unique_ptr<ContentSource> getFileContentSource(const FileSystemEntry& entry,

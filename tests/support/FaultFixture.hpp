@@ -36,10 +36,11 @@ inline std::set<std::string> partsOf(const std::string& notation) {
         if (word[0] == '+' || word[0] == '-') {
             key = word.substr(1, word.find(':') - 1);
             parts.insert(word.substr(1));
-            continue;
         }
-        std::istringstream lookups(word.substr(equals + 1 > word.size() ? 0 : equals + 1));
-        for (std::string lookup; std::getline(lookups, lookup, ',') && equals != word.npos;)
+        if (equals == word.npos)
+            continue;
+        std::istringstream lookups(word.substr(equals + 1));
+        for (std::string lookup; std::getline(lookups, lookup, ',');)
             parts.insert(key + ' ' + word.substr(0, equals + 1) + lookup);
     }
     return parts;

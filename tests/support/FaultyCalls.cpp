@@ -55,6 +55,10 @@ int openFile(const char* call, Arguments... arguments) noexcept {
     return strikesOpening(call) ? -1 : next<int(Arguments...)>(call)(arguments...);
 }
 
+DIR* openFolder(const char* call, const char* path) noexcept {
+    return strikesOpening(call) ? nullptr : next<DIR*(const char*)>(call)(path);
+}
+
 template <typename... Arguments>
 int lookAt(const char* call, Arguments... arguments) noexcept {
     return strikesAny(call) ? -1 : next<int(Arguments...)>(call)(arguments...);
@@ -113,12 +117,12 @@ extern "C" {
 
 int faultyOpen(const char* path, int flags, mode_t mode) __asm__("open");
 int faultyOpen64(const char* path, int flags, mode_t mode) __asm__("open64");
-int faultyOpenat(int folder, const char* path, int flags, mode_t mode) __asm__("openat");
-int faultyOpenat64(int folder, const char* path, int flags, mode_t mode) __asm__("openat64");
+DIR* faultyOpendir(const char* path) __asm__("opendir");
 int faultyStat(const char* path, struct stat* status) __asm__("stat");
 int faultyStat64(const char* path, struct stat* status) __asm__("stat64");
 int faultyFstat(int file, struct stat* status) __asm__("fstat");
 int faultyFstat64(int file, struct stat* status) __asm__("fstat64");
+int faultyFstatat(int folder, const char* path, struct stat* status, int flags) __asm__("fstatat");
 off64_t faultyLseek(int file, off64_t offset, int whence) __asm__("lseek");
 off64_t faultyLseek64(int file, off64_t offset, int whence) __asm__("lseek64");
 ssize_t faultyRead(int file, void* buffer, std::size_t size) __asm__("read");
@@ -140,12 +144,8 @@ int faultyOpen64(const char* path, int flags, mode_t mode) {
     return testsupport::openFile("open64", path, flags, mode);
 }
 
-int faultyOpenat(int folder, const char* path, int flags, mode_t mode) {
-    return testsupport::openFile("openat", folder, path, flags, mode);
-}
-
-int faultyOpenat64(int folder, const char* path, int flags, mode_t mode) {
-    return testsupport::openFile("openat64", folder, path, flags, mode);
+DIR* faultyOpendir(const char* path) {
+    return testsupport::openFolder("opendir", path);
 }
 
 int faultyStat(const char* path, struct stat* status) {
@@ -162,6 +162,10 @@ int faultyFstat(int file, struct stat* status) {
 
 int faultyFstat64(int file, struct stat* status) {
     return testsupport::lookAt("fstat64", file, status);
+}
+
+int faultyFstatat(int folder, const char* path, struct stat* status, int flags) {
+    return testsupport::lookAt("fstatat", folder, path, status, flags);
 }
 
 off64_t faultyLseek(int file, off64_t offset, int whence) {

@@ -27,13 +27,16 @@ int openDescriptor(const std::string& path) {
     }
 }
 
-/// Moves the descriptor's position. A file system that knows of no holes has none.
+/// Moves the descriptor's position. A file system that knows of no holes has none; one that cannot
+/// tell is not trusted.
 bool hasLargeHoles(int descriptor, off_t size) {
     off_t holes = 0;
     for (off_t position = 0; size - position + holes > kMaximumHoles;) {
         const off_t hole = ::lseek(descriptor, position, SEEK_HOLE);
-        if (hole < 0 || hole >= size)
+        if (hole >= size || (hole < 0 && (errno == EINVAL || errno == ENOTSUP)))
             return false;
+        if (hole < 0)
+            return true;
         const off_t data = ::lseek(descriptor, hole, SEEK_DATA);
         position = data < 0 ? size : std::min(data, size);
         holes += position - hole;

@@ -1,5 +1,7 @@
 #include "environment/PathAndText.hpp"
 
+#include <unistd.h>
+
 #include <ext/stdio_filebuf.h>
 #include <unicode/utf16.h>
 
@@ -79,7 +81,7 @@ basic_ifstream<char>::basic_ifstream(const std::u16string& pathname, std::ios_ba
         if (buffer.is_open())
             *rdbuf() = std::move(buffer);
         else
-            environment::local::FileDescriptor{number};
+            ::close(number);
     }
     if (!is_open())
         setstate(std::ios_base::failbit);

@@ -1,5 +1,7 @@
 #include "environment/local/ZipArchive.hpp"
 
+#include <algorithm>
+#include <limits>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -15,8 +17,8 @@ namespace {
 constexpr std::uint64_t kMaximumContentSize = std::uint64_t{1} << 30;
 
 /// How many times the size of its file the stored contents of a package may have together. More
-/// than once they have it only where entries share what is stored, or lie; a single liar does not
-/// use the others' share up.
+/// than once they have it only where entries share what is stored, or lie; a few liars do not use
+/// the others' share up.
 constexpr std::uint64_t kMaximumSharing = 8;
 
 /// Nothing for a folder, and for an entry whose name cannot be had.
@@ -43,7 +45,9 @@ std::vector<ZipArchive::Leaf> listLeaves(zip_t* archive, std::uint64_t fileSize)
     const auto entryCount = static_cast<std::uint64_t>(zip_get_num_entries(archive, 0));
     std::vector<ZipArchive::Leaf> leaves;
     leaves.reserve(entryCount);
-    std::uint64_t remaining = kMaximumSharing * fileSize;
+    std::uint64_t remaining =
+        std::min(fileSize, std::numeric_limits<std::uint64_t>::max() / kMaximumSharing) *
+        kMaximumSharing;
     for (std::uint64_t index = 0; index < entryCount; ++index) {
         std::optional<std::u16string> baseName = baseNameOfLeaf(archive, index);
         if (!baseName)

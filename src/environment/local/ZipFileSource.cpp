@@ -28,11 +28,10 @@ public:
     static zip_int64_t handle(void* reader, void* data, zip_uint64_t length,
                               zip_source_cmd_t command) noexcept {
         auto* const self = static_cast<FileReader*>(reader);
-        if (command == ZIP_SOURCE_FREE) {
-            delete self;
-            return 0;
-        }
-        return self->handle(data, length, command);
+        if (command != ZIP_SOURCE_FREE)
+            return self->handle(data, length, command);
+        const std::unique_ptr<FileReader> released(self);
+        return 0;
     }
 
 private:
@@ -73,7 +72,9 @@ private:
             windowSize_ = static_cast<std::size_t>(count);
         }
         const std::size_t offset = position_ - windowBegin_;
-        const std::size_t count = std::min<std::size_t>(capacity, windowSize_ - offset);
+        // Of a file that grows only what it had at first counts.
+        const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(
+            {capacity, windowSize_ - offset, size_ - std::min(position_, size_)}));
         std::memcpy(buffer, window_.data() + offset, count);
         position_ += count;
         return static_cast<zip_int64_t>(count);
