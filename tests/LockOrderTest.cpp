@@ -201,24 +201,6 @@ TEST_F(LockOrderTest, EachFunctionLocksWhatItSaysAndReadsWithoutALock) {
     }
 }
 
-TEST_F(LockOrderTest, AServiceThatThrowsLeavesNothingLocked) {
-    environment::Services services;
-    services.docDataRoot = []() -> std::u16string { throw testsupport::ServiceFailure(); };
-    services.installedTopLevelDocProducts = []() -> environment::TopLevelProductList {
-        throw testsupport::ServiceFailure();
-    };
-    services.supportPackageRoot = services.docDataRoot;
-    clearSupportPackageCache();
-    environment::setServices(services);
-    for (const auto& function : {std::function<void()>(restoreDefaultSettings),
-                                 {getTopLevelProducts},
-                                 {getHardwareSupportPackages}}) {
-        EXPECT_THROW(function(), testsupport::ServiceFailure);
-        EXPECT_EQ(heldLocks, 0U);
-        EXPECT_EQ(otherLocks, 0);
-    }
-}
-
 TEST_F(LockOrderTest, ThreadsWaitForLocksInTheOneOrderOnly) {
     constexpr int kThreads = 4;
     constexpr int kRounds = 200;

@@ -20,7 +20,6 @@ using environment::Services;
 using testsupport::lookupText;
 using testsupport::makeProducts;
 using testsupport::ServiceFailure;
-using testsupport::ZipBytes;
 using testsupport::ZipFile;
 
 class LookupCollectionTest : public testsupport::LookupFixture {
@@ -121,41 +120,6 @@ TEST_F(LookupCollectionTest, ABrokenFileCostsNoOther) {
             .add("d.json", lookupText("q:Zip m=1"))
             .write(root.lookupFolder() / "p.zip");
         EXPECT_EQ(collect(), "+f:Zip m=1@Zip n=1@Good | +g:Good n=1@Good | -q:Zip m=1@Zip") << text;
-    }
-}
-
-TEST_F(LookupCollectionTest, ABrokenPackageOrEntryCostsNoOther) {
-    const ZipBytes sound = ZipFile()
-                               .add("a.json", lookupText("f:A n=1"))
-                               .add("b.json", lookupText("f:B n=2,3 m=1"))
-                               .add("c.json", lookupText("f:C o=1"))
-                               .build();
-    const std::string around = "+g:Good n=1@Good | -q:Good n=1@Good";
-    const std::string withoutB = "+f:A n=1@A o=1@C | ";
-    struct Case {
-        const char* damage;
-        ZipBytes package;
-        std::string result;
-    };
-    for (const auto& [damage, package, result] : {
-             Case{"none", sound, "+f:A m=1@B n=1@A,2@B,3@B o=1@C | "},
-             Case{"truncated", ZipBytes(sound).truncate(sound.size() / 2), ""},
-             Case{"no end", ZipBytes(sound).truncate(sound.size() - 1), ""},
-             Case{"empty", ZipBytes(""), ""},
-             Case{"no entries", ZipBytes("PK\5\6" + std::string(18, '\0')), ""},
-             Case{"encrypted", ZipBytes(sound).markEncrypted(1), withoutB},
-             Case{"all encrypted",
-                  ZipBytes(sound).markEncrypted(0).markEncrypted(1).markEncrypted(2), ""},
-             Case{"checksum", ZipBytes(sound).breakChecksum(1), withoutB},
-             Case{"method", ZipBytes(sound).setMethod(1, 77), withoutB},
-             Case{"content", ZipBytes(sound).setContentByte(1, 0xFF), withoutB},
-             Case{"less declared", ZipBytes(sound).setDeclaredSize(1, 5), withoutB},
-             Case{"more declared", ZipBytes(sound).setDeclaredSize(1, 1U << 31), withoutB},
-         }) {
-        root.remove(root.lookupFolder());
-        write({{"a.json", "g:Good n=1"}, {"c.zip/c.json", "q:Good n=1"}});
-        package.write(root.lookupFolder() / "b.zip");
-        EXPECT_EQ(collect(), result + around) << damage;
     }
 }
 

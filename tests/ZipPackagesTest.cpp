@@ -148,33 +148,6 @@ TEST(ZipPackages, SharedContentIsReadUpToEightTimesTheSizeOfThePackage) {
         EXPECT_THROW(package.content(leaf), std::runtime_error) << leaf;
 }
 
-TEST(ZipPackages, ADamagedEntryCostsThatEntryOnly) {
-    const struct {
-        const char* damage;
-        ZipBytes bytes;
-    } rows[] = {
-        {"checksum", threeEntries().build().breakChecksum(1)},
-        {"encrypted", threeEntries().build().markEncrypted(1)},
-        {"unknown method", threeEntries().build().setMethod(1, 77)},
-        {"method of another entry", threeEntries().build().setMethod(1, 0)},
-        {"content", threeEntries().build().setContentByte(1, 0xFF)},
-        {"less declared", threeEntries().build().setDeclaredSize(1, 5)},
-        {"nothing declared", threeEntries().build().setDeclaredSize(1, 0)},
-        {"more declared", threeEntries().build().setDeclaredSize(1, 1U << 29)},
-        {"more than 1 GiB declared", threeEntries().build().setDeclaredSize(1, (1U << 30) + 1)},
-    };
-    const ScopedRoot root;
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.damage);
-        row.bytes.write(root.nativePathOf("p.zip"));
-        const OpenPackage package(root.pathOf("p.zip"));
-        ASSERT_EQ(package.leaves().size(), 3U);
-        EXPECT_EQ(package.content(0), "before");
-        EXPECT_THROW(package.content(1), std::runtime_error);
-        EXPECT_EQ(package.content(2), "after");
-    }
-}
-
 TEST(ZipPackages, NoByteOfAPackageIsTrusted) {
     const ZipBytes sound = ZipFile().add("a.json", "[1]").add("b.json", "[2]").build();
     const ScopedRoot root;
