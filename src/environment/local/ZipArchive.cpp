@@ -32,7 +32,7 @@ std::optional<std::u16string> baseNameOfLeaf(zip_t* archive, std::uint64_t index
     return decoder.convert(baseName.data(), baseName.size());
 }
 
-/// The size of what is stored of an entry, in the file as a whole or not at all.
+/// How many bytes of the file an entry says that it takes up.
 std::uint64_t storedSize(zip_t* archive, std::uint64_t index) {
     zip_stat_t entry;
     zip_stat_init(&entry);

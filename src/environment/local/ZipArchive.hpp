@@ -15,7 +15,7 @@ namespace opc {
 struct zqservices::FileSystemEntry::Leaf {
     std::uint64_t index;
     std::u16string baseName;
-    bool isWithinFile; ///< what is stored of it, together with that of the leaves before it
+    bool isWithinFile; ///< whether the file has room for what it says that it takes up
 };
 
 namespace zippackage {
