@@ -8,9 +8,9 @@
 #include <gtest/gtest.h>
 
 #include "environment/PathAndText.hpp"
-#include "environment/ZipPackages.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 #include "support/AllocationSweep.hpp"
+#include "support/OpenPackage.hpp"
 #include "support/RefItemDescription.hpp"
 
 // libzip loses the state of a layer, 216 bytes at most, when the layer itself cannot be allocated.
@@ -87,15 +87,9 @@ TEST_F(AllocationFailureTest, FilesAreReadWholeOrNotAtAll) {
     sweep(
         "product", [&] { return openAndReadFile(product); }, oneOf({content, ""}), unchanged());
     const auto readLeaf = [this] {
-        opc::FileSystemOpsSelector operations(
-            storage::microservicestoragesystem::GetStorageSystemReference());
-        opc::zippackage::ZipPhysicalPackage physical(
-            root.pathOf("docCatalog/referenceapi_lookup/b.zip"), operations, true);
-        opc::model::Package package(physical);
-        opc::zqservices::FileSystemManager manager(package, operations);
-        package.open(opc::interfaces::OpenMode::Read);
+        testsupport::OpenPackage package(root.pathOf("docCatalog/referenceapi_lookup/b.zip"));
         return openAndReadFile(
-            ProductZipData(u"x", false, manager.getAllLeafs().front(), &manager));
+            ProductZipData(u"x", false, package.leaves().front(), &package.manager()));
     };
     sweep(
         "leaf",

@@ -7,11 +7,11 @@
 #include <gtest/gtest.h>
 
 #include "environment/PathAndText.hpp"
-#include "environment/ZipPackages.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 #include "reference/docparser/ProductData.hpp"
 #include "support/LibraryFixture.hpp"
 #include "support/LogCapture.hpp"
+#include "support/OpenPackage.hpp"
 #include "support/ScopedRoot.hpp"
 #include "support/ZipFile.hpp"
 
@@ -100,36 +100,21 @@ TEST_F(FileAccessTest, WhatCannotBeReadIsEmpty) {
     }
 }
 
-/// A zip package on disk, open.
-class OpenPackage {
-public:
-    explicit OpenPackage(const std::u16string& path) : physical_(path, operations_, true) {
-        package_.open(opc::interfaces::OpenMode::Read);
-    }
-
-    std::vector<ProductZipData> products() {
-        std::vector<ProductZipData> products;
-        for (const auto& leaf : manager_.getAllLeafs())
-            products.emplace_back(u"product" + std::u16string(products.size(), u'+'), false, leaf,
-                                  &manager_);
-        return products;
-    }
-
-private:
-    opc::FileSystemOpsSelector operations_{
-        storage::microservicestoragesystem::GetStorageSystemReference()};
-    opc::zippackage::ZipPhysicalPackage physical_;
-    opc::model::Package package_{physical_};
-    opc::zqservices::FileSystemManager manager_{package_, operations_};
-};
+std::vector<ProductZipData> productsOf(testsupport::OpenPackage& package) {
+    std::vector<ProductZipData> products;
+    for (const auto& leaf : package.leaves())
+        products.emplace_back(u"product" + std::u16string(products.size(), u'+'), false, leaf,
+                              &package.manager());
+    return products;
+}
 
 TEST_F(FileAccessTest, ZipEntriesComeBackByteForByte) {
     testsupport::ZipFile file;
     for (std::size_t i = 0; i < kContents.size(); ++i)
         file.add(std::to_string(i) + ".json", kContents[i]);
     file.write(root.nativePathOf("package.zip"));
-    OpenPackage package(root.pathOf("package.zip"));
-    const auto products = package.products();
+    testsupport::OpenPackage package(root.pathOf("package.zip"));
+    const auto products = productsOf(package);
     ASSERT_EQ(products.size(), kContents.size());
     for (std::size_t i = 0; i < kContents.size(); ++i)
         EXPECT_TRUE(openAndReadFile(products[i]) == kContents[i]) << "content " << i;
@@ -151,8 +136,8 @@ TEST_F(FileAccessTest, ABrokenZipEntryIsEmptyAndCostsNoOther) {
     };
     for (const auto& [damage, bytes] : rows) {
         bytes.write(root.nativePathOf("package.zip"));
-        OpenPackage package(root.pathOf("package.zip"));
-        const auto products = package.products();
+        testsupport::OpenPackage package(root.pathOf("package.zip"));
+        const auto products = productsOf(package);
         ASSERT_EQ(products.size(), 2U) << damage;
         const testsupport::LogCapture log;
         EXPECT_EQ(openAndReadFile(products[1]), "") << damage;

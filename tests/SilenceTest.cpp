@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <iterator>
 #include <string>
 #include <thread>
 #include <utility>
@@ -23,6 +22,7 @@
 #include "environment/Services.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 #include "support/LookupFixture.hpp"
+#include "support/OpenDescriptors.hpp"
 #include "support/ResourceNotation.hpp"
 #include "support/ZipFile.hpp"
 
@@ -108,13 +108,8 @@ TEST_F(SilenceTest, TheKernelStopsWhatTheLibraryMustNotDo) {
         EXPECT_EXIT(runHarmlessly(action), testing::KilledBySignal(SIGSYS), "") << name;
 }
 
-std::ptrdiff_t openDescriptors() {
-    const fs::directory_iterator descriptors("/proc/self/fd");
-    return std::distance(begin(descriptors), end(descriptors));
-}
-
 bool useTheWholeLibrary(const testsupport::ScopedRoot& root) {
-    const std::ptrdiff_t descriptors = openDescriptors();
+    const std::ptrdiff_t descriptors = testsupport::openDescriptors();
     restoreDefaultSettings();
     const std::string lookups = testsupport::notationOf(getResourceLookupFiles());
     const std::string items = testsupport::notationOf(getResourceFile(u"abc"));
@@ -127,7 +122,7 @@ bool useTheWholeLibrary(const testsupport::ScopedRoot& root) {
                                openAndReadFile(root.pathOf("missing")).empty();
     return lookups == "+f:Ja n=1@Ja,2@En | +p:Zip m=1@Zip | -q:Zip n=1@Zip" &&
            items == "f:Ja a=1 b=4 c=5 d=3" && isHostInstalled && isNothingLeft &&
-           openDescriptors() == descriptors;
+           testsupport::openDescriptors() == descriptors;
 }
 
 TEST_F(SilenceTest, TheLibraryStartsWritesAndPrintsNothingAndClosesItsFiles) {

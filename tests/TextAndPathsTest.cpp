@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <iterator>
 #include <limits>
 #include <stdexcept>
 #include <string>
@@ -11,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/OpenDescriptors.hpp"
 #include "support/ScopedRoot.hpp"
 
 namespace {
@@ -214,16 +214,11 @@ TEST(InputFileStream, WhatIsNoFileIsNotOpenedAndNeverWaitedFor) {
     EXPECT_TRUE(linked.is_open());
 }
 
-int openDescriptors() {
-    const std::filesystem::directory_iterator descriptors("/proc/self/fd");
-    return static_cast<int>(std::distance(begin(descriptors), end(descriptors)));
-}
-
 TEST(InputFileStream, NeverWaitsWhenThePathIsSwappedForAPipe) {
     const ScopedRoot root;
     root.writeFile("file", "x");
     root.makePipe("pipe");
-    const int before = openDescriptors();
+    const auto before = testsupport::openDescriptors();
     std::jthread swapping([&](const std::stop_token& stop) {
         while (!stop.stop_requested())
             for (const char* target : {"file", "pipe"}) {
@@ -237,7 +232,7 @@ TEST(InputFileStream, NeverWaitsWhenThePathIsSwappedForAPipe) {
     }
     swapping.request_stop();
     swapping.join();
-    EXPECT_EQ(openDescriptors(), before);
+    EXPECT_EQ(testsupport::openDescriptors(), before);
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "environment/ZipPackages.hpp"
 
 #include <cstdint>
-#include <sstream>
+#include <ostream>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "support/OpenPackage.hpp"
 #include "support/ScopedRoot.hpp"
 #include "support/ZipBomb.hpp"
 #include "support/ZipFile.hpp"
@@ -17,49 +18,13 @@
 namespace {
 
 using opc::zqservices::FileSystemEntry;
-using opc::zqservices::FileSystemManager;
 using opc::zqservices::TransformMode;
 using testing::ElementsAre;
+using testsupport::OpenPackage;
 using testsupport::ScopedRoot;
 using testsupport::ZipBytes;
 using testsupport::ZipFile;
 using testsupport::ZipMethod;
-
-/// A package with all that reading it takes.
-class OpenPackage {
-public:
-    explicit OpenPackage(const std::u16string& path, bool open = true)
-        : selector_(storage::microservicestoragesystem::GetStorageSystemReference()),
-          physical_(path, selector_, true), package_(physical_), manager_(package_, selector_) {
-        if (open)
-            package_.open(opc::interfaces::OpenMode::Read);
-    }
-
-    void openAgain() { package_.open(opc::interfaces::OpenMode::Read); }
-    std::vector<FileSystemEntry> leaves() const { return manager_.getAllLeafs(); }
-
-    std::vector<std::u16string> names() const {
-        std::vector<std::u16string> names;
-        for (const FileSystemEntry& leaf : leaves())
-            names.push_back(leaf.getBaseName());
-        return names;
-    }
-
-    std::string content(const FileSystemEntry& leaf) const {
-        const auto source = manager_.getFileContentSource(leaf, TransformMode::Decoded);
-        std::ostringstream output;
-        opc::StreamHelper::copyStreamToStream(source->getInputStream(), output);
-        return output.str();
-    }
-
-    std::string content(std::size_t leaf) const { return content(leaves().at(leaf)); }
-
-private:
-    opc::FileSystemOpsSelector selector_;
-    opc::zippackage::ZipPhysicalPackage physical_;
-    opc::model::Package package_;
-    FileSystemManager manager_;
-};
 
 /// Text that does not compress to nothing.
 std::string longText() {
@@ -93,7 +58,7 @@ TEST(ZipPackages, LeavesAreInDirectoryOrderWithoutFolders) {
     EXPECT_EQ(package.content(1), longText());
     EXPECT_EQ(package.content(2), "2");
     EXPECT_EQ(package.content(3), "");
-    package.openAgain();
+    package.open();
     EXPECT_EQ(package.content(4), "4");
 }
 
@@ -123,7 +88,7 @@ TEST(ZipPackages, AreNotReadBeforeTheyAreOpened) {
     EXPECT_THROW(package.leaves(), std::runtime_error);
     const auto leaves = OpenPackage(root.pathOf("p.zip")).leaves();
     EXPECT_THROW(package.content(leaves.front()), std::runtime_error);
-    package.openAgain();
+    package.open();
     EXPECT_EQ(package.leaves().size(), 3U);
 }
 
@@ -168,14 +133,9 @@ TEST(ZipPackages, NoByteOfAPackageIsTrusted) {
 TEST(ZipPackages, AStreamThatTakesNothingIsReported) {
     const ScopedRoot root;
     threeEntries().write(root.nativePathOf("p.zip"));
-    opc::FileSystemOpsSelector selector(
-        storage::microservicestoragesystem::GetStorageSystemReference());
-    opc::zippackage::ZipPhysicalPackage physical(root.pathOf("p.zip"), selector, true);
-    opc::model::Package package(physical);
-    package.open(opc::interfaces::OpenMode::Read);
-    const FileSystemManager manager(package, selector);
+    OpenPackage package(root.pathOf("p.zip"));
     const auto source =
-        manager.getFileContentSource(manager.getAllLeafs().front(), TransformMode::Decoded);
+        package.manager().getFileContentSource(package.leaves().front(), TransformMode::Decoded);
     std::ostream nowhere(nullptr);
     EXPECT_THROW(opc::StreamHelper::copyStreamToStream(source->getInputStream(), nowhere),
                  std::runtime_error);

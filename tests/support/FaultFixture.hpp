@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <filesystem>
-#include <iterator>
 #include <set>
 #include <sstream>
 #include <string>
@@ -16,14 +14,10 @@
 #include "support/FaultyCalls.hpp"
 #include "support/LogCapture.hpp"
 #include "support/LookupFixture.hpp"
+#include "support/OpenDescriptors.hpp"
 #include "support/ResourceNotation.hpp"
 
 namespace testsupport {
-
-inline std::ptrdiff_t openDescriptors() {
-    const std::filesystem::directory_iterator descriptors("/proc/self/fd");
-    return std::distance(begin(descriptors), end(descriptors));
-}
 
 /// The headers and lookups of a collection, each with its key: "+f:Ja n=1@Ja,2@En" has "f:Ja",
 /// "f n=1@Ja" and "f n=2@En".

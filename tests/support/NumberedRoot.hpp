@@ -7,10 +7,10 @@
 
 #include <gtest/gtest.h>
 
-#include "environment/ZipPackages.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 #include "reference/docparser/ProductData.hpp"
 #include "support/LookupFixture.hpp"
+#include "support/OpenPackage.hpp"
 #include "support/ResourceNotation.hpp"
 #include "support/ScopedRoot.hpp"
 #include "support/ZipFile.hpp"
@@ -32,7 +32,7 @@ public:
         }
         zip_.write(files.lookupFolder() / "b.zip");
         files.lookupFile("c.json", lookupText("first:En" + number + " n=1"));
-        package_.open(opc::interfaces::OpenMode::Read);
+        package_.open();
     }
 
     /// All collections for a language; with failures each document may be dropped on its own.
@@ -80,9 +80,9 @@ public:
         const std::u16string path = files.pathOf(files.lookupFolder() / "a.json");
         EXPECT_EQ(openAndReadFile(path), text);
         EXPECT_EQ(openAndReadFile(ProductPathData(u"a", false, path)), text);
-        const auto leaves = manager_.getAllLeafs();
+        const auto leaves = package_.leaves();
         ASSERT_EQ(leaves.size(), 3U);
-        EXPECT_EQ(openAndReadFile(ProductZipData(u"b", false, leaves.front(), &manager_)),
+        EXPECT_EQ(openAndReadFile(ProductZipData(u"b", false, leaves.front(), &package_.manager())),
                   lookupText("never:En" + number_ + " n=1,2"));
         const ProductFiles found = DocResourceParser::getAllProducts(
             files.lookupFolder().u16string(), {u"_ja", u"_de"}, u"_ja");
@@ -112,12 +112,7 @@ private:
 
     std::string number_;
     ZipFile zip_;
-    opc::FileSystemOpsSelector operations_{
-        storage::microservicestoragesystem::GetStorageSystemReference()};
-    opc::zippackage::ZipPhysicalPackage physical_{files.pathOf(files.lookupFolder() / "b.zip"),
-                                                  operations_, true};
-    opc::model::Package package_{physical_};
-    opc::zqservices::FileSystemManager manager_{package_, operations_};
+    OpenPackage package_{files.pathOf(files.lookupFolder() / "b.zip"), false};
 };
 
 } // namespace testsupport
