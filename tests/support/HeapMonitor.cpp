@@ -122,6 +122,10 @@ std::size_t HeapPeak::bytes() const noexcept {
     return static_cast<std::size_t>(peakBytes.load());
 }
 
+std::size_t HeapPeak::heldBytes() const noexcept {
+    return static_cast<std::size_t>(std::max<std::ptrdiff_t>(liveBytes, 0));
+}
+
 } // namespace testsupport
 
 using testsupport::allocate;

@@ -31,6 +31,9 @@ public:
     ~HeapPeak();
 
     std::size_t bytes() const noexcept;
+
+    /// What is allocated now, beyond what was at first.
+    std::size_t heldBytes() const noexcept;
 };
 
 } // namespace testsupport

@@ -1,0 +1,159 @@
+#include "LoadBenchmarks.hpp"
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include <malloc.h>
+#include <sys/resource.h>
+
+#include <benchmark/benchmark.h>
+
+namespace bench {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string nameOf(const Load& load) {
+    return load.kind + "/" + load.corpus + "/" + load.reader;
+}
+
+/// What one of this project's programs prints about a load: names and numbers by turns.
+std::map<std::string, double> ask(const std::string& program, const fs::path& corpora,
+                                  const Load& load) {
+    const std::string command = fs::read_symlink("/proc/self/exe").parent_path() / program;
+    const std::string call = "'" + command + "' --load '" + corpora.string() + "' " + load.kind +
+                             " " + load.corpus + " " + load.reader;
+    const std::unique_ptr<FILE, int (*)(FILE*)> pipe(::popen(call.c_str(), "r"), ::pclose);
+    std::array<char, 512> line{};
+    if (!pipe || std::fgets(line.data(), line.size(), pipe.get()) == nullptr)
+        throw std::runtime_error("cannot run " + call);
+    std::map<std::string, double> answers;
+    std::istringstream words(line.data());
+    std::string name;
+    for (double value = 0; words >> name >> value;)
+        answers[name] = value;
+    return answers;
+}
+
+/// Of this process so far; what is loaded of programs and libraries counts.
+std::size_t peakResidentBytes() {
+    rusage usage{};
+    ::getrusage(RUSAGE_SELF, &usage);
+    return static_cast<std::size_t>(usage.ru_maxrss) * 1024;
+}
+
+/// What is allocated, with the allocator's own headers.
+std::size_t usedHeapBytes() {
+    const auto use = ::mallinfo2();
+    return use.uordblks + use.hblkhd;
+}
+
+void setCounters(benchmark::State& state, const std::map<std::string, double>& values) {
+    for (const auto& [name, value] : values)
+        if (name != "ns")
+            state.counters[name] = value;
+}
+
+void registerFirstLoad(const fs::path& corpora, const Load& load) {
+    const auto run = [corpora, load](benchmark::State& state) {
+        // Measuring the heap would slow the load down: another program does it, once.
+        static std::map<std::string, std::map<std::string, double>> heapUse;
+        auto& heap = heapUse[nameOf(load)];
+        if (heap.empty() && load.kind != "inflate")
+            heap = ask("docparser_bench_memory", corpora, load);
+        std::map<std::string, double> answers;
+        for ([[maybe_unused]] const auto _ : state) {
+            answers = ask("docparser_bench", corpora, load);
+            state.SetIterationTime(answers.at("ns") * 1e-9);
+        }
+        setCounters(state, answers);
+        setCounters(state, heap);
+    };
+    benchmark::RegisterBenchmark(("first_load/" + nameOf(load)).c_str(), run)
+        ->UseManualTime()
+        ->Iterations(1)
+        ->Unit(benchmark::kMillisecond);
+}
+
+void registerReload(const fs::path& corpora, const Load& load, int threads) {
+    const auto run = [corpora, load](benchmark::State& state) {
+        // The threads share what the library reads, and each has its own files else.
+        const PreparedLoad prepared = prepare(corpora, load);
+        for ([[maybe_unused]] const auto _ : state) {
+            const auto begin = std::chrono::steady_clock::now();
+            const Loaded loaded = prepared.run();
+            const auto end = std::chrono::steady_clock::now();
+            state.SetIterationTime(std::chrono::duration<double>(end - begin).count());
+        }
+        state.counters["bytes"] = benchmark::Counter(static_cast<double>(prepared.bytes),
+                                                     benchmark::Counter::kAvgThreads);
+    };
+    benchmark::RegisterBenchmark(("reload/" + nameOf(load)).c_str(), run)
+        ->UseManualTime()
+        ->Threads(threads)
+        ->MinTime(0.1)
+        ->Unit(benchmark::kMillisecond);
+}
+
+using Register = void (*)(const fs::path& corpora, const Load& load);
+
+void registerAll(Register add, const fs::path& corpora, const std::string& kind,
+                 const std::vector<std::string>& corpusNames,
+                 const std::vector<std::string>& readers) {
+    for (const std::string& corpus : corpusNames)
+        for (const std::string& reader : readers)
+            add(corpora, {kind, corpus, reader});
+}
+
+void registerReloadOnOneThread(const fs::path& corpora, const Load& load) {
+    registerReload(corpora, load, 1);
+}
+
+} // namespace
+
+void registerLoads(const fs::path& corpora) {
+    const std::vector<std::string> packed{"packages", "one_package"};
+    registerAll(registerFirstLoad, corpora, "lookup",
+                {"plain", "products4", "products16", "size4", "size16"}, kReaders);
+    registerAll(registerFirstLoad, corpora, "lookup", packed, {"library"});
+    registerAll(registerFirstLoad, corpora, "inflate", packed, {"libzip", "libdeflate"});
+    registerAll(registerFirstLoad, corpora, "reference", {"all", "libc", "libc_x4", "libc_x16"},
+                kReaders);
+    registerAll(registerFirstLoad, corpora, "overlay", {"de", "fr", "ja"}, {"library", "sum"});
+    registerAll(registerReloadOnOneThread, corpora, "lookup", {"plain"}, kReaders);
+    registerAll(registerReloadOnOneThread, corpora, "lookup", packed, {"library"});
+    registerAll(registerReloadOnOneThread, corpora, "reference", {"all"}, kReaders);
+    registerAll(registerReloadOnOneThread, corpora, "overlay", {"ja"}, {"library", "sum"});
+    for (const char* reader : {"library", "floor"}) {
+        registerReload(corpora, {"lookup", "plain", reader}, 2);
+        registerReload(corpora, {"reference", "all", reader}, 2);
+    }
+}
+
+void loadOnce(const fs::path& corpora, const Load& load) {
+    const PreparedLoad prepared = prepare(corpora, load);
+    const std::size_t residentBefore = peakResidentBytes();
+    const std::size_t usedBefore = usedHeapBytes();
+    const auto begin = std::chrono::steady_clock::now();
+    const Loaded loaded = prepared.run();
+    const auto end = std::chrono::steady_clock::now();
+    const std::size_t resident = peakResidentBytes() - residentBefore;
+    std::printf("ns %lld records %zu bytes %zu largest_file %zu peak_resident %zu "
+                "held_bytes %zu\n",
+                static_cast<long long>(std::chrono::nanoseconds(end - begin).count()),
+                loaded.countRecords(), prepared.bytes, prepared.largestFile, resident,
+                usedHeapBytes() - usedBefore);
+    std::fflush(stdout);
+    std::_Exit(0); // freeing what was loaded would only take time
+}
+
+} // namespace bench

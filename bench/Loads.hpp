@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "RecordReader.hpp"
+
+namespace bench {
+
+/// One load that is timed: what is read, from where, and by whom.
+///
+/// kind       corpus                                        reader
+/// lookup     a root: plain, packages, products16 ...       kReaders
+/// reference  all, or one resource: libc, libc_x4 ...       kReaders
+/// overlay    a language                                    library, or sum: both files one by one
+/// inflate    a root of zip packages                        libzip, libdeflate
+struct Load {
+    std::string kind;
+    std::string corpus;
+    std::string reader;
+};
+
+/// Who builds records: the library; the floor, which reads, parses, and makes the records from text
+/// split beforehand; "parse", which makes none; and the other JSON libraries.
+inline const std::vector<std::string> kReaders{
+    "library",          "floor",     "parse",    "boost_json",
+    "boost_json_arena", "rapidjson", "simdjson", "nlohmann"};
+
+/// What a load gave. It is kept so that freeing it is not timed.
+struct Loaded {
+    std::vector<Lookups> lookups;
+    std::vector<RefItems> refItems;
+    std::string content; ///< of an inflated package
+
+    std::size_t countRecords() const;
+};
+
+struct PreparedLoad {
+    std::function<Loaded()> run;
+    std::size_t bytes = 0;       ///< of JSON that is read
+    std::size_t largestFile = 0; ///< in bytes of JSON
+};
+
+/// Does what is not timed: finds the files, and loads split texts, which `splitCorpora` made.
+/// Makes the corpus the one that the library reads. Throws for a load that there is not.
+PreparedLoad prepare(const std::filesystem::path& corpora, const Load& load);
+
+/// Makes the split texts that the floor needs, of every file.
+void splitCorpora(const std::filesystem::path& corpora);
+
+/// Makes a root and a language those that the library reads.
+void setLibraryRoot(const std::filesystem::path& root, const std::u16string& language);
+
+} // namespace bench

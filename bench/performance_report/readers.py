@@ -1,0 +1,52 @@
+"""What the loads are measured with: how each is called and what it does."""
+
+from dataclasses import dataclass
+
+
+@dataclass(frozen=True)
+class Reader:
+    label: str
+    what: str
+
+
+LIBRARY = "library"
+FLOOR = "floor"
+
+READERS = {
+    LIBRARY: Reader(
+        "docparser",
+        "This library. It finds the files, reads and parses them, checks the kind of every member, "
+        "builds the records, finds out what is installed and merges all by product.",
+    ),
+    FLOOR: Reader(
+        "floor",
+        "The least that a program on Boost.JSON has to do: read the files, parse them into an "
+        "arena, and build the same records out of texts that were split beforehand.",
+    ),
+    "parse": Reader(
+        "bare parse",
+        "Reads the files and parses them with Boost.JSON into an arena. It builds no records; "
+        "every reader on Boost.JSON does at least this.",
+    ),
+    "boost_json": Reader(
+        "Boost.JSON",
+        "What a competent user of Boost.JSON writes: `parse` as its manual shows it, then the "
+        "records out of its values. No kinds are checked but by the JSON library, nothing is merged.",
+    ),
+    "boost_json_arena": Reader(
+        "Boost.JSON, arena", "The same program with a `monotonic_resource` for the tree."
+    ),
+    "rapidjson": Reader(
+        "RapidJSON", "The same program on RapidJSON's document, which is parsed in situ."
+    ),
+    "simdjson": Reader(
+        "simdjson",
+        "The same program on simdjson's on-demand documents. Its parser stays for the next file, "
+        "and counts in what is held.",
+    ),
+    "nlohmann": Reader("nlohmann/json", "The same program on `nlohmann::json`."),
+}
+
+
+def label(reader: str) -> str:
+    return READERS[reader].label if reader in READERS else reader

@@ -1,0 +1,249 @@
+"""The tables of the page."""
+
+from .formats import (
+    count,
+    gigabytes,
+    megabytes,
+    microseconds,
+    milliseconds,
+    number,
+    quartiles,
+    spread,
+    table,
+    times,
+)
+from .readers import FLOOR, LIBRARY, READERS, label
+from .samples import Ratio, Samples, counter, excess_peak, per_record, time
+
+NAIVE_READERS = ("boost_json", "boost_json_arena", "rapidjson", "simdjson", "nlohmann")
+# What is in packages is read from plain files by the floor.
+FLOOR_CORPUS = {"packages": "plain", "one_package": "plain"}
+# In memory these are shown for all readers, and the other loads for the library alone.
+MAIN_LOADS = ("lookup/plain", "reference/all")
+# The larger load, and the one that it is compared with.
+SCALED = {
+    "lookup/products4": "lookup/plain",
+    "lookup/products16": "lookup/plain",
+    "lookup/size4": "lookup/plain",
+    "lookup/size16": "lookup/plain",
+    "reference/libc_x4": "reference/libc",
+    "reference/libc_x16": "reference/libc",
+}
+
+
+def readers_table(samples: Samples, load: str) -> str:
+    """A load by every reader that has read it."""
+    names = [f"{load}/{reader}" for reader in READERS if samples.names(f"{load}/{reader}")]
+    header = "reader|ms|of floor|quartiles|of docparser|k records/s|µs/record|MB/s".split("|")
+    return table(header, (_reader_row(samples, load, name) for name in names))
+
+
+def _reader_row(samples: Samples, load: str, name: str) -> list[str]:
+    of_floor = samples.ratio(name, time, f"{load}/{FLOOR}", time)
+    cost = _cost(samples, name)
+    return [
+        label(name.rpartition("/")[2]),
+        milliseconds(samples.median(name, time)),
+        times(of_floor),
+        quartiles(of_floor),
+        times(samples.ratio(name, time, f"{load}/{LIBRARY}", time)),
+        count(1_000_000 / cost if cost else None),
+        number(2, 1_000)(cost),
+        number(1)(_megabytes_per_second(samples, name)),
+    ]
+
+
+def _records(samples: Samples, name: str) -> float | None:
+    """How many records a load gives, which only its first loads say."""
+    _, _, load = name.partition("/")
+    return samples.median(f"first_load/{load}", counter("records"))
+
+
+def _cost(samples: Samples, name: str) -> float | None:
+    """Nanoseconds per record; of a reader that gives none, nothing."""
+    duration, records = samples.median(name, time), _records(samples, name)
+    return duration / records if duration and records else None
+
+
+def _megabytes_per_second(samples: Samples, name: str) -> float | None:
+    size = samples.median(name, counter("bytes"))
+    return 1_000 * size / samples.median(name, time) if size else None
+
+
+def corpora_table(samples: Samples, group: str) -> str:
+    """The lookup files in all forms: how much there is, and how long the library takes."""
+    header = "corpus|records|MB|docparser ms|floor ms|of floor|µs/record".split("|")
+    corpora = samples.parts(f"{group}/lookup/")
+    return table(header, (_corpus_row(samples, group, corpus) for corpus in corpora))
+
+
+def _corpus_row(samples: Samples, group: str, corpus: str) -> list[str]:
+    name = f"{group}/lookup/{corpus}/{LIBRARY}"
+    floor = f"{group}/lookup/{FLOOR_CORPUS.get(corpus, corpus)}/{FLOOR}"
+    return [
+        f"`{corpus}`",
+        count(_records(samples, name)),
+        megabytes(samples.median(name, counter("bytes")) or None),
+        milliseconds(samples.median(name, time)),
+        milliseconds(samples.median(floor, time)),
+        spread(samples.ratio(name, time, floor, time)),
+        number(2, 1_000)(_cost(samples, name)),
+    ]
+
+
+def packages_table(samples: Samples) -> str:
+    header = "files|docparser ms|of plain files|libzip ms|libdeflate ms".split("|")
+    corpora = [c for c in FLOOR_CORPUS if samples.names(f"first_load/lookup/{c}/{LIBRARY}")]
+    plain = f"first_load/lookup/plain/{LIBRARY}"
+
+    def row(corpus: str) -> list[str]:
+        name = f"first_load/lookup/{corpus}/{LIBRARY}"
+        inflated = (f"first_load/inflate/{corpus}/{reader}" for reader in ("libzip", "libdeflate"))
+        return [
+            f"`{corpus}`",
+            milliseconds(samples.median(name, time)),
+            spread(samples.ratio(name, time, plain, time)),
+            *(milliseconds(samples.median(name, time)) for name in inflated),
+        ]
+
+    return table(header, map(row, corpora))
+
+
+def overlay_table(samples: Samples, group: str) -> str:
+    header = ["language", "docparser ms", "the files one by one ms", "ratio"]
+
+    def row(language: str) -> list[str]:
+        name, files = (f"{group}/overlay/{language}/{reader}" for reader in (LIBRARY, "sum"))
+        return [
+            f"`{language}`",
+            milliseconds(samples.median(name, time)),
+            milliseconds(samples.median(files, time)),
+            spread(samples.ratio(name, time, files, time)),
+        ]
+
+    return table(header, map(row, samples.parts(f"{group}/overlay/")))
+
+
+def memory_table(samples: Samples) -> str:
+    header = "load|reader|MB held|bytes/record|of floor|peak − held, in largest files".split("|")
+    names = [
+        name
+        for kind in ("lookup", "reference")
+        for name in samples.names(f"first_load/{kind}/")
+        if _shows_memory(name) and samples.median(name, counter("heap_bytes")) is not None
+    ]
+    return table(header, (_memory_row(samples, name) for name in names), text_columns=2)
+
+
+def _shows_memory(name: str) -> bool:
+    _, kind, corpus, reader = name.split("/")
+    return reader == LIBRARY or (f"{kind}/{corpus}" in MAIN_LOADS and reader != "parse")
+
+
+def _memory_row(samples: Samples, name: str) -> list[str]:
+    _, kind, corpus, reader = name.split("/")
+    held = per_record(counter("heap_bytes"))
+    floor = f"first_load/{kind}/{FLOOR_CORPUS.get(corpus, corpus)}/{FLOOR}"
+    return [
+        f"{kind} `{corpus}`",
+        label(reader),
+        megabytes(samples.median(name, counter("heap_bytes"))),
+        count(samples.median(name, held)),
+        number(3)(_value(samples.ratio(name, held, floor, held))),
+        number(2)(samples.median(name, excess_peak)),
+    ]
+
+
+def _value(ratio: Ratio | None) -> float | None:
+    return ratio and ratio.value
+
+
+def scaling_table(samples: Samples) -> str:
+    header = ["load", *(label(reader) for reader in (LIBRARY, FLOOR, *NAIVE_READERS))]
+    loads = [load for load in SCALED if samples.names(f"first_load/{load}/")]
+
+    def row(load: str) -> list[str]:
+        readers = (LIBRARY, FLOOR, *NAIVE_READERS)
+        return [f"`{load}`", *(times(cost_growth(samples, load, reader)) for reader in readers)]
+
+    return table(header, map(row, loads))
+
+
+def cost_growth(samples: Samples, load: str, reader: str = LIBRARY) -> Ratio | None:
+    """Cost per record of the larger load, relative to the load that it was made of."""
+    name, base = (f"first_load/{each}/{reader}" for each in (load, SCALED[load]))
+    return samples.ratio(name, per_record(time), base, per_record(time))
+
+
+def text_table(samples: Samples) -> str:
+    header = ["text", "docparser GB/s", "ICU GB/s", "ratio"]
+    speed = counter("bytes_per_second")
+
+    def row(kind: str) -> list[str]:
+        name, icu = f"text/{kind}/{LIBRARY}", f"text/{kind}/icu"
+        return [
+            kind,
+            gigabytes(samples.median(name, speed)),
+            gigabytes(samples.median(icu, speed)),
+            spread(samples.ratio(name, speed, icu, speed)),
+        ]
+
+    return table(header, map(row, samples.parts("text/")))
+
+
+def installed_table(samples: Samples) -> str:
+    header = ["products", "docparser ns", "scan ns", "ratio"]
+
+    def row(installed: str) -> list[str]:
+        name, scan = (f"installed/{installed}/{reader}" for reader in (LIBRARY, "scan"))
+        return [
+            installed,
+            count(samples.median(name, time)),
+            count(samples.median(scan, time)),
+            spread(samples.ratio(name, time, scan, time)),
+        ]
+
+    return table(header, map(row, samples.parts("installed/")))
+
+
+def threads_table(samples: Samples) -> str:
+    header = ["load", "reader", "threads", "µs per load", "loads/s, of one thread"]
+    rows = [
+        _threads_row(samples, name, threads)
+        for name in samples.names("")
+        for threads in samples.thread_counts(name)
+        if threads > 1
+    ]
+    return table(header, rows, text_columns=2)
+
+
+def _threads_row(samples: Samples, name: str, threads: int) -> list[str]:
+    load, _, reader = name.rpartition("/")
+    one, many = (samples.median(name, time, number_of) for number_of in (1, threads))
+    gain = one / many if one and many else None
+    return [f"`{load}`", label(reader), str(threads), microseconds(many), number(2)(gain)]
+
+
+def client_table(samples: Samples) -> str:
+    header = ["name", "`refdoc lookup` ms", "`apropos -e` ms", "ratio", "`whatis` ms"]
+
+    def row(name: str) -> list[str]:
+        refdoc, apropos, whatis = (
+            f"client/{name}/{reader}" for reader in ("refdoc", "apropos", "whatis")
+        )
+        return [
+            f"`{name}`",
+            milliseconds(samples.median(refdoc, time)),
+            milliseconds(samples.median(apropos, time)),
+            spread(samples.ratio(refdoc, time, apropos, time)),
+            milliseconds(samples.median(whatis, time)),
+        ]
+
+    return table(header, map(row, samples.parts("client/")))
+
+
+def searched_names(samples: Samples) -> str:
+    """How many names each program searches."""
+    names = {name.rpartition("/")[2]: name for name in samples.names("client/")}
+    counts = {reader: samples.median(name, counter("records")) for reader, name in names.items()}
+    return ", ".join(f"{reader} {count(known)}" for reader, known in counts.items())
