@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -35,11 +37,36 @@ inline const boost::json::value* findMember(const boost::json::object& object,
     return object.if_contains(key);
 }
 
-inline const boost::json::value& getMember(const boost::json::object& object,
-                                           const std::string& key) {
-    if (const boost::json::value* member = findMember(object, key))
+inline const boost::json::value& requireMember(const boost::json::value* member) {
+    if (member)
         return *member;
     throw DocParserException();
+}
+
+inline const boost::json::value& getMember(const boost::json::object& object,
+                                           const std::string& key) {
+    return requireMember(findMember(object, key));
+}
+
+/// The members of these names, in the order of the names, each null when there is no such member.
+/// One pass over the object: where its members come in the order of the names, each is compared
+/// about once.
+template <std::size_t Count>
+std::array<const boost::json::value*, Count>
+findMembers(const boost::json::object& object, const std::array<const std::string*, Count>& names) {
+    std::array<const boost::json::value*, Count> members{};
+    std::size_t expected = 0;
+    for (const boost::json::key_value_pair& member : object) {
+        for (std::size_t tried = 0; tried < Count; ++tried) {
+            const std::size_t number = expected;
+            expected = expected + 1 == Count ? 0 : expected + 1;
+            if (member.key() == *names[number]) {
+                members[number] = &member.value();
+                break;
+            }
+        }
+    }
+    return members;
 }
 
 /// The results of `read` for each element of a list, in order.

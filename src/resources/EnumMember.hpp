@@ -8,11 +8,10 @@
 
 namespace reference::docparser {
 
-/// The value that the text of the member `key` names. An absent member, an unknown text and a
-/// member that is no string all give the enumeration's default.
+/// The value that the text of a member names. An absent member, which is null, an unknown text and
+/// a member that is no string all give the enumeration's default.
 template <typename Enumeration>
-Enumeration readEnumMember(const boost::json::object& object, const std::string& key) {
-    const boost::json::value* member = findMember(object, key);
+Enumeration readEnum(const boost::json::value* member) {
     if (!member)
         return Enumeration::getDefaultValue();
     try {
@@ -20,6 +19,12 @@ Enumeration readEnumMember(const boost::json::object& object, const std::string&
     } catch (...) {
         return Enumeration::getDefaultValue();
     }
+}
+
+/// The same for the member `key` of an object.
+template <typename Enumeration>
+Enumeration readEnumMember(const boost::json::object& object, const std::string& key) {
+    return readEnum<Enumeration>(findMember(object, key));
 }
 
 } // namespace reference::docparser

@@ -1,5 +1,6 @@
 #include "resources/LookupDocument.hpp"
 
+#include <array>
 #include <string>
 #include <utility>
 
@@ -19,13 +20,16 @@ using reference::property::FunctionType;
 using reference::property::RefEntityType;
 using reference::property::RefItemLookup;
 
+/// In the order in which the items mostly have them.
+constexpr std::array kLookupMembers{&member::kName, &member::kRefPurpose, &member::kHref,
+                                    &member::kType, &member::kFcnType,    &member::kDeprecated};
+
 RefItemLookup readLookup(const boost::json::object& item) {
-    return {getFluString(item, member::kName, Utf8),
-            readEnumMember<RefEntityType>(item, member::kType),
-            getFluString(item, member::kRefPurpose, Utf8),
-            findMember(item, member::kDeprecated) != nullptr,
-            getFluString(item, member::kHref, Ascii),
-            readEnumMember<FunctionType>(item, member::kFcnType)};
+    const auto [name, purpose, href, type, functionType, deprecated] =
+        findMembers(item, kLookupMembers);
+    return {getFluString(requireMember(name), Utf8),    readEnum<RefEntityType>(type),
+            getFluString(requireMember(purpose), Utf8), deprecated != nullptr,
+            getFluString(requireMember(href), Ascii),   readEnum<FunctionType>(functionType)};
 }
 
 } // namespace
