@@ -178,7 +178,9 @@ std::string whyNothingFound(const LookupArguments& arguments, const LookupResour
 
 ExitCode lookUp(const LookupArguments& arguments, const GlobalOptions& options) {
     const LookupQuery query = makeQuery(arguments);
-    const LookupResources documents = DocResourceParser::getResourceLookupFiles();
+    // Never freed: the process ends next, and taking so many records apart takes its time.
+    static const LookupResources& documents =
+        *std::make_unique<LookupResources>(DocResourceParser::getResourceLookupFiles()).release();
     std::vector<LookupRecord> records =
         findRecords(documents, query, arguments.all ? Installed::Either : Installed::Only);
     const std::size_t matches = records.size();
