@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <map>
 #include <memory>
 #include <sstream>
@@ -13,6 +14,7 @@
 
 #include <malloc.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <benchmark/benchmark.h>
 
@@ -44,11 +46,19 @@ std::map<std::string, double> ask(const std::string& program, const fs::path& co
     return answers;
 }
 
-/// Of this process so far; what is loaded of programs and libraries counts.
+/// What of programs, libraries and other files is in memory.
+std::size_t residentFileBytes() {
+    std::ifstream sizes("/proc/self/statm");
+    std::size_t all = 0, resident = 0, ofFiles = 0;
+    sizes >> all >> resident >> ofFiles;
+    return ofFiles * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+}
+
+/// The most memory of its own that this process has had.
 std::size_t peakResidentBytes() {
     rusage usage{};
     ::getrusage(RUSAGE_SELF, &usage);
-    return static_cast<std::size_t>(usage.ru_maxrss) * 1024;
+    return static_cast<std::size_t>(usage.ru_maxrss) * 1024 - residentFileBytes();
 }
 
 /// What is allocated, with the allocator's own headers.

@@ -10,9 +10,9 @@ PANELS = {"lookup/plain": "Lookup files", "reference/all": "Reference files"}
 OWN_COLOUR, OTHER_COLOUR = "0x1f6feb", "0xb6bec9"
 # White behind everything, for pages that are dark.
 PREAMBLE = """
-set terminal svg size 920,380 fixed font "Helvetica,Arial,sans-serif,13" background "#ffffff"
+set terminal svg size 980,380 fixed font "Helvetica,Arial,sans-serif,13" background "#ffffff"
 set output "{output}"
-set multiplot layout 1,2 margins 0.14,0.98,0.19,0.88 spacing 0.165,0
+set multiplot layout 1,2 margins 0.15,0.98,0.19,0.88 spacing 0.165,0
 set style fill solid noborder
 set border 3 linecolor rgb "#8c959f"
 set tics nomirror textcolor rgb "#1f2328"
