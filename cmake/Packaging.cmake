@@ -1,5 +1,6 @@
-# The install tree: two libraries, their headers under one private include root, and the CMake
-# package `reference-docparser`.
+# The install tree: two libraries, their headers under one private include root, the CMake package
+# `reference-docparser` and the pkg-config module of that name. Its components are `runtime`,
+# `development` and, where the tools are built, `client`.
 include(CMakePackageConfigHelpers)
 
 set(private_include_root "${CMAKE_INSTALL_INCLUDEDIR}/reference-docparser")
@@ -10,13 +11,15 @@ set_target_properties(docparser PROPERTIES
 
 install(TARGETS environment docparser EXPORT reference-docparser-targets
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-  ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+    COMPONENT runtime NAMELINK_COMPONENT development
+  ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
   INCLUDES DESTINATION "${private_include_root}")
-install(DIRECTORY include/reference DESTINATION "${private_include_root}")
-install(DIRECTORY src/environment DESTINATION "${private_include_root}"
+install(DIRECTORY include/reference DESTINATION "${private_include_root}" COMPONENT development)
+install(DIRECTORY src/environment DESTINATION "${private_include_root}" COMPONENT development
   FILES_MATCHING PATTERN "*.hpp" PATTERN local EXCLUDE)
 
-install(EXPORT reference-docparser-targets NAMESPACE reference:: DESTINATION "${package_dir}")
+install(EXPORT reference-docparser-targets NAMESPACE reference::
+  DESTINATION "${package_dir}" COMPONENT development)
 configure_package_config_file(cmake/reference-docparser-config.cmake.in
   "${CMAKE_CURRENT_BINARY_DIR}/reference-docparser-config.cmake"
   INSTALL_DESTINATION "${package_dir}")
@@ -26,4 +29,14 @@ write_basic_package_version_file(
 install(FILES
   "${CMAKE_CURRENT_BINARY_DIR}/reference-docparser-config.cmake"
   "${CMAKE_CURRENT_BINARY_DIR}/reference-docparser-config-version.cmake"
-  DESTINATION "${package_dir}")
+  DESTINATION "${package_dir}" COMPONENT development)
+
+# The module finds its prefix from where it lies, so that the tree can be moved.
+set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+file(RELATIVE_PATH prefix_from_pkgconfig
+  "${CMAKE_INSTALL_PREFIX}/${pkgconfig_dir}" "${CMAKE_INSTALL_PREFIX}")
+string(REGEX REPLACE "/$" "" prefix_from_pkgconfig "${prefix_from_pkgconfig}")
+configure_file(cmake/reference-docparser.pc.in
+  "${CMAKE_CURRENT_BINARY_DIR}/reference-docparser.pc" @ONLY)
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/reference-docparser.pc"
+  DESTINATION "${pkgconfig_dir}" COMPONENT development)

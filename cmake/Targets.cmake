@@ -10,6 +10,27 @@ endfunction()
 
 include(CheckLinkerFlag)
 check_linker_flag(CXX "-Wl,-z,nodelete" DOCPARSER_LINKER_KNOWS_NODELETE)
+file(WRITE "${CMAKE_CURRENT_BINARY_DIR}/probe.map" "{ global: *; };\n")
+check_linker_flag(CXX "-Wl,--version-script=${CMAKE_CURRENT_BINARY_DIR}/probe.map"
+  DOCPARSER_LINKER_KNOWS_VERSION_SCRIPTS)
+
+# Makes the symbols of a list, one demangled name a line, all that a shared library exports.
+function(docparser_export_only target list)
+  get_target_property(type ${target} TYPE)
+  if(NOT type STREQUAL "SHARED_LIBRARY" OR NOT DOCPARSER_LINKER_KNOWS_VERSION_SCRIPTS)
+    return()
+  endif()
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${list}")
+  file(STRINGS "${list}" symbols REGEX "^[^#]")
+  set(exported "")
+  foreach(symbol IN LISTS symbols)
+    string(APPEND exported "    \"${symbol}\";\n")
+  endforeach()
+  set(script "${CMAKE_CURRENT_BINARY_DIR}/${target}.map")
+  file(WRITE "${script}" "{\n  global: extern \"C++\" {\n${exported}  };\n  local: *;\n};\n")
+  target_link_options(${target} PRIVATE "-Wl,--version-script=${script}")
+  set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${script}")
+endfunction()
 
 # A library of the package: `reference::<target>` here and for a consumer of the installed package.
 function(docparser_add_library target)

@@ -15,10 +15,10 @@ namespace environment::local {
 
 namespace {
 
-/// The folder of the shared library that holds this function.
-std::filesystem::path libraryFolder() {
+/// The folder of the shared library, or of the program, that holds this function.
+std::filesystem::path codeFolder() {
     Dl_info module{};
-    if (::dladdr(reinterpret_cast<const void*>(&libraryFolder), &module) == 0)
+    if (::dladdr(reinterpret_cast<const void*>(&codeFolder), &module) == 0)
         return {};
     std::error_code unresolved;
     const std::filesystem::path resolved = std::filesystem::canonical(module.dli_fname, unresolved);
@@ -27,7 +27,7 @@ std::filesystem::path libraryFolder() {
 
 std::u16string docrootBesideLibrary() {
     const std::filesystem::path docroot =
-        libraryFolder() / DOCENVIRONMENT_DATADIR_FROM_LIBDIR / "reference-docparser" / "docroot";
+        codeFolder() / DOCENVIRONMENT_DATADIR_FROM_CODE / "reference-docparser" / "docroot";
     const std::string text = docroot.lexically_normal().string();
     return fl::i18n::codecvt_string_to_ustring("utf8", true).convert(text.data(), text.size());
 }

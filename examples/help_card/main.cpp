@@ -1,0 +1,146 @@
+// What an editor shows beside the cursor: a card about the name that stands there. The editor has
+// its own idea of where the documentation lies, of the language and of what is installed, and plugs
+// these in as services.
+//
+//     help_card DOCROOT LANGUAGE FILE LINE COLUMN
+
+#include <algorithm>
+#include <cctype>
+#include <cstddef>
+#include <exception>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "environment/DocProducts.hpp"
+#include "environment/PathAndText.hpp"
+#include "environment/Services.hpp"
+#include "reference/docparser/DocResourceParser.hpp"
+
+namespace {
+
+namespace docs = reference::docparser::DocResourceParser;
+using fl::i18n::to_string;
+using reference::docparser::RefItem;
+using reference::property::RefItemLookup;
+
+std::u16string fromUtf8(std::string_view text) {
+    static const fl::i18n::codecvt_string_to_ustring kUtf8("utf8", true);
+    return kUtf8.convert(text.data(), text.size());
+}
+
+/// The editor knows what its user has; here everything that the example needs.
+environment::TopLevelProductList installedProducts() {
+    using doc_products_shared::TopLevelDocProduct;
+    std::vector<std::shared_ptr<const TopLevelDocProduct>> products;
+    for (const char* name : {"libc", "syscalls", "perl"})
+        products.push_back(std::make_shared<const TopLevelDocProduct>(
+            name, "", name, "", "", "", TopLevelDocProduct::Properties()));
+    return std::make_shared<const decltype(products)>(std::move(products));
+}
+
+/// Called from any thread that reads documentation; whatever is not plugged in stays built in.
+void plugIn(const std::string& docroot, const std::string& language) {
+    environment::Services services;
+    services.docDataRoot = [root = fromUtf8(docroot)] { return root; };
+    services.docLanguage = [code = fromUtf8(language)] { return code; };
+    services.installedTopLevelDocProducts = installedProducts;
+    environment::setServices(std::move(services));
+}
+
+bool isPartOfName(char character) {
+    constexpr std::string_view kOthers = "_:.";
+    return std::isalnum(static_cast<unsigned char>(character)) != 0 ||
+           kOthers.find(character) != kOthers.npos;
+}
+
+/// The name around a column, which counts from 1.
+std::string nameAt(const std::string& line, std::size_t column) {
+    std::size_t begin = std::min(column - 1, line.size());
+    std::size_t end = begin;
+    while (begin > 0 && isPartOfName(line[begin - 1]))
+        --begin;
+    while (end < line.size() && isPartOfName(line[end]))
+        ++end;
+    return line.substr(begin, end - begin);
+}
+
+std::string readLine(const std::string& file, std::size_t number) {
+    std::ifstream lines(file);
+    std::string line;
+    for (std::size_t passed = 0; passed < number; ++passed)
+        if (!std::getline(lines, line))
+            throw std::runtime_error(file + " has no line " + std::to_string(number));
+    return line;
+}
+
+struct Found {
+    std::u16string product; ///< the key of its document, and the name of its resource
+    RefItemLookup lookup;
+};
+
+/// The first product that documents the name; what is installed comes first.
+std::optional<Found> find(const std::u16string& name) {
+    const auto resources = docs::getResourceLookupFiles();
+    for (const auto* documents : {&resources.first, &resources.second})
+        for (const auto& [product, document] : *documents)
+            if (const auto entry = document.items.find(name); entry != document.items.end())
+                return Found{product, entry->second.front()};
+    return std::nullopt;
+}
+
+/// The full entry behind a lookup, when the product has one.
+std::optional<RefItem> findItem(const Found& found) {
+    for (const auto& [key, document] : docs::getResourceFile(found.product))
+        if (const auto entry = document.items.find(found.lookup.getHref());
+            entry != document.items.end())
+            return entry->second.front();
+    return std::nullopt;
+}
+
+void printCard(const Found& found, const std::optional<RefItem>& item) {
+    std::cout << to_string(found.lookup.getName()) << "  ("
+              << found.lookup.getEntityType().toString() << ", " << to_string(found.product)
+              << ")\n  " << to_string(found.lookup.getPurpose()) << '\n';
+    if (found.lookup.isDeprecated())
+        std::cout << "  Deprecated.\n";
+    if (item)
+        for (const auto& group : item->syntaxGroups)
+            for (const std::u16string& line : group.syntax)
+                std::cout << "    " << to_string(line) << '\n';
+    std::cout << "  " << to_string(found.lookup.getHref()) << '\n';
+}
+
+int run(const std::vector<std::string>& arguments) {
+    if (arguments.size() != 5) {
+        std::cerr << "usage: help_card DOCROOT LANGUAGE FILE LINE COLUMN\n";
+        return 2;
+    }
+    plugIn(arguments[0], arguments[1]);
+    const std::string line = readLine(arguments[2], std::stoul(arguments[3]));
+    const std::string name = nameAt(line, std::stoul(arguments[4]));
+    const auto found = find(fromUtf8(name));
+    if (!found) {
+        std::cerr << "help_card: nothing is known about \"" << name << "\"\n";
+        return 1;
+    }
+    printCard(*found, findItem(*found));
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run({argv + 1, argv + argc});
+    } catch (const std::exception& failure) {
+        std::cerr << "help_card: " << failure.what() << '\n';
+        return 2;
+    }
+}

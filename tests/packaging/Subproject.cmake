@@ -1,0 +1,30 @@
+# Builds the example with the library's sources as a part of its project: no flag, test or install
+# rule of the library may reach it.
+include("${CMAKE_CURRENT_LIST_DIR}/Support.cmake")
+
+configure("${EXAMPLE_DIR}" "${WORK_DIR}/build" "-DDOCPARSER_SOURCE_DIR=${SOURCE_DIR}"
+  -DCMAKE_EXPORT_COMPILE_COMMANDS=ON)
+run(${CMAKE_COMMAND} --build "${WORK_DIR}/build")
+expect_card("${WORK_DIR}/build/help_card")
+
+file(READ "${WORK_DIR}/build/compile_commands.json" commands)
+string(JSON count LENGTH "${commands}")
+math(EXPR last "${count} - 1")
+foreach(number RANGE ${last})
+  string(JSON command GET "${commands}" ${number} command)
+  string(JSON file GET "${commands}" ${number} file)
+  if(file MATCHES "help_card/main.cpp$" AND command MATCHES " (-W|-f)")
+    message(FATAL_ERROR "The library's flags reach its user: ${command}")
+  elseif(file MATCHES "/(tests|tools|fuzz|bench)/")
+    message(FATAL_ERROR "Built without being asked for: ${file}")
+  endif()
+endforeach()
+
+run(ctest --test-dir "${WORK_DIR}/build" --show-only)
+if(NOT output MATCHES "Total Tests: 0")
+  message(FATAL_ERROR "The library's tests reach its user:\n${output}")
+endif()
+run(${CMAKE_COMMAND} --install "${WORK_DIR}/build" --prefix "${WORK_DIR}/installed")
+if(EXISTS "${WORK_DIR}/installed")
+  message(FATAL_ERROR "The library's install rules reach its user")
+endif()

@@ -1,0 +1,57 @@
+# What the tests of packaging share. They run scripts, each with a folder WORK_DIR of its own.
+cmake_minimum_required(VERSION 3.25)
+file(REMOVE_RECURSE "${WORK_DIR}")
+
+# Runs a command, which must succeed, and keeps what it printed in `output`.
+function(run)
+  execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE result)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "${ARGN}\n${output}")
+  endif()
+  set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+# Configures a project with the compilers of this build.
+function(configure source build)
+  run(${CMAKE_COMMAND} -S "${source}" -B "${build}" -G "${GENERATOR}" -DCMAKE_BUILD_TYPE=Release
+    "-DCMAKE_CXX_COMPILER=${CXX_COMPILER}" "-DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER}"
+    -DCMAKE_FIND_USE_PACKAGE_REGISTRY=OFF ${ARGN})
+  set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+# Builds the example without CMake, as pkg-config says for the library under `prefix`.
+function(build_by_pkg_config prefix program)
+  file(GLOB_RECURSE module "${prefix}/*/reference-docparser.pc")
+  cmake_path(GET module PARENT_PATH folder)
+  run(${CMAKE_COMMAND} -E env "PKG_CONFIG_PATH=${folder}"
+    pkg-config --cflags --libs reference-docparser ${ARGN})
+  separate_arguments(flags UNIX_COMMAND "${output}")
+  run(${CXX_COMPILER} -std=c++20 "${EXAMPLE_DIR}/main.cpp" ${flags} -o "${program}")
+endfunction()
+
+# Runs the example, which must print the card for the name under the cursor.
+function(expect_card program)
+  set(root "${WORK_DIR}/docroot")
+  file(WRITE "${root}/docCatalog/referenceapi_lookup/libc.json" [[
+{"productName": "C Library", "baseCode": "LC", "helpFolder": "libc", "helpLocation": "help/libc",
+ "refItems": [{"name": "usleep", "type": "function", "href": "libc/usleep.html",
+               "refpurpose": "suspend execution for a while"}]}
+]])
+  file(WRITE "${root}/docCatalog/referenceapi/libc.json" [[
+{"productName": "C Library", "baseCode": "LC", "helpFolder": "libc", "helpLocation": "help/libc",
+ "refItems": [{"href": "libc/usleep.html", "refpurpose": "suspend execution for a while",
+               "syntaxgroup": [{"title": "C", "syntax": ["int usleep(useconds_t usec);"]}]}]}
+]])
+  file(WRITE "${WORK_DIR}/program.c" "int main() {\n    usleep(10);\n}\n")
+  run(${CMAKE_COMMAND} -E env "LD_LIBRARY_PATH=${ARGN}"
+    "${program}" "${root}" en "${WORK_DIR}/program.c" 2 8)
+  set(card [[
+usleep  (function, libc)
+  suspend execution for a while
+    int usleep(useconds_t usec);
+  libc/usleep.html
+]])
+  if(NOT output STREQUAL card)
+    message(FATAL_ERROR "${program} printed:\n${output}")
+  endif()
+endfunction()
