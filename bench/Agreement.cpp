@@ -3,6 +3,7 @@
 #include <map>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
@@ -55,8 +56,16 @@ std::map<std::u16string, json::object> describe(const std::vector<Documents>& al
     std::map<std::u16string, json::object> descriptions;
     for (const Documents& documents : all)
         for (const auto& [key, document] : documents)
-            descriptions.emplace(key, describe(document));
+            if (!descriptions.emplace(key, describe(document)).second)
+                throw std::runtime_error("two documents of one key, which readers do not merge");
     return descriptions;
+}
+
+void requireSameWhenPacked(const std::filesystem::path& corpora) {
+    const auto plain = describe(prepare(corpora, {"lookup", "plain", "library"}).run().lookups);
+    for (const char* packed : {"packages", "one_package"})
+        if (describe(prepare(corpora, {"lookup", packed, "library"}).run().lookups) != plain)
+            throw std::runtime_error(std::string(packed) + " gives other records than plain files");
 }
 
 void requireSameRecords(const std::filesystem::path& corpora, Load load) {
@@ -80,6 +89,7 @@ void requireSameRecords(const std::filesystem::path& corpora, Load load) {
 void requireAgreement(const std::filesystem::path& corpora) {
     requireSameRecords(corpora, {"lookup", "plain", "library"});
     requireSameRecords(corpora, {"reference", "all", "library"});
+    requireSameWhenPacked(corpora);
 }
 
 } // namespace bench

@@ -26,14 +26,21 @@ namespace {
 namespace fs = std::filesystem;
 namespace parser = reference::docparser::DocResourceParser;
 
+/// What simdjson wants to be there behind a text.
+constexpr std::size_t kPadding = 64;
+
 constexpr const char* kLookupFolder = "docCatalog/referenceapi_lookup";
+constexpr const char* kSplitFolder = "split-1"; // counted with the form of what is in it
 constexpr const char* kReferenceFolder = "docCatalog/referenceapi";
 
 std::string readWhole(const fs::path& path) {
     std::ifstream file;
     file.exceptions(std::ios_base::failbit | std::ios_base::badbit);
     file.open(path, std::ios_base::binary | std::ios_base::ate);
-    std::string text(static_cast<std::size_t>(file.tellg()), '\0');
+    const auto size = static_cast<std::size_t>(file.tellg());
+    std::string text;
+    text.reserve(size + kPadding);
+    text.resize(size);
     file.seekg(0).read(text.data(), static_cast<std::streamsize>(text.size()));
     return text;
 }
@@ -48,7 +55,7 @@ std::vector<fs::path> filesIn(const fs::path& folder, const std::string& extensi
 }
 
 fs::path splitPathOf(const fs::path& file) {
-    return file.parent_path() / "split" / file.stem();
+    return file.parent_path() / kSplitFolder / file.stem();
 }
 
 bool isEnglish(const fs::path& file) {

@@ -1,5 +1,5 @@
-// Loads once, as the process of a first load does, and prints how much of the heap that took: the
-// result alone, and the most at any time.
+// Loads once, as the process of a first load does, and prints how much of the heap the
+// result takes.
 
 #include <cstdio>
 #include <exception>
@@ -16,7 +16,7 @@ int main(int argc, char** argv) {
         const bench::PreparedLoad prepared = bench::prepare(argv[2], {argv[3], argv[4], argv[5]});
         const testsupport::HeapPeak heap;
         const bench::Loaded loaded = prepared.run();
-        std::printf("heap_bytes %zu peak_bytes %zu\n", heap.heldBytes(), heap.bytes());
+        std::printf("heap_bytes %zu\n", heap.heldBytes());
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "docparser_bench_memory: %s\n", failure.what());
         return 1;

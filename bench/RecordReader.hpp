@@ -1,7 +1,6 @@
 #pragma once
 
 #include <algorithm>
-#include <exception>
 #include <map>
 #include <optional>
 #include <stdexcept>
@@ -11,7 +10,7 @@
 #include <vector>
 
 #include "Members.hpp"
-#include "environment/PathAndText.hpp"
+#include "TextReading.hpp"
 #include "environment/ReferenceProperty.hpp"
 #include "reference/docparser/DocResource.hpp"
 #include "reference/docparser/RefItem.hpp"
@@ -25,39 +24,6 @@ namespace property = reference::property;
 
 using Lookups = std::map<std::u16string, docparser::DocResource<property::RefItemLookup>>;
 using RefItems = std::map<std::u16string, docparser::DocResource<docparser::RefItem>>;
-
-/// One code unit per byte.
-inline std::u16string widen(std::string_view text) {
-    static const fl::i18n::codecvt_ascii_to_ustring kAscii;
-    return text.empty() ? std::u16string() : kAscii.convert(text.data(), text.size());
-}
-
-/// UTF-8, of which plain text is the most.
-inline std::u16string decode(std::string_view text) {
-    static const fl::i18n::codecvt_string_to_ustring kUtf8("utf8", true);
-    unsigned char largest = 0;
-    for (const char byte : text)
-        largest = std::max(largest, static_cast<unsigned char>(byte - 1));
-    return largest < 0x7E || text.empty() ? widen(text) : kUtf8.convert(text.data(), text.size());
-}
-
-template <typename Enumeration>
-Enumeration toEnum(std::optional<std::string_view> text) {
-    if (!text)
-        return Enumeration::getDefaultValue();
-    try {
-        return Enumeration::stringToEnum(*text);
-    } catch (const std::exception&) {
-        return Enumeration::getDefaultValue();
-    }
-}
-
-/// The texts of a lookup, as its document has them.
-struct LookupTexts {
-    std::string_view name, purpose, href;
-    std::optional<std::string_view> type, functionType;
-    bool isDeprecated;
-};
 
 /// `Json` says how one library gives out values: types `Value` and `Object`, and static functions
 /// `toObject(Value&)`, `find(Object&, Member)` (an optional value), `text(Value&)`, `size(Value&)`
@@ -252,7 +218,7 @@ private:
                                                 Decode convertName) {
         std::u16string anchor = readOptional(argument, Member::HtmlId, widen);
         std::u16string name = read(argument, Member::Name, convertName);
-        return readArgument(argument, std::move(name), href + u"#" + anchor);
+        return readArgument(argument, std::move(name), join(href, u"#", anchor));
     }
 
     static docparser::InputGroup readInputGroup(Object& group, const std::u16string& href,
@@ -273,6 +239,7 @@ private:
         auto list = Json::find(item, Member::InputGroup);
         if (!list)
             return groups;
+        groups.reserve(Json::size(*list));
         Json::forEach(*list, [&](Value element) {
             Object group = Json::toObject(element);
             auto pairs = Json::find(group, Member::NameValuePairs);
@@ -304,7 +271,7 @@ private:
         const auto readProperty = [&](Value element) -> docparser::ArgumentWithDefault {
             Object argument = Json::toObject(element);
             std::u16string name = read(argument, Member::Name, convertName);
-            std::u16string anchor = href + u"#prop_" + name;
+            std::u16string anchor = join(href, u"#prop_", name);
             auto info = readArgument(argument, std::move(name), std::move(anchor));
             return {std::move(info), readOptional(argument, Member::DefaultValue, decode)};
         };

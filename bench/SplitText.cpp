@@ -85,11 +85,14 @@ SplitText split(const std::string& json) {
 }
 
 void save(const SplitText& text, const std::filesystem::path& path) {
+    const std::filesystem::path unfinished = path.string() + ".new";
     std::ofstream file;
     file.exceptions(std::ios_base::failbit | std::ios_base::badbit);
-    file.open(path, std::ios_base::binary);
+    file.open(unfinished, std::ios_base::binary);
     write<SplitText::Node>(file, text.nodes);
     write<char>(file, text.text);
+    file.close();
+    std::filesystem::rename(unfinished, path);
 }
 
 SplitText loadSplitText(const std::filesystem::path& path) {

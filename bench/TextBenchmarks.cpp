@@ -1,11 +1,13 @@
 #include "TextBenchmarks.hpp"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -31,6 +33,14 @@ bool isAscii(char byte) {
     return byte > 0 && byte < 0x7F;
 }
 
+/// The first `size` bytes, or some fewer, so that no character is cut.
+std::string_view leading(std::string_view text, std::size_t size) {
+    size = std::min(size, text.size());
+    while (size < text.size() && (text[size] & 0xC0) == 0x80)
+        --size;
+    return text.substr(0, size);
+}
+
 /// Texts of a resource file one after another, up to `kTextSize` bytes; with or without those bytes
 /// that are not ASCII.
 std::string collectText(const fs::path& file, bool onlyAscii) {
@@ -44,21 +54,22 @@ std::string collectText(const fs::path& file, bool onlyAscii) {
                 for (const char byte : value->as_string())
                     if (!onlyAscii || isAscii(byte))
                         text += byte;
-    std::size_t end = kTextSize;
-    while (end < text.size() && (text[end] & 0xC0) == 0x80)
-        --end;
     if (text.size() < kTextSize)
         throw std::runtime_error("too little text in " + file.string());
-    text.resize(end);
-    return text;
+    return std::string(leading(text, kTextSize));
 }
 
-/// Japanese and ASCII by turns.
-std::string mix(const std::string& first, const std::string& second) {
-    constexpr std::size_t kPiece = 96; // of three-byte characters as well
+/// Two texts by turns.
+std::string mix(std::string_view first, std::string_view second) {
+    constexpr std::size_t kPiece = 100;
     std::string mixed;
-    for (std::size_t begin = 0; mixed.size() < kTextSize; begin += kPiece)
-        mixed.append(first, begin, kPiece).append(second, begin, kPiece);
+    while (mixed.size() < kTextSize) {
+        for (std::string_view* text : {&first, &second}) {
+            const std::string_view piece = leading(*text, kPiece);
+            mixed += piece;
+            text->remove_prefix(piece.size());
+        }
+    }
     return mixed;
 }
 

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -142,6 +144,13 @@ RefItemLookup parseLookup(const json::value& item) {
     return parsed.at(u"main").items.begin()->second.at(0);
 }
 
+std::string describe(const RefItemLookup& lookup) {
+    return to_string(lookup.getName()) + '|' + to_string(lookup.getPurpose()) + '|' +
+           to_string(lookup.getHref()) + '|' + std::string(lookup.getEntityType().toString()) +
+           '|' + std::string(lookup.getFunctionType().toString()) +
+           (lookup.isDeprecated() ? "|deprecated" : "");
+}
+
 TEST(LookupItemTest, ReadsEveryMember) {
     const RefItemLookup lookup = parseLookup(kLookup);
     EXPECT_EQ(lookup.getName(), u"name é");
@@ -152,6 +161,31 @@ TEST(LookupItemTest, ReadsEveryMember) {
     EXPECT_FALSE(parseLookup(withoutMember(kLookup, "/deprecated")).isDeprecated());
     for (const json::value& value : valuesOfOtherKinds("text"))
         EXPECT_TRUE(parseLookup(withValue(kLookup, "/deprecated", value)).isDeprecated()) << value;
+}
+
+TEST(LookupItemTest, FindsMembersInEveryOrderAmongOthers) {
+    std::string others; // with these Boost.JSON finds members by their hashes
+    for (int number = 0; number < 40; ++number)
+        others += ",\"other" + std::to_string(number) + "\":\"x\"";
+    std::vector<json::key_value_pair> members(kLookup.as_object().begin(),
+                                              kLookup.as_object().end());
+    std::vector<std::size_t> order{0, 1, 2, 3, 4, 5};
+    do {
+        json::object item{{"nam", "other"}, {"typeof", 1}};
+        for (const std::size_t number : order)
+            item.emplace(members[number].key(), members[number].value());
+        std::string text = json::serialize(item);
+        text.insert(text.size() - 1, others);
+        EXPECT_EQ(describe(parseLookup(json::parse(text))), describe(parseLookup(kLookup))) << text;
+    } while (std::next_permutation(order.begin(), order.end()));
+}
+
+TEST(LookupItemTest, OfEqualMembersTheLastCounts) {
+    std::string text = json::serialize(withValue(kResource, "/refItems/0", kLookup));
+    const std::string name = R"("name":)";
+    text.insert(text.find(name), R"("name":7,)");
+    const auto parsed = parseReferenceResource<RefItemLookup>(text);
+    EXPECT_TRUE(parsed.at(u"main").items.contains(u"name é"));
 }
 
 TEST(LookupItemTest, RequiresItsTexts) {

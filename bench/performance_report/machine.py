@@ -32,7 +32,7 @@ class Machine:
             "processors": str(os.cpu_count()),
             "memory": _memory(),
             "system": f"{platform.freedesktop_os_release()['PRETTY_NAME']}, "
-            f"{platform.system()} {platform.release()}",
+            f"{platform.system()} {'.'.join(platform.release().split('.')[:2])}",
             "compiler": self._compiler(),
             "versions": ", ".join(f"{name} {_version(of)}" for name, of in PACKAGES.items()),
         }

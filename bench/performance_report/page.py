@@ -21,8 +21,8 @@ measured.
 
 {aims}
 
-Measured on {date}. Times and ratios are medians of {repetitions} repetitions, whose order is shuffled;
-a ratio is taken in each repetition, and the quartiles are those of these ratios. "Of the floor" means relative to the
+Measured on {date} in {repetitions} rounds, each of which runs everything once in shuffled order. Times are
+medians; a ratio is taken in each round, and given as the median and the quartiles of these. "Of the floor" means relative to the
 reader of that name, below.
 
 ## Machine
@@ -73,7 +73,7 @@ files of each resource one after the other.
 
 ## Later loads
 
-The same in a process that has loaded before.
+The same in a process that has loaded before, freeing the result included.
 
 ### Lookup files
 
@@ -92,7 +92,8 @@ The same in a process that has loaded before.
 ## Memory
 
 Bytes that the result holds on the heap, without the allocator's headers, and the most resident
-memory during a first load, less the result with these headers.
+memory that a first load took, beyond the result with these headers. Where many files are read the
+peak comes with the last ones, and what was needed beside the largest does not show.
 
 {memory}
 
@@ -116,13 +117,14 @@ Whether the last product of a list of so many is installed, beside a plain scan 
 
 ## Threads
 
-Loads of several threads at the same time. The time is that for each load of any thread.
+Loads of several threads at the same time. The time is that for each load of any thread, freeing it
+included.
 
 {threads}
 
 ## Client
 
-Whole processes, warm, in turn: `refdoc lookup NAME`, installed, which reads the resource files, and
+Whole processes, warm, 60 times for each name, in turn: `refdoc lookup NAME`, installed, which reads the resource files, and
 man-db's search in an index of the same pages. Names that are known: {searched}.
 `apropos -e` also finds the name as a word of a purpose; `refdoc` also finds longer names that begin
 with it; `whatis` only looks the name up, for comparison.

@@ -15,6 +15,7 @@ Key = tuple[str, int]  # name and number of threads
 # How many leading parts of a benchmark's name say what it is; Google Benchmark adds others.
 NAME_PARTS = {
     "first_load": 4,
+    "heap": 4,
     "reload": 4,
     "text": 3,
     "installed": 3,
@@ -26,7 +27,7 @@ NANOSECONDS = {"ns": 1, "us": 1_000, "ms": 1_000_000, "s": 1_000_000_000}
 
 @dataclass(frozen=True)
 class Ratio:
-    """The median and the quartiles of the ratios of single repetitions."""
+    """The median and the quartiles of the ratios of single rounds."""
 
     value: float
     low: float
@@ -44,11 +45,15 @@ class Samples:
             elif run["run_type"] == "iteration" and name:
                 self._runs[name, run.get("threads", 1)].append(run)
         for repetitions in self._runs.values():
-            repetitions.sort(key=lambda run: run.get("repetition_index", 0))
+            repetitions.sort(key=lambda run: run["round"])
 
     @classmethod
     def load(cls, paths: Iterable[Path]) -> "Samples":
+        """Each report of the library is one round."""
         reports = [_read_report(path) for path in paths]
+        for number, report in enumerate(reports):
+            for run in report["benchmarks"]:
+                run.setdefault("round", number)
         dates = (report.get("context", {}).get("date", "")[:10] for report in reports)
         return cls(
             (run for report in reports for run in sorted(report["benchmarks"], key=_place)),
@@ -76,14 +81,18 @@ class Samples:
         return statistics.median(values) if values else None
 
     def ratio(self, name: str, value: Value, base: str, base_value: Value) -> Ratio | None:
-        values, base_values = self._values(name, value), self._values(base, base_value)
-        if not values or not base_values or not all(base_values):
+        values, base_values = self._by_round(name, value), self._by_round(base, base_value)
+        pairs = [values[each] / base_values[each] for each in values if base_values.get(each)]
+        if not pairs:
             return None
-        pairs = [value / base for value, base in zip(values, base_values)]
         low, high = pairs[0], pairs[0]
         if len(pairs) > 1:
             low, _, high = statistics.quantiles(pairs, n=4, method="inclusive")
         return Ratio(statistics.median(pairs), low, high)
+
+    def _by_round(self, name: str, value: Value) -> dict[int, float]:
+        values = ((run["round"], value(run)) for run in self._runs.get((name, 1), ()))
+        return {number: value for number, value in values if value is not None}
 
     def _values(self, name: str, value: Value, threads: int = 1) -> list[float]:
         values = (value(run) for run in self._runs.get((name, threads), ()))
@@ -111,7 +120,7 @@ def excess_peak(run: Run) -> float | None:
     """What a load needs beside its result, in sizes of the largest file."""
     if not run.get("largest_file") or "peak_resident" not in run:
         return None
-    return (run["peak_resident"] - run["held_bytes"]) / run["largest_file"]
+    return max(run["peak_resident"] - run["held_bytes"], 0) / run["largest_file"]
 
 
 def _read_report(path: Path) -> dict:

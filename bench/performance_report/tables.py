@@ -125,12 +125,12 @@ def overlay_table(samples: Samples, group: str) -> str:
 
 
 def memory_table(samples: Samples) -> str:
-    header = "load|reader|MB held|bytes/record|of floor|peak − held, in largest files".split("|")
+    header = "load|reader|MB held|bytes/record|of floor|peak beyond it, in largest files".split("|")
     names = [
         name
         for kind in ("lookup", "reference")
         for name in samples.names(f"first_load/{kind}/")
-        if _shows_memory(name) and samples.median(name, counter("heap_bytes")) is not None
+        if _shows_memory(name)
     ]
     return table(header, (_memory_row(samples, name) for name in names), text_columns=2)
 
@@ -142,14 +142,14 @@ def _shows_memory(name: str) -> bool:
 
 def _memory_row(samples: Samples, name: str) -> list[str]:
     _, kind, corpus, reader = name.split("/")
-    held = per_record(counter("heap_bytes"))
-    floor = f"first_load/{kind}/{FLOOR_CORPUS.get(corpus, corpus)}/{FLOOR}"
+    held, heap = counter("heap_bytes"), f"heap/{kind}/{corpus}/{reader}"
+    records, heap_bytes = _records(samples, name), samples.median(heap, held)
     return [
         f"{kind} `{corpus}`",
         label(reader),
-        megabytes(samples.median(name, counter("heap_bytes"))),
-        count(samples.median(name, held)),
-        number(3)(_value(samples.ratio(name, held, floor, held))),
+        megabytes(heap_bytes),
+        count(heap_bytes / records if heap_bytes and records else None),
+        number(3)(_value(samples.ratio(heap, held, f"heap/{kind}/{corpus}/{FLOOR}", held))),
         number(2)(samples.median(name, excess_peak)),
     ]
 
@@ -207,7 +207,7 @@ def installed_table(samples: Samples) -> str:
 
 
 def threads_table(samples: Samples) -> str:
-    header = ["load", "reader", "threads", "µs per load", "loads/s, of one thread"]
+    header = ["what", "reader", "threads", "µs for each", "throughput, of one thread"]
     rows = [
         _threads_row(samples, name, threads)
         for name in samples.names("")
