@@ -176,11 +176,16 @@ std::string whyNothingFound(const LookupArguments& arguments, const LookupResour
     return message;
 }
 
+/// Never frees the records: the process ends next, and taking so many apart takes its time.
+const LookupResources& keepToTheEnd(LookupResources resources) {
+    using Kept = std::vector<std::unique_ptr<const LookupResources>>;
+    static Kept& kept = *std::make_unique<Kept>().release();
+    return *kept.emplace_back(std::make_unique<const LookupResources>(std::move(resources)));
+}
+
 ExitCode lookUp(const LookupArguments& arguments, const GlobalOptions& options) {
     const LookupQuery query = makeQuery(arguments);
-    // Never freed: the process ends next, and taking so many records apart takes its time.
-    static const LookupResources& documents =
-        *std::make_unique<LookupResources>(DocResourceParser::getResourceLookupFiles()).release();
+    const LookupResources& documents = keepToTheEnd(DocResourceParser::getResourceLookupFiles());
     std::vector<LookupRecord> records =
         findRecords(documents, query, arguments.all ? Installed::Either : Installed::Only);
     const std::size_t matches = records.size();
