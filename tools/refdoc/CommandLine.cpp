@@ -12,6 +12,7 @@
 #include <fmt/format.h>
 
 #include "environment/Diagnostics.hpp"
+#include "refdoc/CheckCommand.hpp"
 #include "refdoc/Command.hpp"
 #include "refdoc/CompleteCommand.hpp"
 #include "refdoc/HostSetup.hpp"
@@ -27,8 +28,8 @@ namespace refdoc {
 namespace {
 
 constexpr const char* kFooter = R"(Options may stand before or after the command. Exit codes:
-  0  found
-  1  nothing found
+  0  found, or no errors
+  1  nothing found, or errors in what was checked
   2  wrong use, or the output cannot be written
 
 Examples:
@@ -39,6 +40,7 @@ Examples:
   refdoc --language ja show libc printf   the same in Japanese
   refdoc show libc printf --json          the same for programs
   refdoc products                         list what is installed and documented
+  refdoc check docroot                    tell what readers would miss, and where
 
 "refdoc COMMAND --help" explains a command.)";
 
@@ -96,9 +98,9 @@ ExitCode parseAndRun(int argc, char** argv) {
     application.get_formatter()->column_width(26);
     declareGlobalOptions(application, options);
     application.footer(kFooter);
-    const std::vector<Command> commands{addLookupCommand(application), addShowCommand(application),
-                                        addProductsCommand(application),
-                                        addCompleteCommand(application)};
+    const std::vector<Command> commands{
+        addLookupCommand(application), addShowCommand(application), addProductsCommand(application),
+        addCheckCommand(application), addCompleteCommand(application)};
     application.require_subcommand(1);
     try {
         application.parse(argc, argv);

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "environment/ReferenceProperty.hpp"
+#include "refdoc/CheckFinding.hpp"
 #include "refdoc/HostSetup.hpp"
 #include "refdoc/LookupSearch.hpp"
 #include "refdoc/Text.hpp"
@@ -85,6 +86,9 @@ void addOptionValues(const std::string& option, Collector& collector) {
     if (option == "--language")
         for (const std::string& language : supportedLanguages())
             collector.add(language);
+    if (option == "--level")
+        for (const Level level : {Level::Error, Level::Warning, Level::Note})
+            collector.add(std::string(levelName(level)));
     if (option == "--type")
         for (const std::string_view type : reference::property::RefEntityType::texts)
             collector.add(std::string(type));

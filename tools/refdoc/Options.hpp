@@ -8,7 +8,7 @@ namespace refdoc {
 
 enum class ExitCode : int {
     Found = 0,
-    NothingFound = 1,
+    NothingFound = 1, ///< or errors, when these are looked for
     Failure = 2, ///< wrong use, or output that cannot be written
 };
 

@@ -100,4 +100,8 @@ std::string prettyJson(const json::value& value) {
     return printer.take() + '\n';
 }
 
+std::string compactJson(const json::value& value) {
+    return withoutControls(json::serialize(value));
+}
+
 } // namespace refdoc

@@ -9,4 +9,7 @@ namespace refdoc {
 /// `value` in UTF-8, indented, with a line end. No control character stands in it unescaped.
 std::string prettyJson(const boost::json::value& value);
 
+/// The same on one line, without a line end.
+std::string compactJson(const boost::json::value& value);
+
 } // namespace refdoc

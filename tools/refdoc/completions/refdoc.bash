@@ -31,6 +31,9 @@ _refdoc() {
         folder=$current
     elif [[ $current == --root=* ]]; then
         folder=${current#--root=}
+    elif [[ " ${words[*]:1:cword-1} " == *" check "* && $current != -* &&
+        ${words[cword - 1]} != --l* ]]; then
+        folder=$current
     else
         while IFS= read -r line; do
             printf -v line %q "${line%%$'\t'*}"

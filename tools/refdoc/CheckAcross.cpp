@@ -1,0 +1,152 @@
+#include "refdoc/CheckAcross.hpp"
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include <boost/json/array.hpp>
+#include <boost/json/object.hpp>
+#include <fmt/format.h>
+
+#include "refdoc/CheckText.hpp"
+#include "refdoc/ResourceNames.hpp"
+#include "refdoc/Text.hpp"
+#include "reference/docparser/DocResourceParser.hpp"
+
+namespace refdoc {
+
+namespace {
+
+namespace json = boost::json;
+namespace fs = std::filesystem;
+
+class AcrossCheck {
+public:
+    AcrossCheck(const ResourceText& text, const CheckIndex& index, FindingList& findings)
+        : text_(text), index_(index), findings_(findings),
+          root_(
+              toUtf8(reference::docparser::DocResourceParser::getReferenceRoots()->referenceRoot)),
+          isLookup_(text.file.catalog == Catalog::Lookup) {}
+
+    void check(const std::vector<ResourceDocument>& documents) {
+        const bool lacksEnglish = text_.language != kEnglish && !checkEnglishFile();
+        for (const ResourceDocument& document : documents) {
+            if (isLookup_)
+                checkKey(document);
+            if (text_.language != kEnglish && !lacksEnglish)
+                checkEnglishItems(document);
+            checkLinks(document);
+        }
+    }
+
+private:
+    /// Readers get one document: of English ones the first with what the others add, of localized
+    /// ones the last.
+    void checkKey(const ResourceDocument& document) {
+        const std::vector<std::string>& holders = index_.holders(text_, document.key);
+        const bool isEnglish = text_.language == kEnglish;
+        const std::string& winner = isEnglish ? holders.front() : holders.back();
+        if (winner == CheckIndex::idOf(text_))
+            return;
+        findings_.add(Fault::SharedKey, Loss::Nothing,
+                      fmt::format("{} has the document {} too and is read {}: this one's header is "
+                                  "lost, and of its items those that are there as well",
+                                  winner, inQuotes(document.key), isEnglish ? "before" : "after"),
+                      document.pointer);
+    }
+
+    /// Whether the text can be compared with English at all.
+    bool checkEnglishFile() {
+        if (!index_.hasFile(text_.file.catalog, text_.file.resource) && text_.leaf.empty()) {
+            findings_.add(Fault::NoEnglish, Loss::Nothing,
+                          fmt::format("there is no English file {}.json: readers of other "
+                                      "languages get nothing",
+                                      text_.file.resource));
+            return false;
+        }
+        return isLookup_ || index_.hasEnglish(text_);
+    }
+
+    void checkEnglishItems(const ResourceDocument& document) {
+        const CheckIndex::Names* english = index_.englishItems(text_, document.key);
+        if (english == nullptr)
+            return findings_.add(Fault::NoEnglish, Loss::Nothing,
+                                 fmt::format("there is no English document {}: readers of other "
+                                             "languages get nothing",
+                                             inQuotes(document.key)),
+                                 document.pointer);
+        const std::string_view member = isLookup_ ? "name" : "href";
+        const json::array& items = document.value->at("refItems").as_array();
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            const std::string name(items[i].at(member).as_string());
+            if (!english->contains(name))
+                findings_.add(
+                    Fault::NoEnglish, Loss::Nothing,
+                    fmt::format("the {} {} is not in the English document", member, inQuotes(name)),
+                    fmt::format("{}/refItems/{}/{}", document.pointer, i, member));
+        }
+    }
+
+    void checkLinks(const ResourceDocument& document) {
+        const json::array& items = document.value->at("refItems").as_array();
+        const std::string help(document.value->at("helpLocation").as_string());
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            const json::object& item = items[i].as_object();
+            const std::string pointer = fmt::format("{}/refItems/{}", document.pointer, i);
+            if (isLookup_)
+                checkLink(item, "href", help, pointer);
+            else
+                for (const std::string_view list : {"seealso", "examples"})
+                    checkLinksOf(item, list, help, pointer);
+        }
+    }
+
+    void checkLinksOf(const json::object& item, std::string_view list, const std::string& help,
+                      const std::string& pointer) {
+        const json::value* links = item.if_contains(list);
+        if (links == nullptr)
+            return;
+        for (std::size_t i = 0; i < links->as_array().size(); ++i)
+            checkLink(links->as_array()[i].as_object(), "url", help,
+                      fmt::format("{}/{}/{}", pointer, list, i));
+    }
+
+    void checkLink(const json::object& holder, std::string_view member, const std::string& help,
+                   const std::string& pointer) {
+        const std::string_view link = holder.at(member).as_string();
+        const std::string page = pageOf(link);
+        if (page.empty() || index_.hasPage(page) || isFile(page) ||
+            isFile((fs::path(help) / page).lexically_normal().generic_string()))
+            return;
+        findings_.add(Fault::DeadLink, Loss::Nothing,
+                      fmt::format("the {} {} leads nowhere: no full reference file documents the "
+                                  "page, and there is no such file",
+                                  member, inQuotes(link)),
+                      fmt::format("{}/{}", pointer, member));
+    }
+
+    /// Nothing outside the root counts.
+    bool isFile(const std::string& path) const {
+        std::error_code ignored;
+        return !path.starts_with("..") && !path.starts_with('/') && path.find('\0') == path.npos &&
+               fs::is_regular_file(root_ / path, ignored);
+    }
+
+    const ResourceText& text_;
+    const CheckIndex& index_;
+    FindingList& findings_;
+    fs::path root_;
+    bool isLookup_;
+};
+
+} // namespace
+
+void checkAcross(const ResourceText& text, const json::value& resource, const CheckIndex& index,
+                 FindingList& findings) {
+    AcrossCheck(text, index, findings).check(documentsOf(resource));
+}
+
+} // namespace refdoc

@@ -1,0 +1,176 @@
+#include "refdoc/CheckFiles.hpp"
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <memory>
+#include <set>
+#include <system_error>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "environment/PathAndText.hpp"
+#include "refdoc/CheckPackage.hpp"
+#include "refdoc/ResourceNames.hpp"
+#include "refdoc/Text.hpp"
+#include "reference/docparser/DocResourceParser.hpp"
+
+namespace refdoc {
+
+namespace {
+
+using namespace reference::docparser;
+namespace fs = std::filesystem;
+
+/// The folder's path and its name under the root.
+std::pair<std::u16string, std::string> folderOf(Catalog catalog) {
+    const auto roots = DocResourceParser::getReferenceRoots();
+    const std::u16string& path =
+        catalog == Catalog::Lookup ? roots->referenceApiLookupFolder : roots->referenceApiFolder;
+    std::u16string name = path.substr(roots->referenceRoot.size());
+    name.erase(0, name.find_first_not_of(u'/'));
+    return {path, toUtf8(name)};
+}
+
+/// What is in a folder, in the order in which the library reads files: that of UTF-16.
+std::vector<fs::directory_entry> entriesOf(const fs::path& folder, std::error_code& failure) {
+    std::vector<std::pair<std::u16string, fs::directory_entry>> entries;
+    fs::directory_iterator at(folder, failure);
+    for (; !failure && at != fs::directory_iterator(); at.increment(failure))
+        entries.emplace_back(fromUtf8(at->path().filename().native()), *at);
+    std::sort(entries.begin(), entries.end(),
+              [](const auto& left, const auto& right) { return left.first < right.first; });
+    std::vector<fs::directory_entry> result;
+    for (auto& [name, entry] : entries)
+        result.push_back(std::move(entry));
+    return result;
+}
+
+void addListingFailure(const std::string& folder, const std::error_code& failure,
+                       std::vector<Finding>& findings) {
+    if (!failure || failure == std::errc::no_such_file_or_directory)
+        return;
+    FindingList list(folder, {});
+    list.add(Fault::Unreadable, Loss::File,
+             fmt::format("the folder cannot be listed: {}", failure.message()));
+    findings = list.take();
+}
+
+class CatalogListing {
+public:
+    CatalogListing(Catalog catalog, std::u16string folder, std::string folderName)
+        : catalog_(catalog), folder_(std::move(folder)), folderName_(std::move(folderName)) {}
+
+    void add(const fs::directory_entry& entry) {
+        std::error_code ignored;
+        const std::string bytes = entry.path().filename().native();
+        const std::u16string name = fromUtf8(bytes);
+        FindingList findings(folderName_ + '/' + bytes, {});
+        if (!entry.is_regular_file(ignored))
+            findings.add(Fault::OtherFile, Loss::Nothing, "no file: passed over");
+        else if (toUtf8(name) != bytes)
+            findings.add(Fault::UnreadName, Loss::File, "the name is not UTF-8");
+        else if (!DocResourceParser::isValidFilename(fl::filesystem::upath(name)))
+            addOtherName(name, findings);
+        else
+            addFile(name, findings);
+        append(findings);
+    }
+
+    /// Only now is it known which names there are.
+    CatalogFolder finish() {
+        for (const CatalogFile& file : result_.files) {
+            const auto named = unknownLanguage(file.stem);
+            if (!named || file.language != kEnglish)
+                continue;
+            FindingList findings(file.name, {});
+            findings.add(
+                Fault::UnknownLanguage, Loss::Nothing,
+                fmt::format("{} is no supported language: read as English, of a resource {}",
+                            named->language, inQuotes(file.stem)));
+            if (!stems_.contains(named->resource))
+                findings.kept().back().level = Level::Note;
+            append(findings);
+        }
+        return std::move(result_);
+    }
+
+private:
+    void append(FindingList& findings) {
+        for (Finding& finding : findings.take())
+            result_.findings.push_back(std::move(finding));
+    }
+
+    void addFile(const std::u16string& name, FindingList& findings) {
+        const std::string stem = toUtf8(fl::filesystem::detail::extract_stem(name));
+        const bool isPackage = name.ends_with(u".zip");
+        if (isPackage && catalog_ == Catalog::Reference)
+            return findings.add(Fault::UnreadName, Loss::File,
+                                "full reference files are not read from packages");
+        std::u16string path = folder_;
+        fl::filesystem::detail::concatenate_pathname(path, name, true);
+        const NameLanguage parts = languageOfStem(stem);
+        stems_.insert(stem);
+        result_.files.push_back({catalog_, std::move(path), folderName_ + '/' + toUtf8(name), stem,
+                                 parts.resource, parts.language, isPackage});
+    }
+
+    static void addOtherName(const std::u16string& name, FindingList& findings) {
+        if (isResourceNameButForCase(name))
+            findings.add(Fault::UnreadName, Loss::File,
+                         "the extension is not in lower-case letters");
+        else
+            findings.add(Fault::OtherFile, Loss::Nothing, "no resource file: passed over");
+    }
+
+    Catalog catalog_;
+    std::u16string folder_;
+    std::string folderName_;
+    std::set<std::string> stems_;
+    CatalogFolder result_;
+};
+
+/// Why the content of a file is empty: nothing for one that is.
+std::string readFailure(const std::u16string& path) {
+    std::error_code failure;
+    const fs::path native(toUtf8(path));
+    if (fs::file_size(native, failure) == 0 && !failure)
+        return {};
+    if (!failure && !std::ifstream(native).is_open())
+        failure = {errno, std::generic_category()};
+    return failure ? failure.message() : "its size cannot be relied upon";
+}
+
+void readPlainFile(const CatalogFile& file, const TextVisitor& visit, FindingList& findings) {
+    const ResourceText text{file, {}, file.language, DocResourceParser::openAndReadFile(file.path)};
+    const std::string failure = text.content.empty() ? readFailure(file.path) : std::string();
+    if (failure.empty())
+        visit(text, findings);
+    else
+        findings.add(Fault::Unreadable, Loss::File,
+                     fmt::format("the file cannot be read: {}", failure));
+}
+
+} // namespace
+
+CatalogFolder listCatalog(Catalog catalog) {
+    const auto [folder, name] = folderOf(catalog);
+    CatalogListing listing(catalog, folder, name);
+    std::error_code failure;
+    for (const fs::directory_entry& entry : entriesOf(toUtf8(folder), failure))
+        listing.add(entry);
+    CatalogFolder result = listing.finish();
+    addListingFailure(name, failure, result.findings);
+    return result;
+}
+
+std::vector<Finding> readTexts(const CatalogFile& file, const TextVisitor& visit) {
+    if (file.isPackage)
+        return readPackage(file, visit);
+    FindingList findings(file.name, {});
+    readPlainFile(file, visit, findings);
+    return findings.take();
+}
+
+} // namespace refdoc

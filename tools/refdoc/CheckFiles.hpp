@@ -1,0 +1,47 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "refdoc/CheckFinding.hpp"
+
+namespace refdoc {
+
+enum class Catalog { Lookup, Reference };
+
+/// A file whose name is that of a resource file.
+struct CatalogFile {
+    Catalog catalog;
+    std::u16string path;
+    std::string name; ///< relative to the root
+    std::string stem;
+    std::string resource; ///< the stem without language suffix
+    std::string language;
+    bool isPackage;
+};
+
+struct CatalogFolder {
+    std::vector<CatalogFile> files; ///< in the order of their names
+    std::vector<Finding> findings;  ///< about names
+};
+
+/// Lists one folder of the root in force by the rules for names, for all languages at once.
+CatalogFolder listCatalog(Catalog catalog);
+
+/// The text of a file, or of a leaf of a package.
+struct ResourceText {
+    const CatalogFile& file;
+    std::string leaf; ///< the last component of its name
+    std::string language;
+    std::string content;
+};
+
+/// Called with each text that the library reads in any language, and with the list for all that is
+/// found about it.
+using TextVisitor = std::function<void(const ResourceText& text, FindingList& findings)>;
+
+/// Reads a file as the library does. What cannot be read is told and not visited.
+std::vector<Finding> readTexts(const CatalogFile& file, const TextVisitor& visit);
+
+} // namespace refdoc

@@ -1,0 +1,166 @@
+#include "refdoc/CheckPackage.hpp"
+
+#include <exception>
+#include <ios>
+#include <memory>
+#include <set>
+#include <sstream>
+#include <string>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "environment/PathAndText.hpp"
+#include "environment/ZipPackages.hpp"
+#include "refdoc/ResourceNames.hpp"
+#include "refdoc/Text.hpp"
+#include "reference/docparser/DocResourceParser.hpp"
+
+namespace refdoc {
+
+namespace {
+
+using namespace reference::docparser;
+using opc::zqservices::FileSystemEntry;
+using opc::zqservices::FileSystemManager;
+
+std::string contentOf(const FileSystemEntry& leaf, const FileSystemManager& manager) {
+    std::stringstream content(std::ios_base::in | std::ios_base::out);
+    const auto source = manager.getFileContentSource(leaf, opc::zqservices::TransformMode::Decoded);
+    opc::StreamHelper::copyStreamToStream(source->getInputStream(), content);
+    return std::move(content).str();
+}
+
+class PackageReader {
+public:
+    PackageReader(const CatalogFile& file, const TextVisitor& visit)
+        : file_(file), visit_(visit),
+          operations_(storage::microservicestoragesystem::GetStorageSystemReference()),
+          physicalPackage_(file.path, operations_, true), package_(physicalPackage_),
+          manager_(package_, operations_) {
+        package_.open(opc::interfaces::OpenMode::Read);
+        leaves_ = manager_.getAllLeafs();
+        for (const FileSystemEntry& leaf : leaves_)
+            stems_.insert(toUtf8(fl::filesystem::detail::extract_stem(leaf.getBaseName())));
+    }
+
+    std::vector<Finding> read() {
+        for (const FileSystemEntry& leaf : leaves_)
+            readLeaf(leaf);
+        if (findings_.empty() && leaves_.empty()) {
+            FindingList list(file_.name, {});
+            list.add(Fault::OtherFile, Loss::Nothing, "the package holds no leaves");
+            append(list);
+        }
+        return std::move(findings_);
+    }
+
+private:
+    void append(FindingList& list) {
+        for (Finding& finding : list.take())
+            findings_.push_back(std::move(finding));
+    }
+
+    void readLeaf(const FileSystemEntry& leaf) {
+        const std::u16string name =
+            fl::filesystem::detail::make_native_form(leaf.getBaseName(), true);
+        FindingList findings(file_.name, toUtf8(name));
+        if (DocResourceParser::isValidFilename(fl::filesystem::upath(name)))
+            readResource(leaf, name, findings);
+        else if (isResourceNameButForCase(name))
+            findings.add(Fault::UnreadName, Loss::Leaf,
+                         "the extension is not in lower-case letters");
+        else
+            findings.add(Fault::OtherFile, Loss::Nothing, "no resource file: passed over");
+        append(findings);
+    }
+
+    void readResource(const FileSystemEntry& leaf, const std::u16string& name,
+                      FindingList& findings) {
+        const std::string stem = toUtf8(fl::filesystem::detail::extract_stem(name));
+        const std::string language =
+            leaves_.size() == 1 ? onlyLeafLanguage(stem, findings) : leafLanguage(stem, findings);
+        if (language.empty())
+            return;
+        ResourceText text{file_, toUtf8(name), language, {}};
+        try {
+            text.content = contentOf(leaf, manager_);
+        } catch (const std::exception& failure) {
+            return findings.add(Fault::Unreadable, Loss::Leaf,
+                                fmt::format("the leaf cannot be read: {}", failure.what()));
+        }
+        visit_(text, findings);
+    }
+
+    /// Of a package with one leaf, the package's name tells the language. Nothing for a leaf that
+    /// is not read.
+    std::string onlyLeafLanguage(const std::string& stem, FindingList& findings) const {
+        const NameLanguage own = languageOfStem(stem);
+        if (file_.language == kEnglish && own.language != kEnglish)
+            findings.add(Fault::UnknownLanguage, Loss::Nothing,
+                         fmt::format("the package's only leaf: read as English, not as {}, since "
+                                     "the package's name has no language",
+                                     own.language));
+        if (file_.language == kEnglish || stem.ends_with("_" + file_.language))
+            return file_.language;
+        findings.add(Fault::UnreadName, Loss::Leaf,
+                     fmt::format("the only leaf of a package for {0} must end with _{0} itself",
+                                 file_.language));
+        return {};
+    }
+
+    /// Of any other package the leaves do, as far as the package itself is read.
+    std::string leafLanguage(const std::string& stem, FindingList& findings) const {
+        const NameLanguage own = languageOfStem(stem);
+        const auto named = unknownLanguage(stem);
+        if (own.language == kEnglish && named)
+            addUnknownLanguage(*named, stem, findings);
+        if (file_.language == kEnglish || own.language == file_.language)
+            return own.language;
+        if (own.language == kEnglish) {
+            findings.add(Fault::UnknownLanguage, Loss::Nothing,
+                         fmt::format("read as English, and only by readers of {}: of a package "
+                                     "with several leaves the leaves' names tell the language",
+                                     file_.language));
+            return own.language;
+        }
+        findings.add(Fault::UnreadName, Loss::Leaf,
+                     fmt::format("is for {}, and the package is only read for {}", own.language,
+                                 file_.language));
+        return {};
+    }
+
+    void addUnknownLanguage(const NameLanguage& named, const std::string& stem,
+                            FindingList& findings) const {
+        findings.add(Fault::UnknownLanguage, Loss::Nothing,
+                     fmt::format("{} is no supported language: read as English, of a resource {}",
+                                 named.language, inQuotes(stem)));
+        if (!stems_.contains(named.resource))
+            findings.kept().back().level = Level::Note;
+    }
+
+    const CatalogFile& file_;
+    const TextVisitor& visit_;
+    opc::FileSystemOpsSelector operations_;
+    opc::zippackage::ZipPhysicalPackage physicalPackage_;
+    opc::model::Package package_;
+    FileSystemManager manager_;
+    std::vector<FileSystemEntry> leaves_;
+    std::set<std::string> stems_;
+    std::vector<Finding> findings_;
+};
+
+} // namespace
+
+std::vector<Finding> readPackage(const CatalogFile& file, const TextVisitor& visit) {
+    FindingList findings(file.name, {});
+    try {
+        return PackageReader(file, visit).read();
+    } catch (const std::exception& failure) {
+        findings.add(Fault::Unreadable, Loss::File,
+                     fmt::format("the package cannot be read: {}", failure.what()));
+    }
+    return findings.take();
+}
+
+} // namespace refdoc

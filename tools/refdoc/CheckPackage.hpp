@@ -1,0 +1,12 @@
+#pragma once
+
+#include <vector>
+
+#include "refdoc/CheckFiles.hpp"
+
+namespace refdoc {
+
+/// Reads the leaves of a zip package as the library does.
+std::vector<Finding> readPackage(const CatalogFile& file, const TextVisitor& visit);
+
+} // namespace refdoc

@@ -1,0 +1,133 @@
+#include "refdoc/CheckReport.hpp"
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <boost/json/object.hpp>
+#include <fmt/format.h>
+
+#include "refdoc/ItemJson.hpp"
+#include "refdoc/PrettyJson.hpp"
+#include "refdoc/Text.hpp"
+
+namespace refdoc {
+
+namespace {
+
+namespace json = boost::json;
+
+std::string_view lossText(Loss loss) {
+    constexpr std::array<std::string_view, 4> texts{
+        "", "the document is lost", "the whole leaf is lost", "the whole file is lost"};
+    return texts[static_cast<std::size_t>(loss)];
+}
+
+/// On one line, whatever the files say.
+std::string shown(std::string_view text) {
+    return toUtf8(printable(fromUtf8(text)));
+}
+
+std::string pathIn(const std::string& root, const std::string& file) {
+    return root.ends_with('/') ? root + file : root + '/' + file;
+}
+
+std::string placeOf(const Finding& finding, const std::string& root) {
+    std::string place = pathIn(root, finding.file);
+    if (!finding.leaf.empty())
+        place += ':' + finding.leaf;
+    if (finding.position.line > 0)
+        place += fmt::format(":{}:{}", finding.position.line, finding.position.column);
+    return place;
+}
+
+std::string styledLevel(Level level, bool styled) {
+    return styled ? fmt::format("\x1b[1m{}\x1b[m", levelName(level))
+                  : std::string(levelName(level));
+}
+
+std::string lineOf(const Finding& finding, const CheckReportOptions& options) {
+    std::string message = finding.message;
+    if (!finding.item.empty())
+        message = fmt::format("{}: {}", finding.item, message);
+    if (finding.loss != Loss::Nothing)
+        message += fmt::format("; {}", lossText(finding.loss));
+    if (!finding.pointer.empty())
+        message += fmt::format(" ({})", finding.pointer);
+    return fmt::format("{}: {}: {}\n", shown(placeOf(finding, options.root)),
+                       styledLevel(finding.level, options.styled), shown(message));
+}
+
+std::string counted(std::size_t count, std::string_view what) {
+    return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+}
+
+/// Counts also what was left out.
+std::string summary(const CheckResult& result) {
+    std::array<std::size_t, 3> counts{};
+    for (const Finding& finding : result.findings)
+        counts[static_cast<std::size_t>(finding.level)] +=
+            finding.further > 0 ? finding.further : 1;
+    return fmt::format("{}, {} and {} in {}\n", counted(counts[2], "error"),
+                       counted(counts[1], "warning"), counted(counts[0], "note"),
+                       counted(result.fileCount, "file"));
+}
+
+std::string asText(const std::vector<const Finding*>& findings, const CheckResult& result,
+                   const CheckReportOptions& options) {
+    std::string text;
+    const Finding* previous = nullptr;
+    for (const Finding* finding : findings) {
+        if (previous != nullptr && previous->file != finding->file)
+            text += '\n';
+        text += lineOf(*finding, options);
+        previous = finding;
+    }
+    return text + (text.empty() ? "" : "\n") + summary(result);
+}
+
+json::string jsonText(std::string_view text) {
+    return toJson(fromUtf8(text));
+}
+
+std::string asJsonLine(const Finding& finding, const CheckReportOptions& options) {
+    json::object object{{"level", levelName(finding.level)},
+                        {"rule", ruleOf(finding.fault).id},
+                        {"file", jsonText(pathIn(options.root, finding.file))}};
+    if (!finding.leaf.empty())
+        object["leaf"] = jsonText(finding.leaf);
+    if (finding.position.line > 0) {
+        object["line"] = finding.position.line;
+        object["column"] = finding.position.column;
+        object["pointer"] = jsonText(finding.pointer);
+    }
+    if (!finding.item.empty())
+        object["item"] = jsonText(finding.item);
+    object["message"] = jsonText(finding.message);
+    if (finding.loss != Loss::Nothing)
+        object["cost"] = lossText(finding.loss);
+    if (finding.further > 0)
+        object["further"] = finding.further;
+    return compactJson(object) + '\n';
+}
+
+} // namespace
+
+std::string checkReport(const CheckResult& result, const CheckReportOptions& options) {
+    std::vector<const Finding*> findings;
+    for (const Finding& finding : result.findings)
+        if (finding.level >= options.least)
+            findings.push_back(&finding);
+    if (options.format == CheckFormat::Text)
+        return asText(findings, result, options);
+    if (options.format == CheckFormat::Sarif)
+        return sarifLog(findings, options.root);
+    std::string text;
+    for (const Finding* finding : findings)
+        text += asJsonLine(*finding, options);
+    return text;
+}
+
+} // namespace refdoc

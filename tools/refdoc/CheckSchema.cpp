@@ -1,0 +1,278 @@
+#include "refdoc/CheckSchema.hpp"
+
+#include <cstddef>
+#include <optional>
+#include <set>
+#include <utility>
+#include <vector>
+
+#include <boost/json/array.hpp>
+#include <boost/json/object.hpp>
+#include <boost/json/parse.hpp>
+#include <fmt/format.h>
+#include <valijson/adapters/boost_json_adapter.hpp>
+#include <valijson/schema.hpp>
+#include <valijson/schema_parser.hpp>
+#include <valijson/validation_results.hpp>
+#include <valijson/validator.hpp>
+
+#include "refdoc/JsonPositions.hpp"
+#include "refdoc/NearNames.hpp"
+#include "refdoc/Schemas.hpp"
+#include "refdoc/Text.hpp"
+
+namespace refdoc {
+
+namespace {
+
+namespace json = boost::json;
+
+/// The faults of an item with more values than this are not told one by one: the validator keeps
+/// all of them at once.
+constexpr std::size_t kMostExplainedValues = 20000;
+
+void eraseEverywhere(json::value& value, std::string_view member) {
+    if (json::object* object = value.if_object()) {
+        object->erase(member);
+        for (json::key_value_pair& child : *object)
+            eraseEverywhere(child.value(), member);
+    } else if (json::array* array = value.if_array()) {
+        for (json::value& element : *array)
+            eraseEverywhere(element, member);
+    }
+}
+
+/// The schema without what it says about the elements of long lists, which are checked one by one.
+json::value frameOf(json::value schema) {
+    schema.at_pointer("/definitions/document/properties/refItems").as_object().erase("items");
+    schema.at_pointer("/properties/supportPackages").as_object().erase("items");
+    return schema;
+}
+
+/// A schema that is one of the definitions of another.
+json::value definitionOf(const json::value& schema, std::string_view name) {
+    const json::object reference{{"$ref", fmt::format("#/definitions/{}", name)}};
+    return json::object{{"allOf", json::array({reference})},
+                        {"definitions", schema.at("definitions")}};
+}
+
+json::value withoutEnumerations(json::value schema) {
+    eraseEverywhere(schema, "enum");
+    return schema;
+}
+
+std::size_t countValues(const json::value& value) {
+    std::size_t count = 1;
+    if (const json::object* object = value.if_object())
+        for (const json::key_value_pair& member : *object)
+            count += countValues(member.value());
+    else if (const json::array* array = value.if_array())
+        for (const json::value& element : *array)
+            count += countValues(element);
+    return count;
+}
+
+class Validator {
+public:
+    explicit Validator(const json::value& schema) {
+        valijson::SchemaParser(valijson::SchemaParser::kDraft7)
+            .populateSchema(valijson::adapters::BoostJsonAdapter(schema), schema_);
+    }
+
+    bool accepts(const json::value& value, valijson::ValidationResults* results = nullptr) const {
+        return valijson::Validator().validate(schema_, valijson::adapters::BoostJsonAdapter(value),
+                                              results);
+    }
+
+private:
+    valijson::Schema schema_;
+};
+
+/// A step of a pointer as an author would write it: "name", or "list[3]" for an element.
+std::string subjectOf(const std::vector<std::string>& steps) {
+    if (steps.empty())
+        return "the document";
+    const bool isElement = steps.back().find_first_not_of("0123456789") == std::string::npos;
+    return isElement && steps.size() > 1
+               ? fmt::format("{}[{}]", steps[steps.size() - 2], steps.back())
+               : steps.back();
+}
+
+/// What a schema says about values at a place: nothing when it does not name the place.
+const json::object* ruleAt(const json::value& root, const json::object& rule,
+                           const std::vector<std::string>& steps, std::size_t depth) {
+    if (const json::value* reference = rule.if_contains("$ref"))
+        return ruleAt(root, root.at_pointer(reference->as_string().subview(1)).as_object(), steps,
+                      depth);
+    if (depth == steps.size())
+        return &rule;
+    if (const json::value* items = rule.if_contains("items"))
+        return ruleAt(root, items->as_object(), steps, depth + 1);
+    if (const json::value* properties = rule.if_contains("properties"))
+        if (const json::value* property = properties->as_object().if_contains(steps[depth]))
+            return ruleAt(root, property->as_object(), steps, depth + 1);
+    for (const std::string_view branch : {"then", "else"})
+        if (const json::value* part = rule.if_contains(branch))
+            if (const json::object* found = ruleAt(root, part->as_object(), steps, depth))
+                return found;
+    if (const json::value* parts = rule.if_contains("allOf"))
+        return ruleAt(root, parts->at(0).as_object(), steps, depth);
+    return nullptr;
+}
+
+std::string_view wantedKind(const json::object* rule) {
+    const json::value* type = rule == nullptr ? nullptr : rule->if_contains("type");
+    if (type == nullptr)
+        return "what the format has here";
+    return *type == "string" ? "a text" : *type == "array" ? "a list" : "an object";
+}
+
+std::string wrongText(const json::value& value, const json::object* rule) {
+    const json::array& texts = rule->at("enum").as_array();
+    std::string message;
+    if (const json::string* text = value.if_string()) {
+        std::set<std::u16string> known;
+        for (const json::value& each : texts)
+            known.insert(fromUtf8(std::string_view(each.as_string())));
+        message = fmt::format("is {}, a text that it does not know", inQuotes(*text));
+        const auto near = nearNames(fromUtf8(std::string_view(*text)), known);
+        if (!near.empty())
+            message += fmt::format(" (did you mean \"{}\"?)", toUtf8(near.front()));
+    } else {
+        message = fmt::format("is {}, not a text", kindName(value));
+    }
+    return fmt::format("{}; it counts as \"{}\"", message,
+                       std::string_view(texts.front().as_string()));
+}
+
+} // namespace
+
+class CheckSchema::Validation {
+public:
+    explicit Validation(const json::value& schema)
+        : schema_(schema), root_(frameOf(schema)),
+          document_(definitionOf(frameOf(schema), "document")), item_(definitionOf(schema, "item")),
+          itemKinds_(withoutEnumerations(definitionOf(schema, "item"))) {}
+
+    void check(const json::value& resource, FindingList& findings) const {
+        explain(root_, resource, {}, resource, findings);
+        checkItems(resource, {}, resource, findings);
+        const json::object* object = resource.if_object();
+        const json::value* packages = object ? object->if_contains("supportPackages") : nullptr;
+        if (packages == nullptr || !packages->is_array())
+            return;
+        for (std::size_t i = 0; i < packages->as_array().size(); ++i) {
+            const std::string pointer = fmt::format("/supportPackages/{}", i);
+            explain(document_, packages->as_array()[i], pointer, resource, findings);
+            checkItems(packages->as_array()[i], pointer, resource, findings);
+        }
+    }
+
+private:
+    void checkItems(const json::value& document, const std::string& pointer,
+                    const json::value& resource, FindingList& findings) const {
+        const json::object* object = document.if_object();
+        const json::value* items = object ? object->if_contains("refItems") : nullptr;
+        if (items == nullptr || !items->is_array())
+            return;
+        for (std::size_t i = 0; i < items->as_array().size(); ++i) {
+            const json::value& item = items->as_array()[i];
+            if (!item_.accepts(item))
+                checkItem(item, fmt::format("{}/refItems/{}", pointer, i), resource, findings);
+        }
+    }
+
+    void checkItem(const json::value& item, const std::string& pointer, const json::value& resource,
+                   FindingList& findings) const {
+        if (countValues(item) <= kMostExplainedValues)
+            explain(item_, item, pointer, resource, findings);
+        else if (!itemKinds_.accepts(item))
+            findings.add(Fault::WrongKind, findings.wholeText(),
+                         "the item, a very large one, does not keep to the format", pointer);
+        else
+            findings.add(Fault::UnknownText, Loss::Nothing,
+                         "the item, a very large one, has an enumeration with an unknown text",
+                         pointer);
+    }
+
+    void explain(const Validator& validator, const json::value& value, const std::string& pointer,
+                 const json::value& resource, FindingList& findings) const {
+        valijson::ValidationResults results;
+        if (validator.accepts(value, &results))
+            return;
+        for (const valijson::ValidationResults::Error& error : results)
+            explainError(error, pointer, resource, findings);
+    }
+
+    /// Errors that only say in which part there is one are passed over.
+    void explainError(const valijson::ValidationResults::Error& error, std::string pointer,
+                      const json::value& resource, FindingList& findings) const {
+        for (std::size_t i = 1; i < error.context.size(); ++i) // after the root; each in brackets
+            pointer += pointerStep({error.context[i].data() + 1, error.context[i].size() - 2});
+        constexpr std::string_view missing = "Missing required property '";
+        const std::string_view text = error.description;
+        const std::vector<std::string> steps = pointerSteps(pointer);
+        const json::value& value = resource.at_pointer(pointer);
+        const auto rule = [&] { return ruleAt(schema_, schema_.as_object(), steps, 0); };
+        if (text.starts_with(missing))
+            findings.add(Fault::MissingMember, findings.wholeText(),
+                         fmt::format("{} is missing",
+                                     text.substr(missing.size(),
+                                                 text.find('\'', missing.size()) - missing.size())),
+                         std::move(pointer));
+        else if (text.find("'type' constraint") != text.npos)
+            findings.add(Fault::WrongKind, findings.wholeText(),
+                         fmt::format("{} is {}, not {}", subjectOf(steps), kindName(value),
+                                     wantedKind(rule())),
+                         std::move(pointer));
+        else if (text.find("enum values") != text.npos)
+            findings.add(Fault::UnknownText, Loss::Nothing,
+                         fmt::format("{} {}", subjectOf(steps), wrongText(value, rule())),
+                         std::move(pointer));
+    }
+
+    json::value schema_;
+    Validator root_;
+    Validator document_;
+    Validator item_;
+    Validator itemKinds_;
+};
+
+CheckSchema::CheckSchema(std::string_view schema)
+    : validation_(std::make_unique<const Validation>(json::parse({schema.data(), schema.size()}))) {
+}
+
+CheckSchema::~CheckSchema() = default;
+
+void CheckSchema::check(const json::value& resource, FindingList& findings) const {
+    validation_->check(resource, findings);
+}
+
+const CheckSchema& lookupSchema() {
+    static const CheckSchema schema(kLookupSchema);
+    return schema;
+}
+
+const CheckSchema& referenceSchema() {
+    static const CheckSchema schema(kReferenceSchema);
+    return schema;
+}
+
+std::string_view kindName(const json::value& value) {
+    switch (value.kind()) {
+    case json::kind::null:
+        return "null";
+    case json::kind::bool_:
+        return "a truth value";
+    case json::kind::string:
+        return "a text";
+    case json::kind::array:
+        return "a list";
+    case json::kind::object:
+        return "an object";
+    default:
+        return "a number";
+    }
+}
+
+} // namespace refdoc

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "refdoc/CheckFiles.hpp"
+#include "refdoc/CheckFinding.hpp"
+
+namespace refdoc {
+
+struct ResourceDocument;
+
+/// Tells the texts of a sound document that are read byte by byte, and so come out garbled, since
+/// they are not ASCII.
+void checkSevenBit(Catalog catalog, const ResourceDocument& document, FindingList& findings);
+
+} // namespace refdoc

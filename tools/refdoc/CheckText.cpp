@@ -1,0 +1,222 @@
+#include "refdoc/CheckText.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <map>
+#include <new>
+#include <string_view>
+#include <utility>
+
+#include <boost/json/array.hpp>
+#include <boost/json/basic_parser_impl.hpp>
+#include <boost/json/object.hpp>
+#include <boost/json/parse.hpp>
+#include <fmt/format.h>
+
+#include "refdoc/CheckSchema.hpp"
+#include "refdoc/CheckSevenBit.hpp"
+#include "refdoc/JsonPositions.hpp"
+
+namespace refdoc {
+
+namespace {
+
+namespace json = boost::json;
+
+/// Takes note of nothing: the parser is only asked how far it comes.
+struct BlindHandler {
+    static constexpr std::size_t max_object_size = std::size_t(-1);
+    static constexpr std::size_t max_array_size = std::size_t(-1);
+    static constexpr std::size_t max_key_size = std::size_t(-1);
+    static constexpr std::size_t max_string_size = std::size_t(-1);
+
+    using Error = json::error_code;
+    using Text = json::string_view;
+    bool on_document_begin(Error&) { return true; }
+    bool on_document_end(Error&) { return true; }
+    bool on_object_begin(Error&) { return true; }
+    bool on_object_end(std::size_t, Error&) { return true; }
+    bool on_array_begin(Error&) { return true; }
+    bool on_array_end(std::size_t, Error&) { return true; }
+    bool on_key_part(Text, std::size_t, Error&) { return true; }
+    bool on_key(Text, std::size_t, Error&) { return true; }
+    bool on_string_part(Text, std::size_t, Error&) { return true; }
+    bool on_string(Text, std::size_t, Error&) { return true; }
+    bool on_number_part(Text, Error&) { return true; }
+    bool on_int64(std::int64_t, Text, Error&) { return true; }
+    bool on_uint64(std::uint64_t, Text, Error&) { return true; }
+    bool on_double(double, Text, Error&) { return true; }
+    bool on_bool(bool, Error&) { return true; }
+    bool on_null(Error&) { return true; }
+    bool on_comment_part(Text, Error&) { return true; }
+    bool on_comment(Text, Error&) { return true; }
+};
+
+using BlindParser = json::basic_parser<BlindHandler>;
+
+/// How much of the text comes before the first byte that no JSON text could have there. The parser
+/// does not say where it fails, only in which piece: the pieces are large ones, and the one in
+/// which it fails is gone through byte by byte.
+std::size_t soundLength(std::string_view text) {
+    constexpr std::size_t piece = 1 << 16;
+    const auto lengthUpTo = [text](std::size_t start, std::size_t step) {
+        BlindParser parser{json::parse_options()};
+        json::error_code failure;
+        std::size_t at = parser.write_some(true, text.data(), start, failure);
+        while (at < text.size()) {
+            const std::size_t size = std::min(step, text.size() - at);
+            if (parser.write_some(true, text.data() + at, size, failure) < size || failure)
+                break;
+            at += size;
+        }
+        return at;
+    };
+    return lengthUpTo(lengthUpTo(0, piece), 1);
+}
+
+std::string describe(std::string_view text, const json::error_code& failure) {
+    if (text.find_first_not_of(" \t\r\n") == text.npos)
+        return "the text is empty";
+    if (text.starts_with("\xEF\xBB\xBF"))
+        return "the text begins with a byte-order mark";
+    if (failure == json::error::too_deep)
+        return "the text is nested deeper than 32";
+    return fmt::format("not JSON: {}", failure.message());
+}
+
+std::string textMember(const json::value& value, std::string_view name) {
+    const json::object* object = value.if_object();
+    const json::value* member = object ? object->if_contains(name) : nullptr;
+    return member && member->is_string() ? std::string(member->as_string()) : std::string();
+}
+
+/// Calls `take` with each document that there is, and its pointer.
+template <typename Take>
+void forEachDocument(const json::value& resource, Take take) {
+    take({&resource, {}, textMember(resource, "helpFolder")});
+    const json::value* packages = resource.as_object().if_contains("supportPackages");
+    if (packages == nullptr)
+        return;
+    for (std::size_t i = 0; i < packages->as_array().size(); ++i) {
+        const json::value& package = packages->as_array()[i];
+        take({&package, fmt::format("/supportPackages/{}", i), textMember(package, "baseCode")});
+    }
+}
+
+void checkKeys(const json::value& resource, FindingList& findings) {
+    std::map<std::string, std::string> pointers;
+    forEachDocument(resource, [&](const ResourceDocument& document) {
+        const auto [first, isNew] = pointers.try_emplace(document.key, document.pointer);
+        if (!isNew)
+            findings.add(Fault::RepeatedKey, Loss::Document,
+                         fmt::format("the key {} is that of {} already", inQuotes(document.key),
+                                     first->second.empty() ? "the main document's help folder"
+                                                           : first->second),
+                         document.pointer);
+    });
+}
+
+/// The item, else the document, that a pointer leads into.
+std::string itemName(const json::value& resource, std::string_view pointer) {
+    const std::size_t items = pointer.find("/refItems/");
+    if (items == pointer.npos)
+        return {};
+    const std::size_t end = pointer.find('/', items + std::string_view("/refItems/").size());
+    const std::string_view path = pointer.substr(0, end);
+    json::error_code failure;
+    const json::value* item = resource.find_pointer({path.data(), path.size()}, failure);
+    if (item == nullptr)
+        return {};
+    const std::string name = textMember(*item, "name");
+    return name.empty() ? textMember(*item, "href") : name;
+}
+
+bool liesInText(const Finding& finding) {
+    switch (finding.fault) {
+    case Fault::Unreadable:
+    case Fault::UnreadName:
+    case Fault::UnknownLanguage:
+    case Fault::OtherFile:
+        return false;
+    default:
+        return finding.position.line == 0;
+    }
+}
+
+void addRepeatedMembers(const ResourceText& text, const JsonPlaces& places, FindingList& findings) {
+    std::vector<std::size_t> offsets;
+    for (const RepeatedMember& member : places.repeated)
+        offsets.push_back(member.offset);
+    const auto positions = positionsOf(text.content, offsets);
+    for (std::size_t i = 0; i < places.repeatedCount; ++i) {
+        const bool isKnown = i < places.repeated.size();
+        const std::string pointer = isKnown ? places.repeated[i].pointer : std::string();
+        const std::string name = isKnown ? pointerSteps(pointer).back() : std::string();
+        findings.addAt(
+            isKnown ? positions[i] : TextPosition{}, Fault::RepeatedMember, Loss::Nothing,
+            fmt::format("{} is there already: what was said before is lost", inQuotes(name)),
+            pointer);
+    }
+}
+
+} // namespace
+
+std::vector<ResourceDocument> documentsOf(const json::value& resource) {
+    std::vector<ResourceDocument> documents;
+    std::map<std::string, bool> known;
+    forEachDocument(resource, [&](ResourceDocument document) {
+        if (known.try_emplace(document.key).second)
+            documents.push_back(std::move(document));
+    });
+    return documents;
+}
+
+std::optional<json::value> parseText(const ResourceText& text, FindingList& findings) {
+    json::error_code failure;
+    try {
+        json::value resource = json::parse(text.content, failure);
+        if (!failure)
+            return resource;
+    } catch (const std::bad_alloc&) {
+        findings.add(Fault::Unreadable, findings.wholeText(), "the text does not fit into memory");
+        return std::nullopt;
+    }
+    const auto positions = positionsOf(text.content, {soundLength(text.content)});
+    findings.addAt(positions.front(), Fault::NotJson, findings.wholeText(),
+                   describe(text.content, failure));
+    return std::nullopt;
+}
+
+void checkText(const ResourceText& text, const json::value& resource, FindingList& findings) {
+    const bool isLookup = text.file.catalog == Catalog::Lookup;
+    (isLookup ? lookupSchema() : referenceSchema()).check(resource, findings);
+    if (findings.losesText())
+        return;
+    checkKeys(resource, findings);
+    for (const ResourceDocument& document : documentsOf(resource))
+        checkSevenBit(text.file.catalog, document, findings);
+}
+
+void locateFindings(const ResourceText& text, const json::value& resource, bool tellRepeatedMembers,
+                    FindingList& findings) {
+    std::vector<Finding*> wanted;
+    std::vector<std::string> pointers;
+    for (Finding& finding : findings.kept()) {
+        if (!liesInText(finding))
+            continue;
+        finding.item = itemName(resource, finding.pointer);
+        wanted.push_back(&finding);
+        pointers.push_back(finding.pointer);
+    }
+    if (wanted.empty() && !tellRepeatedMembers)
+        return;
+    const JsonPlaces places = findInJson(text.content, pointers, FindingList::kMostOfOneKind);
+    const auto positions = positionsOf(text.content, places.offsets);
+    for (std::size_t i = 0; i < wanted.size(); ++i)
+        wanted[i]->position = positions[i];
+    if (tellRepeatedMembers)
+        addRepeatedMembers(text, places, findings);
+}
+
+} // namespace refdoc

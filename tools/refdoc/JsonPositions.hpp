@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "refdoc/CheckFinding.hpp"
+
+namespace refdoc {
+
+/// A member whose name its object has already.
+struct RepeatedMember {
+    std::string pointer;
+    std::size_t offset;
+};
+
+struct JsonPlaces {
+    /// The byte at which the value of each pointer begins, in their order.
+    std::vector<std::size_t> offsets;
+    /// The first of them, as many as are asked for.
+    std::vector<RepeatedMember> repeated;
+    std::size_t repeatedCount = 0;
+};
+
+/// Goes once through a sound JSON text, which must not be nested deeper than 32, and finds the
+/// values that JSON pointers name: of members of one name the last. A pointer that names nothing
+/// gets the offset 0.
+JsonPlaces findInJson(std::string_view text, const std::vector<std::string>& pointers,
+                      std::size_t mostRepeated);
+
+/// The lines and columns of byte offsets, in their order; one pass over the text.
+std::vector<TextPosition> positionsOf(std::string_view text,
+                                      const std::vector<std::size_t>& offsets);
+
+/// `name` as one step of a JSON pointer, slash included.
+std::string pointerStep(std::string_view name);
+
+/// The names and indices that a JSON pointer consists of.
+std::vector<std::string> pointerSteps(std::string_view pointer);
+
+} // namespace refdoc

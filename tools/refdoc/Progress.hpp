@@ -1,0 +1,29 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+
+namespace refdoc {
+
+/// The line that tells how far a long job is.
+std::string progressLine(std::size_t done, std::size_t all);
+
+/// Shows on stderr how far a job is, when stderr is a terminal and the job takes longer than a
+/// second; takes the line away when it ends.
+class Progress {
+public:
+    Progress();
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+    ~Progress();
+
+    void show(std::size_t done, std::size_t all);
+
+private:
+    std::chrono::steady_clock::time_point next_;
+    bool isTerminal_;
+    bool isShown_ = false;
+};
+
+} // namespace refdoc
