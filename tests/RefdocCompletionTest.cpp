@@ -40,7 +40,7 @@ TEST_F(RefdocCompletion, CompletesWhatTheClientKnows) {
         std::string line;
         std::string completions;
     } cases[] = {
-        {"refdoc ", "lookup|show|products|"},
+        {"refdoc ", "lookup|show|products|check|"},
         {"refdoc pro", "products|"},
         {"refdoc --l", "--language|"},
         {"refdoc lookup --a", "--all|"},
@@ -74,6 +74,9 @@ TEST_F(RefdocCompletion, CompletesWhatTheClientKnows) {
         {"refdoc --root /does/not/exist lookup z", "|"},
         {"refdoc --language xx lookup z", "|"},
         {"refdoc products z", "|"},
+        {"refdoc check --le", "--level|"},
+        {"refdoc check --level w", "warning|"},
+        {"refdoc check ROOT/docC", "ROOT/docCatalog|"},
         {"refdoc frob z", "|"},
     };
     const auto withRoot = [&](std::string text) {

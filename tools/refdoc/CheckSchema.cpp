@@ -104,8 +104,9 @@ const json::object* ruleAt(const json::value& root, const json::object& rule,
     if (const json::value* reference = rule.if_contains("$ref"))
         return ruleAt(root, root.at_pointer(reference->as_string().subview(1)).as_object(), steps,
                       depth);
+    const json::value* whole = rule.if_contains("allOf");
     if (depth == steps.size())
-        return &rule;
+        return whole == nullptr ? &rule : ruleAt(root, whole->at(0).as_object(), steps, depth);
     if (const json::value* items = rule.if_contains("items"))
         return ruleAt(root, items->as_object(), steps, depth + 1);
     if (const json::value* properties = rule.if_contains("properties"))
@@ -115,9 +116,7 @@ const json::object* ruleAt(const json::value& root, const json::object& rule,
         if (const json::value* part = rule.if_contains(branch))
             if (const json::object* found = ruleAt(root, part->as_object(), steps, depth))
                 return found;
-    if (const json::value* parts = rule.if_contains("allOf"))
-        return ruleAt(root, parts->at(0).as_object(), steps, depth);
-    return nullptr;
+    return whole == nullptr ? nullptr : ruleAt(root, whole->at(0).as_object(), steps, depth);
 }
 
 std::string_view wantedKind(const json::object* rule) {
