@@ -10,14 +10,10 @@
 #include <boost/json/object.hpp>
 #include <boost/json/parse.hpp>
 #include <fmt/format.h>
-#include <valijson/adapters/boost_json_adapter.hpp>
-#include <valijson/schema.hpp>
-#include <valijson/schema_parser.hpp>
-#include <valijson/validation_results.hpp>
-#include <valijson/validator.hpp>
 
 #include "refdoc/JsonPositions.hpp"
 #include "refdoc/NearNames.hpp"
+#include "refdoc/SchemaValidator.hpp"
 #include "refdoc/Schemas.hpp"
 #include "refdoc/Text.hpp"
 
@@ -30,6 +26,8 @@ namespace json = boost::json;
 /// The faults of an item with more values than this are not told one by one: the validator keeps
 /// all of them at once.
 constexpr std::size_t kMostExplainedValues = 20000;
+/// Nor are those of further items: finding out costs much more than what is told is worth.
+constexpr std::size_t kMostExplainedItems = 1000;
 
 void eraseEverywhere(json::value& value, std::string_view member) {
     if (json::object* object = value.if_object()) {
@@ -71,22 +69,6 @@ std::size_t countValues(const json::value& value) {
             count += countValues(element);
     return count;
 }
-
-class Validator {
-public:
-    explicit Validator(const json::value& schema) {
-        valijson::SchemaParser(valijson::SchemaParser::kDraft7)
-            .populateSchema(valijson::adapters::BoostJsonAdapter(schema), schema_);
-    }
-
-    bool accepts(const json::value& value, valijson::ValidationResults* results = nullptr) const {
-        return valijson::Validator().validate(schema_, valijson::adapters::BoostJsonAdapter(value),
-                                              results);
-    }
-
-private:
-    valijson::Schema schema_;
-};
 
 /// A step of a pointer as an author would write it: "name", or "list[3]" for an element.
 std::string subjectOf(const std::vector<std::string>& steps) {
@@ -155,86 +137,84 @@ public:
 
     void check(const json::value& resource, FindingList& findings) const {
         explain(root_, resource, {}, resource, findings);
-        checkItems(resource, {}, resource, findings);
+        std::size_t explained = 0;
+        checkItems(resource, {}, resource, explained, findings);
         const json::object* object = resource.if_object();
         const json::value* packages = object ? object->if_contains("supportPackages") : nullptr;
         if (packages == nullptr || !packages->is_array())
             return;
         for (std::size_t i = 0; i < packages->as_array().size(); ++i) {
             const std::string pointer = fmt::format("/supportPackages/{}", i);
-            explain(document_, packages->as_array()[i], pointer, resource, findings);
-            checkItems(packages->as_array()[i], pointer, resource, findings);
+            const json::value& package = packages->as_array()[i];
+            if (!document_.accepts(package))
+                explain(document_, package, pointer, resource, findings);
+            checkItems(package, pointer, resource, explained, findings);
         }
     }
 
 private:
     void checkItems(const json::value& document, const std::string& pointer,
-                    const json::value& resource, FindingList& findings) const {
+                    const json::value& resource, std::size_t& explained,
+                    FindingList& findings) const {
         const json::object* object = document.if_object();
         const json::value* items = object ? object->if_contains("refItems") : nullptr;
         if (items == nullptr || !items->is_array())
             return;
         for (std::size_t i = 0; i < items->as_array().size(); ++i) {
             const json::value& item = items->as_array()[i];
-            if (!item_.accepts(item))
-                checkItem(item, fmt::format("{}/refItems/{}", pointer, i), resource, findings);
+            if (item_.accepts(item))
+                continue;
+            const std::string itemPointer = fmt::format("{}/refItems/{}", pointer, i);
+            if (++explained <= kMostExplainedItems && countValues(item) <= kMostExplainedValues)
+                explain(item_, item, itemPointer, resource, findings);
+            else
+                addUnexplained(item, itemPointer, findings);
         }
     }
 
-    void checkItem(const json::value& item, const std::string& pointer, const json::value& resource,
-                   FindingList& findings) const {
-        if (countValues(item) <= kMostExplainedValues)
-            explain(item_, item, pointer, resource, findings);
-        else if (!itemKinds_.accepts(item))
+    void addUnexplained(const json::value& item, const std::string& pointer,
+                        FindingList& findings) const {
+        if (!itemKinds_.accepts(item))
             findings.add(Fault::WrongKind, findings.wholeText(),
-                         "the item, a very large one, does not keep to the format", pointer);
+                         "the item does not keep to the format", pointer);
         else
             findings.add(Fault::UnknownText, Loss::Nothing,
-                         "the item, a very large one, has an enumeration with an unknown text",
-                         pointer);
+                         "the item has an enumeration with an unknown text", pointer);
     }
 
-    void explain(const Validator& validator, const json::value& value, const std::string& pointer,
-                 const json::value& resource, FindingList& findings) const {
-        valijson::ValidationResults results;
-        if (validator.accepts(value, &results))
-            return;
-        for (const valijson::ValidationResults::Error& error : results)
-            explainError(error, pointer, resource, findings);
+    void explain(const SchemaValidator& validator, const json::value& value,
+                 const std::string& pointer, const json::value& resource,
+                 FindingList& findings) const {
+        for (const SchemaError& error : validator.errorsIn(value))
+            explain(error, pointer + error.pointer, resource, findings);
     }
 
-    /// Errors that only say in which part there is one are passed over.
-    void explainError(const valijson::ValidationResults::Error& error, std::string pointer,
-                      const json::value& resource, FindingList& findings) const {
-        for (std::size_t i = 1; i < error.context.size(); ++i) // after the root; each in brackets
-            pointer += pointerStep({error.context[i].data() + 1, error.context[i].size() - 2});
-        constexpr std::string_view missing = "Missing required property '";
-        const std::string_view text = error.description;
+    void explain(const SchemaError& error, const std::string& pointer, const json::value& resource,
+                 FindingList& findings) const {
         const std::vector<std::string> steps = pointerSteps(pointer);
         const json::value& value = resource.at_pointer(pointer);
-        const auto rule = [&] { return ruleAt(schema_, schema_.as_object(), steps, 0); };
-        if (text.starts_with(missing))
-            findings.add(Fault::MissingMember, findings.wholeText(),
-                         fmt::format("{} is missing",
-                                     text.substr(missing.size(),
-                                                 text.find('\'', missing.size()) - missing.size())),
-                         std::move(pointer));
-        else if (text.find("'type' constraint") != text.npos)
-            findings.add(Fault::WrongKind, findings.wholeText(),
-                         fmt::format("{} is {}, not {}", subjectOf(steps), kindName(value),
-                                     wantedKind(rule())),
-                         std::move(pointer));
-        else if (text.find("enum values") != text.npos)
-            findings.add(Fault::UnknownText, Loss::Nothing,
-                         fmt::format("{} {}", subjectOf(steps), wrongText(value, rule())),
-                         std::move(pointer));
+        const json::object* rule = ruleAt(schema_, schema_.as_object(), steps, 0);
+        switch (error.kind) {
+        case SchemaError::Kind::MissingMember:
+            return findings.add(Fault::MissingMember, findings.wholeText(),
+                                fmt::format("{} is missing", error.member), pointer);
+        case SchemaError::Kind::WrongKind:
+            return findings.add(Fault::WrongKind, findings.wholeText(),
+                                fmt::format("{} is {}, not {}", subjectOf(steps), kindName(value),
+                                            wantedKind(rule)),
+                                pointer);
+        case SchemaError::Kind::UnknownText:
+            return findings.add(Fault::UnknownText, Loss::Nothing,
+                                fmt::format("{} {}", subjectOf(steps), wrongText(value, rule)),
+                                pointer);
+        }
     }
 
     json::value schema_;
-    Validator root_;
-    Validator document_;
-    Validator item_;
-    Validator itemKinds_;
+    SchemaValidator root_;
+    SchemaValidator document_;
+    SchemaValidator item_;
+    SchemaValidator itemKinds_;
 };
 
 CheckSchema::CheckSchema(std::string_view schema)

@@ -1,0 +1,138 @@
+#include <cstddef>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <boost/json/array.hpp>
+#include <boost/json/parse.hpp>
+#include <boost/json/value.hpp>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "refdoc/JsonPositions.hpp"
+#include "refdoc/Progress.hpp"
+#include "support/RefdocCheckFixture.hpp"
+#include "support/ZipFile.hpp"
+
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testsupport::ProcessResult;
+using testsupport::RefdocCheck;
+using testsupport::withItems;
+using testsupport::ZipFile;
+
+TEST_F(RefdocCheck, TellsOfManyFindingsOfAKindHowManyMore) {
+    std::string items = R"({"name": 1, "refpurpose": "p", "href": "a.html"})";
+    for (int i = 0; i < 999; ++i)
+        items += R"(, {"name": 1, "refpurpose": "p", "href": "a.html"})";
+    root_.lookupFile("alpha.json", withItems(items));
+    EXPECT_THAT(refdoc({"check"}).output,
+                AllOf(HasSubstr("(/refItems/19/name)\n"),
+                      HasSubstr("alpha.json: error: 980 more of this kind\n"),
+                      HasSubstr("\n\n1000 errors, 0 warnings and 0 notes in 2 files\n")));
+}
+
+TEST_F(RefdocCheck, PrintsForPrograms) {
+    root_.remove("docCatalog/referenceapi_lookup");
+    root_.lookupFile("README", "");
+    ZipFile().add("a b.json", withItems("\n 1")).write(root_.lookupFolder() / "alpha.zip");
+    std::istringstream lines(refdoc({"check", "--json", "--level", "error"}).output);
+    std::string line;
+    ASSERT_TRUE(std::getline(lines, line));
+    const std::string file =
+        root_.nativePathOf("docCatalog/referenceapi_lookup/alpha.zip").string();
+    EXPECT_EQ(boost::json::parse(line), boost::json::parse(R"({"level": "error",
+        "rule": "wrong-kind", "file": ")" + file + R"(", "leaf": "a b.json", "line": 4,
+        "column": 2, "pointer": "/refItems/0", "message":
+        "refItems[0] is a number, not an object", "cost": "the whole leaf is lost"})"));
+    EXPECT_FALSE(std::getline(lines, line)) << line;
+
+    const boost::json::value log = boost::json::parse(refdoc({"check", "--sarif"}).output);
+    EXPECT_EQ(log.at("version"), "2.1.0");
+    const boost::json::value& run = log.at("runs").at(0);
+    const boost::json::array& results = run.at("results").as_array();
+    ASSERT_EQ(results.size(), 2u);
+    const boost::json::value& place = results[1].at("locations").at(0).at("physicalLocation");
+    EXPECT_EQ(place.at("region"), boost::json::parse(R"({"startLine": 4, "startColumn": 2})"));
+    const boost::json::value& leaf =
+        run.at("artifacts").at(place.at("artifactLocation").at("index").as_int64());
+    EXPECT_EQ(leaf.at("location").at("uri"), "/a%20b.json");
+    EXPECT_EQ(run.at("artifacts").at(leaf.at("parentIndex").as_int64()).at("location").at("uri"),
+              "docCatalog/referenceapi_lookup/alpha.zip");
+    for (const boost::json::value& result : results)
+        EXPECT_EQ(
+            run.at("tool").at("driver").at("rules").at(result.at("ruleIndex").as_int64()).at("id"),
+            result.at("ruleId"));
+}
+
+TEST_F(RefdocCheck, RefusesWhatItCannotCheck) {
+    const std::string root = root_.nativePathOf("").string();
+    const struct {
+        Words words;
+        std::string complaint;
+    } cases[] = {
+        {{"check", "/does/not/exist"}, "no folder"},
+        {{"check", root + "docCatalog"}, "holds no resource files"},
+        {{"check", "--level", "fatal"}, "fatal is no level"},
+        {{"check", "--json", "--sarif"}, "exclude each other"},
+        {{"check", root, "x"}, "x"},
+    };
+    for (const auto& [words, complaint] : cases) {
+        const ProcessResult result = refdoc(words);
+        EXPECT_EQ(result.exitCode, 2) << complaint;
+        EXPECT_EQ(result.output, "") << complaint;
+        EXPECT_THAT(result.errors, HasSubstr(complaint));
+    }
+}
+
+TEST_F(RefdocCheck, ShowsWhatFilesSayOnlyPrintably) {
+    root_.lookupFile("\x1b[31m.json",
+                     withItems(R"({"name": "a\u001b[2J\nb", "refpurpose": 1, "href": ""})"));
+    const std::string output = onTerminal({"check"}, {{"NO_COLOR", "1"}}).output;
+    EXPECT_EQ(output.find('\x1b'), output.npos) << output;
+    EXPECT_THAT(onTerminal({"check"}).output, HasSubstr(": \x1b[1merror\x1b[m: a\uFFFD[2J b: "));
+}
+
+TEST_F(RefdocCheck, AcceptsTheExamplesOfTheManual) {
+    std::ifstream file(DOCPARSER_FORMATS_DOCUMENT);
+    const std::string page{std::istreambuf_iterator<char>(file), {}};
+    const auto example = [&page](const std::string& kind) {
+        const std::string fence = "```json " + kind + '\n';
+        const std::size_t first = page.find(fence) + fence.size();
+        return page.substr(first, page.find("```", first) - first);
+    };
+    root_.lookupFile("alpha.json", example("lookup"));
+    root_.referenceFile("alpha.json", example("reference"));
+    EXPECT_EQ(findings({"--level", "error"}), "");
+    EXPECT_EQ(refdoc({"check"}).exitCode, 0);
+}
+
+TEST(JsonPositions, FindsValuesInOnePass) {
+    const std::string text =
+        "\r\n{ \"a~/b\" : [ 1 ,{}, [\"]\\\"\", {\"\\u00e9\":\n\ttrue}]]\n,\"x\":-1e5}";
+    const std::vector<std::string> pointers{
+        "", "/a~0~1b", "/a~0~1b/1", "/a~0~1b/2/0", "/a~0~1b/2/1/é", "/x", "/gone"};
+    const auto places = refdoc::findInJson(text, pointers, 0);
+    std::vector<std::string> found;
+    for (const std::size_t offset : places.offsets)
+        found.push_back(text.substr(offset, 3));
+    EXPECT_THAT(found, ElementsAre("{ \"", "[ 1", "{},", "\"]\\", "tru", "-1e", "\r\n{"));
+    const auto positions = refdoc::positionsOf(text, places.offsets);
+    EXPECT_EQ(positions[4].line, 3u);
+    EXPECT_EQ(positions[4].column, 2u);
+}
+
+TEST(Progress, ShowsHowFarAJobIs) {
+    EXPECT_EQ(refdoc::progressLine(0, 8), '[' + std::string(40, ' ') + "]   0%");
+    EXPECT_EQ(refdoc::progressLine(4, 8),
+              '[' + std::string(20, '#') + std::string(20, ' ') + "]  50%");
+    EXPECT_EQ(refdoc::progressLine(8, 8), '[' + std::string(40, '#') + "] 100%");
+    EXPECT_EQ(refdoc::progressLine(0, 0), '[' + std::string(40, '#') + "] 100%");
+}
+
+} // namespace

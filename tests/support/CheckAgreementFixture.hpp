@@ -1,0 +1,134 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <boost/json/object.hpp>
+#include <boost/json/parse.hpp>
+#include <boost/json/value.hpp>
+#include <gtest/gtest.h>
+
+#include "environment/PathAndText.hpp"
+#include "refdoc/CheckFinding.hpp"
+#include "refdoc/CheckRoot.hpp"
+#include "reference/docparser/DocResourceParser.hpp"
+#include "support/LookupFixture.hpp"
+#include "support/RandomDamage.hpp"
+
+namespace testsupport {
+
+inline const boost::json::value kLookup = boost::json::parse(R"({
+    "productName": "main", "baseCode": "B", "helpFolder": "m", "helpLocation": "h", "x": {"y": []},
+    "refItems": [
+        {"name": "a", "refpurpose": "p", "href": "h", "type": "class", "fcntype": "method"},
+        {"name": "b", "refpurpose": "é", "href": "h", "deprecated": false}],
+    "supportPackages": [
+        {"productName": "one", "baseCode": "1", "helpFolder": "m", "helpLocation": "", "refItems": []},
+        {"productName": "two", "baseCode": "2", "helpFolder": "m", "helpLocation": "",
+         "refItems": [{"name": "c", "refpurpose": "p", "href": "h"}]}]})");
+
+inline std::string contentOf(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios_base::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+inline std::vector<std::string> keptInputs(const std::string& target) {
+    std::vector<std::string> inputs;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(std::filesystem::path(DOCPARSER_FUZZ_CORPUS) / target))
+        inputs.push_back(contentOf(entry.path()));
+    return inputs;
+}
+
+/// Sets what the client's check tells beside what the library gives.
+class RefdocCheckAgreement : public LookupFixture {
+protected:
+    static std::vector<refdoc::Finding> check() {
+        return refdoc::checkRoot([](std::size_t, std::size_t) {}).findings;
+    }
+
+    static bool loses(const std::vector<refdoc::Finding>& findings, refdoc::Loss loss,
+                      const std::string& leaf = {}) {
+        return std::any_of(findings.begin(), findings.end(), [&](const refdoc::Finding& finding) {
+            return finding.loss == loss && finding.leaf == leaf;
+        });
+    }
+
+    /// The keys and product names of what the library gives in the language in force.
+    using Delivered = std::set<std::pair<std::string, std::string>>;
+
+    template <typename Documents>
+    static void addDelivered(const Documents& documents, Delivered& delivered) {
+        for (const auto& [key, document] : documents)
+            delivered.emplace(fl::i18n::to_string(key),
+                              fl::i18n::to_string(document.header.getProductName()));
+    }
+
+    static Delivered deliveredLookups() {
+        Delivered delivered;
+        const reference::docparser::LookupResources resources =
+            reference::docparser::DocResourceParser::getResourceLookupFiles();
+        addDelivered(resources.first, delivered);
+        addDelivered(resources.second, delivered);
+        return delivered;
+    }
+
+    static Delivered deliveredReferences() {
+        Delivered delivered;
+        addDelivered(reference::docparser::DocResourceParser::getResourceFile(u"m"), delivered);
+        return delivered;
+    }
+
+    /// The documents that are there after all that is told to be lost.
+    static Delivered expected(const std::string& text,
+                              const std::vector<refdoc::Finding>& findings) {
+        Delivered expected;
+        if (loses(findings, refdoc::Loss::File))
+            return expected;
+        std::set<std::string> lost;
+        for (const refdoc::Finding& finding : findings)
+            if (finding.loss == refdoc::Loss::Document)
+                lost.insert(finding.pointer);
+        const auto add = [&](const boost::json::value& document, const char* key,
+                             const std::string& pointer) {
+            if (!lost.contains(pointer))
+                expected.emplace(asRead(document.at(key)),
+                                 std::string(document.at("productName").as_string()));
+        };
+        const boost::json::value resource = boost::json::parse(text);
+        add(resource, "helpFolder", "");
+        if (const boost::json::value* packages =
+                resource.as_object().if_contains("supportPackages"))
+            for (std::size_t i = 0; i < packages->as_array().size(); ++i)
+                add(packages->at(i), "baseCode", numbered("/supportPackages/", i));
+        return expected;
+    }
+
+    /// A key is read byte by byte.
+    static std::string asRead(const boost::json::value& key) {
+        std::u16string text;
+        for (const char byte : key.as_string())
+            text += static_cast<char16_t>(static_cast<unsigned char>(byte));
+        return fl::i18n::to_string(text);
+    }
+
+    void expectAgreement(refdoc::Catalog catalog, const std::string& text) const {
+        root.remove("docCatalog");
+        catalog == refdoc::Catalog::Lookup ? root.lookupFile("m.json", text)
+                                           : root.referenceFile("m.json", text);
+        const std::vector<refdoc::Finding> findings = check();
+        const Delivered delivered =
+            catalog == refdoc::Catalog::Lookup ? deliveredLookups() : deliveredReferences();
+        EXPECT_EQ(loses(findings, refdoc::Loss::File), delivered.empty()) << text;
+        EXPECT_EQ(expected(text, findings), delivered) << text;
+    }
+};
+
+} // namespace testsupport
