@@ -20,14 +20,19 @@ public:
 
     /// A NUL-terminated text that stays valid as long as the exception.
     virtual const char* what() const noexcept = 0;
+    /// `text` as a message of this exception: unchanged here.
     virtual std::u16string convert_str(const std::u16string& text) const;
-    /// `text` is UTF-8.
+    /// `text`, which is UTF-8, as a message of this exception; malformed bytes become U+FFFD.
     virtual std::u16string convert_str(const std::string& text) const;
+    /// `what()` as UTF-16.
     virtual std::u16string ToUstringImpl() const;
 
 protected:
+    /// For derived classes.
     IException() = default;
+    /// Copies share the error info.
     IException(const IException&) = default;
+    /// Copies share the error info.
     IException& operator=(const IException&) = default;
 };
 
@@ -37,8 +42,11 @@ public:
     ~IInternalException() noexcept override;
 
 protected:
+    /// For derived classes.
     IInternalException() = default;
+    /// Copies share the error info.
     IInternalException(const IInternalException&) = default;
+    /// Copies share the error info.
     IInternalException& operator=(const IInternalException&) = default;
 };
 
@@ -46,8 +54,9 @@ protected:
 
 namespace foundation::log {
 
-/// Severity codes are single bits of a logger's mask.
+/// The severity of what happens as it should. Severity codes are single bits of a logger's mask.
 inline constexpr std::uint32_t kSeverityDetail = 16;
+/// The severity of what somebody should look at.
 inline constexpr std::uint32_t kSeverityProblem = 512;
 
 /// What a channel has enabled until `setEnabledSeverities` says otherwise.
@@ -57,6 +66,7 @@ inline constexpr std::uint32_t kDefaultEnabledSeverities = kSeverityProblem;
 /// those still to come. Any thread may call it at any time.
 void setEnabledSeverities(const std::string& channel, std::uint32_t mask);
 
+/// Only the form for `char` exists.
 template <typename CharT>
 class basic_diagnostic_logger;
 
@@ -65,8 +75,11 @@ class basic_diagnostic_logger;
 template <>
 class basic_diagnostic_logger<char> {
 public:
+    /// A logger of `channel`, with the mask that the channel has now and will have.
     explicit basic_diagnostic_logger(const std::string& channel);
+    /// A logger is not copied.
     basic_diagnostic_logger(const basic_diagnostic_logger&) = delete;
+    /// A logger is not copied.
     basic_diagnostic_logger& operator=(const basic_diagnostic_logger&) = delete;
     ~basic_diagnostic_logger();
 

@@ -11,12 +11,13 @@ namespace doclanguage {
 /// service's own, and whatever the service throws reaches the caller.
 class DocLanguage {
 public:
+    /// The one object, valid to the end of the process.
     static const DocLanguage& getInstance();
 
     /// The codes of all supported documentation languages, English ("en") included.
     std::vector<std::u16string> getSupportedDocLanguages() const;
 
-    /// The code of the documentation language in force now.
+    /// The code of the documentation language in force now, "en" for English.
     std::u16string getDocLanguage() const;
 };
 

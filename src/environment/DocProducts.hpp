@@ -12,36 +12,49 @@ namespace doc_products_shared {
 /// The folder under which the documentation data of all products lies.
 class Docroot {
 public:
+    /// The one object, valid to the end of the process.
     static const Docroot& getInstance();
 
+    /// The folder, without a separator at its end: what the `docDataRoot` service gives or throws.
+    /// It is asked at each call, from any thread.
     std::u16string getDocDataRoot() const;
 };
 
-/// A documented product.
+/// A documented product. Its texts never change.
 class DocProduct {
 public:
+    /// A product of that short name.
     explicit DocProduct(std::string shortName);
     virtual ~DocProduct();
 
+    /// The name by which documents know the product: their help folder. Valid as long as the
+    /// product.
     const std::string& getShortName() const noexcept { return shortName_; }
 
 private:
     std::string shortName_;
 };
 
-/// A product with documentation of its own. All texts are UTF-8.
+/// A product with documentation of its own. All texts are UTF-8, and valid as long as the product.
 class TopLevelDocProduct : public DocProduct {
 public:
+    /// Further names and values, of the host's own.
     using Properties = std::vector<std::pair<std::string, std::string>>;
 
+    /// Takes the texts over; all but the short name may be empty.
     TopLevelDocProduct(std::string displayName, std::string helpLocation, std::string shortName,
                        std::string baseCode, std::string altShortName, std::string availability,
                        Properties properties);
 
+    /// The name for people.
     const std::string& getDisplayName() const noexcept { return displayName_; }
+    /// Where the product's help lies.
     const std::string& getHelpLocation() const noexcept { return helpLocation_; }
+    /// The product's code.
     const std::string& getBaseCode() const noexcept { return baseCode_; }
+    /// Another name by which it is known.
     const std::string& getAltShortName() const noexcept { return altShortName_; }
+    /// How the product is available, in the host's words.
     const std::string& getAvailability() const noexcept { return availability_; }
 
 private:
@@ -56,7 +69,8 @@ private:
 /// Lists the installed products.
 class DocProductCollector {
 public:
-    /// Asks the host's service, exactly once, and hands on what it gives or throws.
+    /// Asks the host's service, exactly once, and hands on what it gives or throws. The list never
+    /// changes and stays valid for as long as it is held; a host may give null for none.
     std::shared_ptr<const std::vector<std::shared_ptr<const TopLevelDocProduct>>>
     getInstalledTopLevelDocProducts() const;
 };
@@ -64,8 +78,10 @@ public:
 /// Keeps the current collector. Any thread may ask.
 class DocProductCacheManager {
 public:
+    /// The one object, valid to the end of the process.
     static const DocProductCacheManager& getInstance();
 
+    /// The collector, never null.
     std::shared_ptr<DocProductCollector> getDocProductCache() const;
 };
 

@@ -22,9 +22,12 @@ extern const char16_t* const PATHNAME_SEPARATOR;
 
 namespace detail {
 
+/// The text types of a path.
 template <typename NarrowCharT, typename WideCharT>
 struct path_traits {
+    /// Text as the platform's system calls take it.
     using narrow_string = std::basic_string<NarrowCharT>;
+    /// Text of the path.
     using wide_string = std::basic_string<WideCharT>;
 };
 
@@ -51,15 +54,19 @@ void concatenate_pathname(std::u16string& pathname, const std::u16string& filena
 template <typename NarrowCharT, typename WideCharT, typename Traits>
 class basic_path {
 public:
+    /// The empty path.
     basic_path() = default;
+    /// A path of that text.
     explicit basic_path(typename Traits::wide_string text) : text_(std::move(text)) {}
 
+    /// The text, valid as long as the path.
     const typename Traits::wide_string& ustring() const noexcept { return text_; }
 
 private:
     typename Traits::wide_string text_;
 };
 
+/// The path type of the environment: UTF-16 text.
 using upath = basic_path<char, char16_t, detail::path_traits<char, char16_t>>;
 
 /// How the text of a file-name pattern is read: here as the shell does, `*` for any run of
@@ -70,13 +77,16 @@ class korvel_pattern_string_generator {};
 class pattern_string_context {
 public:
     virtual ~pattern_string_context();
+    /// The pattern's text, valid as long as the context.
     virtual const std::u16string& getPattern() const noexcept = 0;
 };
 
 /// Holds the text that a pattern was made from, and the pattern.
 class korvel_pattern_string_context final : public pattern_string_context {
 public:
+    /// A context of a pattern and the text that it was made from.
     korvel_pattern_string_context(std::u16string text, std::u16string pattern);
+    /// The pattern's text, valid as long as the context.
     const std::u16string& getPattern() const noexcept override { return pattern_; }
 
 private:
@@ -87,9 +97,12 @@ private:
 /// One file that a directory iterator stands on.
 class upath_directory_entry {
 public:
+    /// The file `filename` of `folder`.
     upath_directory_entry(const std::u16string& folder, std::u16string filename);
 
+    /// The file's name, without its folder; valid as long as the entry.
     const std::u16string& filename() const noexcept { return filename_; }
+    /// The folder as it was given, a separator and the name; valid as long as the entry.
     const std::u16string& full_pathname() const noexcept { return fullPathname_; }
 
 private:
@@ -99,10 +112,12 @@ private:
 
 namespace detail {
 
+/// The pattern that `text` means to `generator`.
 korvel_pattern_string_context
 generate_pattern_from_filename(const std::u16string& text,
                                const korvel_pattern_string_generator& generator);
 
+/// Where a directory iterator stands at first.
 enum class initialization_mode : int { first_entry = 0 };
 
 /// Goes through the regular files of one folder, links to such included, each once, in ascending
@@ -119,7 +134,12 @@ public:
 
     /// Whether the iterator stands on an entry.
     bool is_open() const noexcept { return entry_.has_value(); }
+    /// The entry that the iterator stands on, valid until it moves.
     const upath_directory_entry& entry() const noexcept { return *entry_; }
+    /// Moves on to the next entry, or past the last one.
+    ///
+    /// @throws std::filesystem::filesystem_error past the last entry of a folder that could not be
+    ///         listed to its end.
     void increment();
 
 private:
@@ -131,6 +151,7 @@ private:
 
 } // namespace detail
 
+/// Only the form for `char` exists.
 template <typename CharT>
 class basic_ifstream;
 
@@ -141,6 +162,7 @@ class basic_ifstream;
 template <>
 class basic_ifstream<char> : public std::ifstream {
 public:
+    /// Opens the file; `std::ios_base::in` is always part of the mode.
     basic_ifstream(const std::u16string& pathname, std::ios_base::openmode mode);
 };
 
@@ -152,12 +174,18 @@ namespace fl::i18n {
 class codecvt_to_ustring {
 public:
     virtual ~codecvt_to_ustring();
+    /// The text as UTF-16.
+    ///
+    /// @param text the bytes, which need no NUL at their end and may hold some.
+    /// @param length how many bytes.
+    /// @throws std::bad_alloc when memory runs out; each conversion says what else.
     virtual std::u16string convert(const char* text, std::size_t length) const = 0;
 };
 
 /// One code unit of the same value per byte, 0x80 to 0xFF included.
 class codecvt_ascii_to_ustring final : public codecvt_to_ustring {
 public:
+    /// As `codecvt_to_ustring::convert`; see the class for what is malformed.
     std::u16string convert(const char* text, std::size_t length) const override;
 };
 
@@ -167,7 +195,11 @@ public:
 /// `std::length_error`.
 class codecvt_string_to_ustring final : public codecvt_to_ustring {
 public:
+    /// A conversion of text of `encoding`.
+    ///
+    /// @throws std::invalid_argument when the encoding is not known.
     codecvt_string_to_ustring(std::string_view encoding, bool replaceMalformed);
+    /// As `codecvt_to_ustring::convert`; see the class for what is malformed.
     std::u16string convert(const char* text, std::size_t length) const override;
 
 private:

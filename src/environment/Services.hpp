@@ -12,6 +12,7 @@
 
 namespace environment {
 
+/// An immutable list of products, shared by all who hold it.
 using TopLevelProductList = std::shared_ptr<
     const std::vector<std::shared_ptr<const doc_products_shared::TopLevelDocProduct>>>;
 
@@ -37,10 +38,16 @@ struct Services {
 };
 
 /// Puts the host's services in force; an empty member means the built-in one. Any thread may call
-/// it: calls of a service that are under way run to their end on the services they began with.
+/// it: calls of a service that are under way run to their end on the services they began with,
+/// which live for so long. What the library has taken before stays: its roots until
+/// `restoreDefaultSettings`, the support packages also until `clearSupportPackageCache`.
+///
+/// @param services the host's; what their functions refer to must live until others are in force
+///        and no call of them is under way.
+/// @throws std::bad_alloc when memory runs out; the services in force are then unchanged.
 void setServices(Services services);
 
-/// Puts the built-in services in force again.
+/// Puts the built-in services in force again, as `setServices({})` does.
 ///
 /// They read a documentation data root, a plain folder: the one that the `docDataRoot` service in
 /// force names, which is `share/reference-docparser/docroot` beside the installed library unless

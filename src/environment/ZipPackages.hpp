@@ -17,6 +17,7 @@ class StorageSystemReference {};
 
 namespace storage::microservicestoragesystem {
 
+/// The storage system of the process.
 foundation::storage::vfs::StorageSystemReference GetStorageSystemReference();
 
 } // namespace storage::microservicestoragesystem
@@ -26,9 +27,11 @@ namespace opc {
 /// Selects the file operations that the package classes use: those of one storage system.
 class FileSystemOpsSelector {
 public:
+    /// The file operations of `storage`.
     explicit FileSystemOpsSelector(const foundation::storage::vfs::StorageSystemReference& storage);
 };
 
+/// Content that is read piece by piece, by one thread at a time.
 class InputStream {
 public:
     virtual ~InputStream();
@@ -38,6 +41,7 @@ public:
     virtual std::size_t read(char* buffer, std::size_t capacity) = 0;
 };
 
+/// What is done with whole streams.
 class StreamHelper {
 public:
     /// Copies all that `input` yields to `output`. Throws what reading throws, and
@@ -52,10 +56,12 @@ class ZipArchive;
 /// The zip file at a UTF-16 path. Constructing it does not touch the file.
 class ZipPhysicalPackage {
 public:
+    /// The zip file at `path`, which is only ever read.
     ZipPhysicalPackage(const std::u16string& path, FileSystemOpsSelector& operations,
                        bool readOnly);
     ~ZipPhysicalPackage();
 
+    /// The environment's own view of the zip file.
     const std::shared_ptr<ZipArchive>& getArchive() const noexcept { return archive_; }
 
 private:
@@ -66,14 +72,18 @@ private:
 
 namespace interfaces {
 
+/// What a package is opened for.
 enum class OpenMode : int { Read = 0 };
 
 } // namespace interfaces
 
 namespace model {
 
+/// A package on a zip file. It shares the zip file with the physical package that it was made from,
+/// and with what is made from it.
 class Package {
 public:
+    /// A package that is not open yet.
     explicit Package(zippackage::ZipPhysicalPackage& physicalPackage);
 
     /// Reads the package's directory. The content of the entries is not looked at, so broken
@@ -81,6 +91,7 @@ public:
     /// `std::runtime_error` when the file cannot be read as a zip package.
     void open(interfaces::OpenMode mode);
 
+    /// The environment's own view of the zip file.
     const std::shared_ptr<zippackage::ZipArchive>& getArchive() const noexcept { return archive_; }
 
 private:
@@ -97,13 +108,16 @@ enum class TransformMode : int { Decoded = 1 };
 /// A leaf of a package: a small value that shares the package's own entry.
 class FileSystemEntry {
 public:
+    /// What the environment knows of an entry.
     struct Leaf;
 
+    /// Shares an entry of a package.
     explicit FileSystemEntry(std::shared_ptr<const Leaf> leaf) noexcept;
 
     /// The last component of the entry's name.
     const std::u16string& getBaseName() const noexcept;
 
+    /// The environment's own view of the entry.
     const Leaf& getLeaf() const noexcept { return *leaf_; }
 
 private:
@@ -114,12 +128,14 @@ private:
 class ContentSource {
 public:
     virtual ~ContentSource();
+    /// The content from its beginning on, valid as long as the source.
     virtual InputStream& getInputStream() = 0;
 };
 
 /// The leaves of a package as a file system. Any number of threads may read through one manager.
 class FileSystemManager {
 public:
+    /// The leaves of `package`, whose zip file the manager shares.
     FileSystemManager(model::Package& package, FileSystemOpsSelector& operations);
 
     /// Every entry that is no folder, in the order of the central directory; equal names are

@@ -13,8 +13,11 @@ namespace reference::docparser {
 /// Copies share the Boost.Exception error info that a caller may attach.
 class DOCPARSER_API DocParserException : public foundation::core::except::IInternalException {
 public:
+    /// A new exception, without error info.
     DocParserException();
+    /// Shares the error info of the other.
     DocParserException(const DocParserException&);
+    /// Shares the error info of the other.
     DocParserException& operator=(const DocParserException&);
 
     /// A new copy on the heap, which the caller deletes.

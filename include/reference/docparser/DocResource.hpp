@@ -13,6 +13,7 @@ namespace reference::docparser {
 /// `RefItem` for a full reference file. It owns all its strings and refers to nothing outside.
 template <typename T>
 struct DocResource {
+    /// What the document says about its product.
     reference::property::HeaderInfo header;
 
     /// The items by key, each group in document order: the key is the item's name for

@@ -29,6 +29,7 @@ struct DOCPARSER_API ReferenceRoots {
     /// The roots under `root`, which is used as it stands: neither checked nor normalised.
     explicit ReferenceRoots(std::u16string root);
 
+    /// The root itself.
     std::u16string referenceRoot;
     /// `<root>/docCatalog/referenceapi_lookup`: the lookup files.
     std::u16string referenceApiLookupFolder;
@@ -41,32 +42,38 @@ struct DOCPARSER_API ReferenceRoots {
 ///
 /// @return a snapshot: it stays valid and unchanged for as long as it is held, also after the
 ///         roots have been replaced. Two calls give the same record when nothing was set between.
-/// @throws what the documentation root service throws, and std::bad_alloc; no roots are in force
-///         then, and the next call asks again.
-/// @par Thread safety Locks the roots for the copy; at the first call also while the service runs,
-///      which must therefore not call a function of this library that takes the roots.
+/// @throws std::bad_alloc when memory runs out. It and what the documentation root service throws
+///         leave no roots in force, and the next call asks again.
+/// @par Thread safety
+/// Locks the roots for the copy; at the first call also while the service runs, which must
+/// therefore not call a function of this library that takes the roots.
 DOCPARSER_API std::shared_ptr<const ReferenceRoots> getReferenceRoots();
 
 /// Puts the roots under `root` in force for later calls. Nothing else changes, and calls under way
 /// keep the roots they began with.
 ///
-/// @throws std::bad_alloc, std::length_error; the roots in force are then unchanged.
-/// @par Thread safety Locks the roots.
+/// @param root the folder, used as it stands: neither checked nor normalised.
+/// @throws std::bad_alloc when memory runs out; the roots in force are then unchanged.
+/// @throws std::length_error when the paths would become too long for a string; as above.
+/// @par Thread safety
+/// Locks the roots.
 DOCPARSER_API void setReferenceRoot(std::u16string root);
 
 /// Forgets which hardware support packages are installed, so that the next question reads the
 /// installation again. Sets that callers hold stay valid.
 ///
-/// @par Thread safety Locks the support packages.
+/// @par Thread safety
+/// Locks the support packages.
 DOCPARSER_API void clearSupportPackageCache();
 
 /// Goes back to the state after loading: roots under the environment's documentation data root
 /// (asked for now), products as the environment lists them, support packages not yet read.
 ///
-/// @throws what the documentation root service throws, and std::bad_alloc; nothing has changed
-///         then.
-/// @par Thread safety Locks roots and products together, and the support packages inside; the
-///      documentation root service runs under these locks.
+/// @throws std::bad_alloc when memory runs out. Nothing has changed then, nor when the
+///         documentation root service throws, which passes through.
+/// @par Thread safety
+/// Locks roots and products together, and the support packages inside; the documentation root
+/// service runs under these locks.
 DOCPARSER_API void restoreDefaultSettings();
 
 /// Reads a whole file into memory.
@@ -75,20 +82,23 @@ DOCPARSER_API void restoreDefaultSettings();
 /// @return the file's bytes as stored, or an empty string when the file is missing, cannot be
 ///         opened or cannot be sized; an empty file cannot be told apart from these. Where a file
 ///         is cut short while it is read, NUL bytes stand for what is missing.
-/// @throws what converting the path, opening the file and writing a diagnostic record throw
-///         (std::bad_alloc); never anything because the file cannot be read.
+/// @throws std::bad_alloc when memory runs out while the path is converted, the file opened or a
+///         record logged. What a log sink throws passes through too; never anything because the
+///         file cannot be read.
 ///
 /// Logs on the channel "referenceApi::docparser": "Reading file: " and the path at severity 16,
 /// and at severity 512 "Problem reading JSON file: " and the path when an open file cannot be
 /// sized or its bytes do not fit into memory.
 ///
-/// @par Complexity One allocation of the file's size and one read.
+/// @par Complexity
+/// One allocation of the file's size and one read.
 DOCPARSER_API std::string openAndReadFile(const std::u16string& path);
 
-/// The same for the file at `product.getFullPath()`.
+/// Reads the whole file at `product.getFullPath()`, as `openAndReadFile` does for a path.
 DOCPARSER_API std::string openAndReadFile(const ProductPathData& product);
 
-/// The same for an entry of an open zip package, which must stay open until the call returns.
+/// Reads the whole content of an entry of an open zip package, which must stay open until the call
+/// returns.
 ///
 /// @return the entry's content, or an empty string when it cannot be had whole: a broken checksum
 ///         or size, encryption, an unknown method, more than 1 GiB.
@@ -122,9 +132,11 @@ DOCPARSER_API ProductFiles getAllProducts(const std::u16string& folder,
 /// them: asked anew at each call, never cached here.
 ///
 /// @return what the service gives, an immutable list that stays valid for as long as it is held.
-/// @throws what the service throws.
-/// @par Thread safety Locks the products while the service runs: a service must not call this
-///      function, `isProductInstalled`, `setTestProducts` or `restoreDefaultSettings`.
+/// @par Failures
+/// What the service throws passes through.
+/// @par Thread safety
+/// Locks the products while the service runs: a service must not call this function,
+/// `isProductInstalled`, `setTestProducts` or `restoreDefaultSettings`.
 DOCPARSER_API
 std::shared_ptr<const std::vector<std::shared_ptr<const doc_products_shared::TopLevelDocProduct>>>
 getTopLevelProducts();
@@ -133,19 +145,25 @@ getTopLevelProducts();
 /// call and then kept until `clearSupportPackageCache` or `restoreDefaultSettings`.
 ///
 /// @return an immutable set, never null, that stays valid for as long as it is held. An
-/// installation
-///         that cannot be listed gives an empty set, which is kept like any other.
-/// @throws what telling the installation's folder throws; nothing is kept then.
-/// @par Thread safety Locks the support packages, at the first call also while they are listed.
+///         installation that cannot be listed gives an empty set, which is kept like any other.
+/// @par Failures
+/// What the service throws that names the installation's folder passes through; nothing is kept
+/// then.
+/// @par Thread safety
+/// Locks the support packages, at the first call also while they are listed.
 DOCPARSER_API std::shared_ptr<const std::unordered_set<std::u16string>>
 getHardwareSupportPackages();
 
 /// Whether a product key names an installed top-level product, by its short name, or an installed
 /// hardware support package. Letter case counts.
 ///
-/// @throws what `getTopLevelProducts` and `getHardwareSupportPackages` throw.
-/// @par Complexity One call of the service and a scan of its list, then one hash lookup.
-/// @par Thread safety Locks the support packages, then the products, never both at once.
+/// @param name a help folder or a base code, as the documents' keys are.
+/// @par Failures
+/// What `getTopLevelProducts` and `getHardwareSupportPackages` throw passes through.
+/// @par Complexity
+/// One call of the service and a scan of its list, then one hash lookup.
+/// @par Thread safety
+/// Locks the support packages, then the products, never both at once.
 DOCPARSER_API bool isProductInstalled(const std::u16string& name);
 
 /// For tests: pretends that exactly these products and support packages are installed, until
@@ -155,9 +173,10 @@ DOCPARSER_API bool isProductInstalled(const std::u16string& name);
 ///        are "testDisplayName", "testHelpLocation", "testBaseCode", "testAltShortName" and
 ///        "testAvailability".
 /// @param supportPackages names of support packages; `clearSupportPackageCache` forgets them.
-/// @throws std::bad_alloc. Nothing has changed then, unless the memory ran out after the products
-///         were set, in which case the support packages are as before.
-/// @par Thread safety Locks products and support packages together.
+/// @throws std::bad_alloc when memory runs out. Nothing has changed then, unless it ran out after
+///         the products were set, in which case the support packages are as before.
+/// @par Thread safety
+/// Locks products and support packages together.
 DOCPARSER_API void setTestProducts(const std::vector<std::u16string>& products,
                                    const std::vector<std::u16string>& supportPackages);
 
@@ -174,15 +193,19 @@ DOCPARSER_API void setTestProducts(const std::vector<std::u16string>& products,
 /// @return the documents of installed products and support packages, and those of all others.
 ///         A file or package that cannot be read or breaks the format is left out, the others
 ///         stand; nothing is reported for it beyond what `openAndReadFile` logs.
-/// @throws what the documentation root service (when no roots are in force yet) and the language
-///         service throw, and std::bad_alloc outside the reading of a file.
+/// @throws std::bad_alloc when memory runs out outside the reading of a file. What the language
+///         service throws passes through, and what the documentation root service throws when no
+///         roots are in force yet.
 ///
-/// @par Format As for `getResourceFile`, with items that have at least the strings "name",
-///      "refpurpose" and "href".
-/// @par Thread safety Nothing is locked while files are read and parsed; nothing is cached.
-/// @par Complexity About linear in the bytes of all files, plus one call of `isProductInstalled`
-///      for each document. A name that has a longer list than each of several further documents of
-///      its key costs its whole list again for each of them.
+/// @par Format
+/// As for `getResourceFile`, with items that have at least the strings "name", "refpurpose" and
+/// "href"; formats.md describes it whole.
+/// @par Thread safety
+/// Nothing is locked while files are read and parsed; nothing is cached.
+/// @par Complexity
+/// About linear in the bytes of all files, plus one call of `isProductInstalled` for each document.
+/// A name that has a longer list than each of several further documents of its key costs its whole
+/// list again for each of them.
 DOCPARSER_API LookupResources getResourceLookupFiles();
 
 /// Reads the full reference entries of one resource: the file `<name>.json` in the reference API
@@ -195,14 +218,16 @@ DOCPARSER_API LookupResources getResourceLookupFiles();
 ///         document, its header is the localized one, and each href has the localized file's list
 ///         of items when that file knows the href, else the English one. A file that is missing,
 ///         unreadable, no JSON, or breaks the format counts as empty, so the map may be empty.
-/// @throws what the documentation root service (when no roots are in force yet) and the language
-///         service throw, and std::bad_alloc outside the reading of a file.
+/// @throws std::bad_alloc when memory runs out outside the reading of a file. What the language
+///         service throws passes through, and what the documentation root service throws when no
+///         roots are in force yet.
 ///
-/// @par Format A UTF-8 JSON object with the strings "productName", "baseCode", "helpFolder" and
-///      "helpLocation", the array "refItems", and optionally "supportPackages", an array of objects
-///      of the same form. An item has at least the strings "href" and "refpurpose". The whole
-///      format stands in docs/formats.md.
-/// @par Thread safety Nothing is locked while files are read and parsed; nothing is cached.
+/// @par Format
+/// A UTF-8 JSON object with the strings "productName", "baseCode", "helpFolder" and "helpLocation",
+/// the array "refItems", and optionally "supportPackages", an array of objects of the same form. An
+/// item has at least the strings "href" and "refpurpose"; formats.md describes it whole.
+/// @par Thread safety
+/// Nothing is locked while files are read and parsed; nothing is cached.
 DOCPARSER_API std::map<std::u16string, DocResource<RefItem>>
 getResourceFile(const std::u16string& name);
 

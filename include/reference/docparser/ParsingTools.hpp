@@ -39,7 +39,8 @@ enum class StringParsingType : std::int32_t {
 ///
 /// @throws DocParserException when `value` is no string; what a conversion throws
 ///         (`std::bad_alloc`, `std::length_error` for 2 GiB and more) passes through.
-/// @par Complexity Linear in the text. Plain 7-bit text costs one scan and one widening copy.
+/// @par Complexity
+/// Linear in the text. Plain 7-bit text costs one scan and one widening copy.
 DOCPARSER_API std::u16string getFluString(const boost::json::value& value, StringParsingType type);
 
 /// The text of the member `key` (UTF-8, compared byte for byte).

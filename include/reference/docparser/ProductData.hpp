@@ -11,6 +11,7 @@ namespace reference::docparser {
 
 /// What every found product resource file has.
 struct DOCPARSER_API ProductData {
+    /// Takes the parts over.
     ProductData(std::u16string name, bool nonEnglishLocale);
 
     /// The file's name without its last extension, valid as long as the record; a language suffix
@@ -21,23 +22,28 @@ struct DOCPARSER_API ProductData {
     /// base (English) file.
     bool isNonEnglishLocale() const noexcept;
 
+    /// As `getName`.
     std::u16string name;
+    /// As `isNonEnglishLocale`.
     bool nonEnglishLocale;
 };
 
 /// A product resource file on disk: a plain JSON file or a zip package.
 struct DOCPARSER_API ProductPathData : ProductData {
+    /// Takes the parts over.
     ProductPathData(std::u16string name, bool nonEnglishLocale, std::u16string fullPath);
 
     /// The path as the walk of its folder gave it, valid as long as the record.
     const std::u16string& getFullPath() const noexcept;
 
+    /// As `getFullPath`.
     std::u16string fullPath;
 };
 
 /// A product resource file inside an open zip package. The record owns neither the package nor
 /// its manager: it is valid only as long as the package is open and `fileSystemManager` alive.
 struct DOCPARSER_API ProductZipData : ProductData {
+    /// Takes the parts over; the manager stays the caller's.
     ProductZipData(std::u16string name, bool nonEnglishLocale,
                    const opc::zqservices::FileSystemEntry& entry,
                    opc::zqservices::FileSystemManager* fileSystemManager);
@@ -48,7 +54,9 @@ struct DOCPARSER_API ProductZipData : ProductData {
     /// The manager of the open package that holds the entry; never null.
     opc::zqservices::FileSystemManager* getFileSystemManager() const noexcept;
 
+    /// As `getEntry`.
     opc::zqservices::FileSystemEntry entry;
+    /// As `getFileSystemManager`.
     opc::zqservices::FileSystemManager* fileSystemManager;
 };
 

@@ -17,85 +17,118 @@ using KvArrayHandle = boost::intrusive_ptr<const kvArray_tag>;
 
 /// What all arguments and class properties have.
 struct DOCPARSER_API ArgumentInfo {
+    /// Its name, as a call writes it.
     std::u16string name;
+    /// What it is for, in one line.
     std::u16string purpose;
+    /// The texts that it may take, or words for their kind; empty when nothing is said.
     std::vector<std::u16string> values;
     /// The item's href, "#" and the argument's anchor; for a class property the item's href,
     /// "#prop_" and the property's name.
     std::u16string href;
+    /// A place for the host's own; empty at first.
     KvArrayHandle hostValue{};
 };
 
 /// An argument that a call takes.
 struct DOCPARSER_API InputArgument {
+    /// Name, purpose, values and link.
     ArgumentInfo info;
+    /// How a call writes it.
     reference::property::SyntaxType syntaxType;
+    /// What a call means that leaves it out; empty when nothing is said.
     std::u16string defaultValue;
     /// Whether a call gives it as a pair of its name and a value, rather than by its position.
     bool isNameValuePair;
+    /// A place for the host's own; empty at first.
     KvArrayHandle hostValue{};
 };
 
 /// Input arguments under one title.
 struct DOCPARSER_API InputGroup {
+    /// The title.
     std::u16string title;
+    /// The arguments.
     std::vector<InputArgument> inputs;
+    /// A place for the host's own; empty at first.
     KvArrayHandle hostValue{};
 };
 
 /// A value that a call gives back.
 struct DOCPARSER_API OutputArgument {
+    /// Name, purpose, values and link.
     ArgumentInfo info;
+    /// How a call writes it.
     reference::property::SyntaxType syntaxType;
+    /// A place for the host's own; empty at first.
     KvArrayHandle hostValue{};
 };
 
 /// A parameter or a class property.
 struct DOCPARSER_API ArgumentWithDefault {
+    /// Name, purpose, values and link.
     ArgumentInfo info;
+    /// The value that it has unless another is set; empty when nothing is said.
     std::u16string defaultValue;
 };
 
 /// Properties of a class under one title, which may be empty.
 struct DOCPARSER_API ClassPropertyGroup {
+    /// The title.
     std::u16string title;
+    /// The properties.
     std::vector<ArgumentWithDefault> properties;
+    /// A place for the host's own; empty at first.
     KvArrayHandle hostValue{};
 };
 
 /// A name that an item documents.
 struct DOCPARSER_API RefEntity {
+    /// What the name stands for.
     reference::property::RefEntityType entityType;
+    /// The name.
     std::u16string name;
+    /// Which kind of function it is; the default for what is no function.
     reference::property::FunctionType functionType;
+    /// Places for the host's own; empty at first.
     std::array<KvArrayHandle, 2> hostValues{};
 };
 
 /// The picture of an app: where it lies, and a text in its place. Both are empty for other items.
 struct DOCPARSER_API AppThumbnail {
+    /// Where the picture lies, in the form of an item's href.
     std::u16string fileRef;
+    /// The text in its place.
     std::u16string alt;
 };
 
 /// One way to write a call, line by line.
 struct DOCPARSER_API SyntaxGroup {
+    /// The title.
     std::u16string title;
+    /// How the call is written.
     reference::property::SyntaxType syntaxType;
+    /// The lines.
     std::vector<std::u16string> syntax;
+    /// Places for the host's own; empty at first.
     std::array<KvArrayHandle, 2> hostValues{};
 };
 
 /// A link to a related page, in the form of an item's href, and its text.
 struct DOCPARSER_API SeeAlsoLink {
+    /// Where the page lies.
     std::u16string url;
+    /// The text of the link.
     std::u16string name;
 };
 
 /// A link to an example.
 struct DOCPARSER_API ExampleLink {
+    /// Where the example lies, in the form of an item's href.
     std::u16string url;
     /// The command that opens the example in the environment; empty when there is none.
     std::u16string openCommand;
+    /// The text of the link.
     std::u16string title;
 };
 
@@ -115,23 +148,37 @@ struct DOCPARSER_API RefItem {
             std::vector<ExampleLink> examples,
             std::vector<ArgumentWithDefault> parameters) noexcept;
 
+    /// The link to the item's page, and its key.
     std::u16string href;
+    /// The names that the item documents.
     std::vector<RefEntity> refEntities;
+    /// The package that brings it.
     std::u16string packageName;
     /// What the item is for, in one line.
     std::u16string refPurpose;
     /// The version in which the item appeared.
     std::u16string introduced;
+    /// What it is, at length.
     std::u16string description;
+    /// The picture of an app.
     AppThumbnail appThumbnail;
+    /// How far the item is on its way out.
     reference::property::DeprecationStatus deprecationStatus;
+    /// The ways to write a call.
     std::vector<SyntaxGroup> syntaxGroups;
+    /// The arguments that a call takes, group by group.
     std::vector<InputGroup> inputGroups;
+    /// What a call gives back.
     std::vector<OutputArgument> outputs;
+    /// The properties of a class, group by group.
     std::vector<ClassPropertyGroup> classPropertyGroups;
+    /// Related pages.
     std::vector<SeeAlsoLink> seeAlso;
+    /// Examples.
     std::vector<ExampleLink> examples;
+    /// The parameters of what is no call.
     std::vector<ArgumentWithDefault> parameters;
+    /// Places for the host's own; empty at first.
     std::array<KvArrayHandle, 10> hostValues{};
 };
 

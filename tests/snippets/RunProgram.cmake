@@ -1,0 +1,26 @@
+# Runs PROGRAM in WORK_DIR, beside a data root `docroot` made of the examples of the page FORMATS, and
+# compares what it prints with the file EXPECTED.
+file(READ "${FORMATS}" page)
+function(write_example kind file)
+  set(fence "```json ${kind}\n")
+  string(FIND "${page}" "${fence}" begin)
+  string(LENGTH "${fence}" length)
+  math(EXPR begin "${begin} + ${length}")
+  string(SUBSTRING "${page}" ${begin} -1 example)
+  string(FIND "${example}" "```" end)
+  string(SUBSTRING "${example}" 0 ${end} example)
+  file(WRITE "${WORK_DIR}/docroot/${file}" "${example}")
+endfunction()
+file(REMOVE_RECURSE "${WORK_DIR}")
+write_example(lookup docCatalog/referenceapi_lookup/alpha.json)
+write_example(reference docCatalog/referenceapi/alpha.json)
+write_example(products installedProducts.json)
+
+set(ENV{LC_ALL} C)
+set(ENV{LANG} C)
+execute_process(COMMAND "${PROGRAM}" WORKING_DIRECTORY "${WORK_DIR}"
+  OUTPUT_VARIABLE printed RESULT_VARIABLE result)
+file(READ "${EXPECTED}" expected)
+if(NOT result EQUAL 0 OR NOT printed STREQUAL expected)
+  message(FATAL_ERROR "${PROGRAM} ended with ${result} and printed\n${printed}\ninstead of\n${expected}")
+endif()
