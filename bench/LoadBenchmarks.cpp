@@ -49,7 +49,9 @@ std::map<std::string, double> ask(const std::string& program, const fs::path& co
 /// What of programs, libraries and other files is in memory.
 std::size_t residentFileBytes() {
     std::ifstream sizes("/proc/self/statm");
-    std::size_t all = 0, resident = 0, ofFiles = 0;
+    std::size_t all = 0;
+    std::size_t resident = 0;
+    std::size_t ofFiles = 0;
     sizes >> all >> resident >> ofFiles;
     return ofFiles * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
 }

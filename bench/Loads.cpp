@@ -145,6 +145,7 @@ PreparedLoad measured(std::function<Loaded()> run, const std::vector<std::size_t
 
 PreparedLoad measured(std::function<Loaded()> run, const std::vector<fs::path>& files) {
     std::vector<std::size_t> sizes;
+    sizes.reserve(files.size());
     for (const fs::path& file : files)
         sizes.push_back(fs::file_size(file));
     return measured(std::move(run), sizes);
@@ -188,6 +189,7 @@ PreparedLoad prepareLookup(const fs::path& root, const std::string& reader) {
 /// Loads resources one after another through the library.
 PreparedLoad prepareLibraryResources(const std::vector<fs::path>& files) {
     std::vector<std::u16string> names;
+    names.reserve(files.size());
     for (const fs::path& file : files)
         names.push_back(file.stem().u16string());
     const auto run = [names] {

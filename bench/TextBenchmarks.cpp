@@ -27,7 +27,7 @@ namespace json = boost::json;
 namespace tools = reference::docparser::DocResourceParser::ParsingTools;
 
 /// Whose result, two bytes for each, fits the first caches.
-constexpr std::size_t kTextSize = 8 * 1024;
+constexpr std::size_t kTextSize = std::size_t{8} * 1024;
 
 bool isAscii(char byte) {
     return byte > 0 && byte < 0x7F;

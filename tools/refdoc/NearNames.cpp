@@ -57,6 +57,7 @@ std::vector<std::u16string> nearNames(std::u16string_view wanted,
     std::sort(near.begin(), near.end());
     near.resize(std::min(near.size(), kMostSuggestions));
     std::vector<std::u16string> names;
+    names.reserve(near.size());
     for (auto& [distance, name] : near)
         names.push_back(std::move(name));
     return names;

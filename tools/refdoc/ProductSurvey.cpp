@@ -114,7 +114,7 @@ void surveyLanguage(const std::u16string& language, const Documents& documents, 
         surveyDocument(language, document, productOf(data.table, key), data);
 }
 
-ProductSurvey finished(SurveyData data) {
+ProductSurvey finished(SurveyData&& data) {
     ProductSurvey survey;
     for (auto& [key, product] : data.table) {
         if (product.name.empty())

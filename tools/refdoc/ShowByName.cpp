@@ -52,6 +52,7 @@ std::vector<Candidate> findCandidates(const LookupDocuments& documents,
             candidate.hrefs.insert(item.getHref());
     }
     std::vector<Candidate> result;
+    result.reserve(candidates.size());
     for (auto& [resource, candidate] : candidates)
         result.push_back(std::move(candidate));
     return result;
@@ -81,6 +82,7 @@ std::optional<Candidate> chooseCandidate(const std::vector<Candidate>& candidate
         return candidates.front();
     if (!options.json && canAskUser()) {
         std::vector<std::u16string> choices;
+        choices.reserve(candidates.size());
         for (const Candidate& candidate : candidates)
             choices.push_back(candidate.resource + u" - " + description(candidate));
         const auto chosen =
@@ -105,10 +107,9 @@ ExitCode showCandidate(const Candidate& candidate, const std::string& name,
                           (candidate.hrefs.contains(item.href) || isCalled(item, wanted));
                });
     if (selections.empty())
-        reportError(
-            fmt::format("{} documents \"{}\", but its resource \"{}\" has no entry for it{}",
-                        toUtf8(candidate.productName), name, toUtf8(candidate.resource),
-                        documents.empty() ? triedFiles(candidate.resource) : ""));
+        reportError(fmt::format(R"({} documents "{}", but its resource "{}" has no entry for it{})",
+                                toUtf8(candidate.productName), name, toUtf8(candidate.resource),
+                                documents.empty() ? triedFiles(candidate.resource) : ""));
     return showEntries(selections, candidate.resource,
                        options.json ? EntryFormat::Json : EntryFormat::Pages);
 }

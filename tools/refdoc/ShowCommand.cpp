@@ -64,7 +64,7 @@ std::string unknownNameMessage(const ResourceDocuments& documents, const std::st
             for (const RefItem& item : items)
                 for (const RefEntity& entity : item.refEntities)
                     known.insert(entity.name);
-    return fmt::format("resource \"{}\" documents nothing named \"{}\"{}{}", resource, name,
+    return fmt::format(R"(resource "{}" documents nothing named "{}"{}{})", resource, name,
                        triedFiles(fromUtf8(resource), "not in it"),
                        similarNames(fromUtf8(name), known));
 }

@@ -110,7 +110,7 @@ private:
     std::uint64_t position_ = 0;
     ZipError error_;
     // libzip reads a header in several pieces, and the next entry mostly follows.
-    std::array<char, 32 * 1024> window_;
+    std::array<char, std::size_t{32} * 1024> window_;
     std::uint64_t windowBegin_ = 0;
     std::size_t windowSize_ = 0;
 };

@@ -23,7 +23,7 @@ FileSystemOpsSelector::FileSystemOpsSelector(
 InputStream::~InputStream() = default;
 
 void StreamHelper::copyStreamToStream(InputStream& input, std::ostream& output) {
-    std::array<char, 32 * 1024> buffer;
+    std::array<char, std::size_t{32} * 1024> buffer;
     while (const std::size_t size = input.read(buffer.data(), buffer.size()))
         if (!output.write(buffer.data(), static_cast<std::streamsize>(size)))
             throw std::runtime_error("the output stream takes no more");
