@@ -60,14 +60,20 @@ TEST_F(RefdocCheck, PrintsForPrograms) {
     const boost::json::value& place = results[1].at("locations").at(0).at("physicalLocation");
     EXPECT_EQ(place.at("region"), boost::json::parse(R"({"startLine": 4, "startColumn": 2})"));
     const boost::json::value& leaf =
-        run.at("artifacts").at(place.at("artifactLocation").at("index").as_int64());
+        run.at("artifacts").at(place.at("artifactLocation").at("index").to_number<std::size_t>());
     EXPECT_EQ(leaf.at("location").at("uri"), "/a%20b.json");
-    EXPECT_EQ(run.at("artifacts").at(leaf.at("parentIndex").as_int64()).at("location").at("uri"),
+    EXPECT_EQ(run.at("artifacts")
+                  .at(leaf.at("parentIndex").to_number<std::size_t>())
+                  .at("location")
+                  .at("uri"),
               "docCatalog/referenceapi_lookup/alpha.zip");
     for (const boost::json::value& result : results)
-        EXPECT_EQ(
-            run.at("tool").at("driver").at("rules").at(result.at("ruleIndex").as_int64()).at("id"),
-            result.at("ruleId"));
+        EXPECT_EQ(run.at("tool")
+                      .at("driver")
+                      .at("rules")
+                      .at(result.at("ruleIndex").to_number<std::size_t>())
+                      .at("id"),
+                  result.at("ruleId"));
 }
 
 TEST_F(RefdocCheck, RefusesWhatItCannotCheck) {
