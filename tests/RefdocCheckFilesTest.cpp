@@ -133,8 +133,7 @@ TEST_F(RefdocCheck, ComparesFilesWithOneAnother) {
     root_.referenceFile("lost.json", "{");
     root_.referenceFile("lost_ja.json", withItems(kPage));
     const std::string taken = " has the document \"alpha\" too and is read ";
-    const std::string header = ": this one's header is lost, and of its items those that are there "
-                               "as well";
+    const std::string header = ": this one only fills in what is not there";
     EXPECT_EQ(
         findings(),
         "referenceapi/alpha_ja.json:3:10: warning: A.html: the href \"A.html\" is not in the "
@@ -153,10 +152,7 @@ TEST_F(RefdocCheck, ComparesFilesWithOneAnother) {
             "the English document (/refItems/0/name)\n"
             "referenceapi_lookup/beta.json:1:1: warning: docCatalog/referenceapi_lookup/"
             "alpha.json" +
-            taken + "before" + header +
-            "\n"
-            "referenceapi_lookup/gamma_ja.json:1:1: warning: there is no English file "
-            "gamma.json: readers of other languages get nothing\n");
+            taken + "before" + header + "\n");
 }
 
 } // namespace

@@ -51,23 +51,27 @@ private:
         const std::string& winner = isEnglish ? holders.front() : holders.back();
         if (winner == CheckIndex::idOf(text_))
             return;
-        findings_.add(Fault::SharedKey, Loss::Nothing,
-                      fmt::format("{} has the document {} too and is read {}: this one's header is "
-                                  "lost, and of its items those that are there as well",
-                                  winner, inQuotes(document.key), isEnglish ? "before" : "after"),
-                      document.pointer);
+        findings_.add(
+            Fault::SharedKey, Loss::Nothing,
+            fmt::format("{} has the document {} too and is read {}: this one only fills in "
+                        "what is not there",
+                        winner, inQuotes(document.key), isEnglish ? "before" : "after"),
+            document.pointer);
     }
 
-    /// Whether the text can be compared with English at all.
+    /// Whether the text can be compared with English at all. Lookup documents belong together by
+    /// their keys, whatever their files are called.
     bool checkEnglishFile() {
-        if (!index_.hasFile(text_.file.catalog, text_.file.resource) && text_.leaf.empty()) {
+        if (isLookup_)
+            return true;
+        if (!index_.hasFile(text_.file.catalog, text_.file.resource)) {
             findings_.add(Fault::NoEnglish, Loss::Nothing,
                           fmt::format("there is no English file {}.json: readers of other "
                                       "languages get nothing",
                                       text_.file.resource));
             return false;
         }
-        return isLookup_ || index_.hasEnglish(text_);
+        return index_.hasEnglish(text_);
     }
 
     void checkEnglishItems(const ResourceDocument& document) {

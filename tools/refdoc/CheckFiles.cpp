@@ -63,16 +63,21 @@ public:
         : catalog_(catalog), folder_(std::move(folder)), folderName_(std::move(folderName)) {}
 
     void add(const fs::directory_entry& entry) {
-        std::error_code ignored;
+        std::error_code failure;
         const std::string bytes = entry.path().filename().native();
         const std::u16string name = fromUtf8(bytes);
+        const bool isResource = DocResourceParser::isValidFilename(fl::filesystem::upath(name));
         FindingList findings(folderName_ + '/' + bytes, {});
-        if (!entry.is_regular_file(ignored))
+        if (!entry.exists(failure) && isResource)
+            findings.add(Fault::Unreadable, Loss::File,
+                         fmt::format("the file cannot be read: {}",
+                                     failure ? failure.message() : "a link that leads nowhere"));
+        else if (!entry.is_regular_file(failure))
             findings.add(Fault::OtherFile, Loss::Nothing, "no file: passed over");
+        else if (!isResource)
+            addOtherName(name, findings);
         else if (toUtf8(name) != bytes)
             findings.add(Fault::UnreadName, Loss::File, "the name is not UTF-8");
-        else if (!DocResourceParser::isValidFilename(fl::filesystem::upath(name)))
-            addOtherName(name, findings);
         else
             addFile(name, findings);
         append(findings);
@@ -85,10 +90,12 @@ public:
             if (!named || file.language != kEnglish)
                 continue;
             FindingList findings(file.name, {});
-            findings.add(
-                Fault::UnknownLanguage, Loss::Nothing,
-                fmt::format("{} is no supported language: read as English, of a resource {}",
-                            named->language, inQuotes(file.stem)));
+            findings.add(Fault::UnknownLanguage, Loss::Nothing,
+                         fmt::format("{}: read as English, of a resource {}",
+                                     named->language == kEnglish
+                                         ? "names of English files have no language"
+                                         : named->language + " is no supported language",
+                                     inQuotes(file.stem)));
             if (!stems_.contains(named->resource))
                 findings.kept().back().level = Level::Note;
             append(findings);

@@ -9,6 +9,12 @@ std::string_view levelName(Level level) {
     return names[static_cast<std::size_t>(level)];
 }
 
+std::string_view lossText(Loss loss) {
+    constexpr std::array<std::string_view, 4> texts{
+        "", "the document is lost", "the whole leaf is lost", "the whole file is lost"};
+    return texts[static_cast<std::size_t>(loss)];
+}
+
 std::string inQuotes(std::string_view text) {
     constexpr std::size_t mostBytes = 80;
     if (text.size() <= mostBytes)

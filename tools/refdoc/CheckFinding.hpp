@@ -20,6 +20,9 @@ std::string inQuotes(std::string_view text);
 /// What readers do not get because of a fault.
 enum class Loss { Nothing, Document, Leaf, File };
 
+/// What is lost, as a clause of its own; empty for nothing.
+std::string_view lossText(Loss loss);
+
 struct Rule {
     std::string_view id;
     Level level;

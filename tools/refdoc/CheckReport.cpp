@@ -19,12 +19,6 @@ namespace {
 
 namespace json = boost::json;
 
-std::string_view lossText(Loss loss) {
-    constexpr std::array<std::string_view, 4> texts{
-        "", "the document is lost", "the whole leaf is lost", "the whole file is lost"};
-    return texts[static_cast<std::size_t>(loss)];
-}
-
 /// On one line, whatever the files say.
 std::string shown(std::string_view text) {
     return toUtf8(printable(fromUtf8(text)));

@@ -101,9 +101,10 @@ json::object locationOf(const Finding& finding, Artifacts& artifacts) {
 }
 
 json::object resultOf(const Finding& finding, Artifacts& artifacts) {
-    const std::string text = finding.item.empty()
-                                 ? finding.message
-                                 : fmt::format("{}: {}", finding.item, finding.message);
+    std::string text = finding.item.empty() ? finding.message
+                                            : fmt::format("{}: {}", finding.item, finding.message);
+    if (finding.loss != Loss::Nothing)
+        text += fmt::format("; {}", lossText(finding.loss));
     return {{"ruleId", ruleOf(finding.fault).id},
             {"ruleIndex", static_cast<std::size_t>(finding.fault)},
             {"level", levelName(finding.level)},

@@ -9,7 +9,7 @@ namespace refdoc {
 enum class ExitCode : int {
     Found = 0,
     NothingFound = 1, ///< or errors, when these are looked for
-    Failure = 2, ///< wrong use, or output that cannot be written
+    Failure = 2,      ///< wrong use, or output that cannot be written
 };
 
 /// What every command understands. Texts are as the command line has them, in UTF-8.

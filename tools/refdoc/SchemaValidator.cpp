@@ -61,11 +61,14 @@ bool SchemaValidator::accepts(const boost::json::value& value) const {
 
 std::vector<SchemaError> SchemaValidator::errorsIn(const boost::json::value& value) const {
     valijson::ValidationResults results;
-    valijson::Validator().validate(*schema_, BoostJsonAdapter(value), &results);
+    const bool isSound =
+        valijson::Validator().validate(*schema_, BoostJsonAdapter(value), &results);
     std::vector<SchemaError> errors;
     for (const Error& error : results)
         if (std::optional<SchemaError> told = asSchemaError(error))
             errors.push_back(std::move(*told));
+    if (!isSound && errors.empty()) // said in words that are not known here
+        errors.push_back({SchemaError::Kind::WrongKind, {}, {}});
     return errors;
 }
 
