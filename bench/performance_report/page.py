@@ -124,7 +124,7 @@ included.
 
 ## Client
 
-Whole processes, warm, 60 times for each name, in turn: `refdoc lookup NAME`, installed, which reads the resource files, and
+Whole processes, warm, 40 times for each name, in turn: `refdoc lookup NAME`, installed, which reads the resource files, and
 man-db's search in an index of the same pages. Names that are known: {searched}.
 `apropos -e` also finds the name as a word of a purpose; `refdoc` also finds longer names that begin
 with it; `whatis` only looks the name up, for comparison.
