@@ -42,6 +42,7 @@ std::vector<fs::directory_entry> entriesOf(const fs::path& folder, std::error_co
     std::sort(entries.begin(), entries.end(),
               [](const auto& left, const auto& right) { return left.first < right.first; });
     std::vector<fs::directory_entry> result;
+    result.reserve(entries.size());
     for (auto& [name, entry] : entries)
         result.push_back(std::move(entry));
     return result;
