@@ -35,11 +35,16 @@ struct BoostJson {
     }
 };
 
-struct RapidJson {
-    using Value = const rapidjson::Value*;
+/// A tree of nodes of one type, whatever they hold.
+template <typename Node>
+struct NodeTree {
+    using Value = const Node*;
     using Object = Value;
 
     static Object toObject(Value value) { return value; }
+};
+
+struct RapidJson : NodeTree<rapidjson::Value> {
 
     static std::optional<Value> find(Object object, Member member) {
         const std::string_view name = nameOf(member);
@@ -61,11 +66,7 @@ struct RapidJson {
     }
 };
 
-struct Nlohmann {
-    using Value = const nlohmann::json*;
-    using Object = Value;
-
-    static Object toObject(Value value) { return value; }
+struct Nlohmann : NodeTree<nlohmann::json> {
 
     static std::optional<Value> find(Object object, Member member) {
         const auto found = object->find(nameOf(member));

@@ -5,9 +5,10 @@ from collections.abc import Callable, Iterable
 from .samples import Ratio
 
 MISSING = "–"
+Format = Callable[[float | None], str]
 
 
-def number(digits: int, divisor: float = 1) -> Callable[[float | None], str]:
+def number(digits: int, divisor: float = 1) -> Format:
     """A format with so many digits after the point, for values in units of the divisor."""
     return lambda value: MISSING if value is None else f"{value / divisor:,.{digits}f}"
 

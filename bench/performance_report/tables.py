@@ -1,6 +1,7 @@
 """The tables of the page."""
 
 from .formats import (
+    Format,
     count,
     gigabytes,
     megabytes,
@@ -13,7 +14,7 @@ from .formats import (
     times,
 )
 from .readers import FLOOR, LIBRARY, READERS, label
-from .samples import Ratio, Samples, counter, excess_peak, per_record, time
+from .samples import Ratio, Samples, Value, counter, excess_peak, per_record, time
 
 NAIVE_READERS = ("boost_json", "boost_json_arena", "rapidjson", "simdjson", "nlohmann")
 # What is in packages is read from plain files by the floor.
@@ -111,17 +112,11 @@ def packages_table(samples: Samples) -> str:
 
 def overlay_table(samples: Samples, group: str) -> str:
     header = ["language", "docparser ms", "the files one by one ms", "ratio"]
-
-    def row(language: str) -> list[str]:
-        name, files = (f"{group}/overlay/{language}/{reader}" for reader in (LIBRARY, "sum"))
-        return [
-            f"`{language}`",
-            milliseconds(samples.median(name, time)),
-            milliseconds(samples.median(files, time)),
-            spread(samples.ratio(name, time, files, time)),
-        ]
-
-    return table(header, map(row, samples.parts(f"{group}/overlay/")))
+    load, languages = f"{group}/overlay", samples.parts(f"{group}/overlay/")
+    return table(
+        header,
+        (_beside(samples, load, each, "sum", time, milliseconds) for each in languages),
+    )
 
 
 def memory_table(samples: Samples) -> str:
@@ -178,32 +173,27 @@ def cost_growth(samples: Samples, load: str, reader: str = LIBRARY) -> Ratio | N
 def text_table(samples: Samples) -> str:
     header = ["text", "docparser GB/s", "ICU GB/s", "ratio"]
     speed = counter("bytes_per_second")
+    kinds = samples.parts("text/")
+    return table(header, (_beside(samples, "text", kind, "icu", speed, gigabytes) for kind in kinds))
 
-    def row(kind: str) -> list[str]:
-        name, icu = f"text/{kind}/{LIBRARY}", f"text/{kind}/icu"
-        return [
-            kind,
-            gigabytes(samples.median(name, speed)),
-            gigabytes(samples.median(icu, speed)),
-            spread(samples.ratio(name, speed, icu, speed)),
-        ]
 
-    return table(header, map(row, samples.parts("text/")))
+def _beside(
+    samples: Samples, group: str, what: str, reader: str, value: Value, shown: Format
+) -> list[str]:
+    """The library beside another reader of the same."""
+    name, other = (f"{group}/{what}/{each}" for each in (LIBRARY, reader))
+    return [
+        f"`{what}`",
+        shown(samples.median(name, value)),
+        shown(samples.median(other, value)),
+        spread(samples.ratio(name, value, other, value)),
+    ]
 
 
 def installed_table(samples: Samples) -> str:
     header = ["products", "docparser ns", "scan ns", "ratio"]
-
-    def row(installed: str) -> list[str]:
-        name, scan = (f"installed/{installed}/{reader}" for reader in (LIBRARY, "scan"))
-        return [
-            installed,
-            count(samples.median(name, time)),
-            count(samples.median(scan, time)),
-            spread(samples.ratio(name, time, scan, time)),
-        ]
-
-    return table(header, map(row, samples.parts("installed/")))
+    counts = samples.parts("installed/")
+    return table(header, (_beside(samples, "installed", n, "scan", time, count) for n in counts))
 
 
 def threads_table(samples: Samples) -> str:
