@@ -45,6 +45,8 @@ TEST_F(HostileMemoryTest, NoHeaderIsBelieved) {
     const std::pair<const char*, ZipBytes> rows[] = {
         {"content of 4 GiB", bomb},
         {"content of 4 GiB said to be 100 bytes", ZipBytes(bomb).setDeclaredSize(0, 100)},
+        {"content of 4 GiB said to be 1 GiB, and cut short",
+         ZipBytes(bomb).setDeclaredSize(0, 1U << 30).setCompressedSize(0, 100)},
         {"1000 bytes said to be 1 GiB", package().setDeclaredSize(0, 1U << 30)},
         {"stored bytes said to be 1 GiB",
          package().setMethod(0, 0).setDeclaredSize(0, 1U << 30).setCompressedSize(0, 1U << 30)},

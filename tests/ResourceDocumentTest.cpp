@@ -180,14 +180,6 @@ TEST(LookupItemTest, FindsMembersInEveryOrderAmongOthers) {
     } while (std::next_permutation(order.begin(), order.end()));
 }
 
-TEST(LookupItemTest, OfEqualMembersTheLastCounts) {
-    std::string text = json::serialize(withValue(kResource, "/refItems/0", kLookup));
-    const std::string name = R"("name":)";
-    text.insert(text.find(name), R"("name":7,)");
-    const auto parsed = parseReferenceResource<RefItemLookup>(text);
-    EXPECT_TRUE(parsed.at(u"main").items.contains(u"name é"));
-}
-
 TEST(LookupItemTest, RequiresItsTexts) {
     for (const char* pointer : {"/name", "/refpurpose", "/href"}) {
         EXPECT_NO_THROW(parseLookup(withValue(kLookup, pointer, ""))) << pointer;
