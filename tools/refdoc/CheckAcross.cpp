@@ -64,7 +64,7 @@ private:
     bool checkEnglishFile() {
         if (isLookup_)
             return true;
-        if (!index_.hasFile(text_.file.catalog, text_.file.resource)) {
+        if (!index_.hasReferenceFile(text_.file.resource)) {
             findings_.add(Fault::NoEnglish, Loss::Nothing,
                           fmt::format("there is no English file {}.json: readers of other "
                                       "languages get nothing",

@@ -50,7 +50,8 @@ bool hasScheme(std::string_view link) {
 } // namespace
 
 void CheckIndex::addFile(const CatalogFile& file) {
-    stems_.insert({file.catalog, file.stem});
+    if (file.catalog == Catalog::Reference)
+        referenceStems_.insert(file.stem);
 }
 
 void CheckIndex::addSoundText(const ResourceText& text, const json::value& resource) {

@@ -28,9 +28,7 @@ public:
 
     /// Whether exactly this text was added as a sound one.
     bool isSound(const ResourceText& text) const { return sound_.contains(versionOf(text)); }
-    bool hasFile(Catalog catalog, const std::string& stem) const {
-        return stems_.contains({catalog, stem});
-    }
+    bool hasReferenceFile(const std::string& stem) const { return referenceStems_.contains(stem); }
     bool hasPage(const std::string& page) const { return pages_.contains(page); }
 
     /// The names (of lookups) or hrefs of the English documents of `key` that readers of the text
@@ -52,7 +50,7 @@ private:
     /// Leaves may have equal names, and a file may change between two readings.
     static Version versionOf(const ResourceText& text);
 
-    std::set<std::pair<Catalog, std::string>> stems_;
+    std::set<std::string> referenceStems_;
     std::set<Version> sound_;
     Names pages_;
     Documents englishLookups_;

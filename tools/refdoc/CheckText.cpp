@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <map>
 #include <new>
+#include <set>
 #include <string_view>
 #include <utility>
 
@@ -164,9 +165,9 @@ void addRepeatedMembers(const ResourceText& text, const JsonPlaces& places, Find
 
 std::vector<ResourceDocument> documentsOf(const json::value& resource) {
     std::vector<ResourceDocument> documents;
-    std::map<std::string, bool> known;
+    std::set<std::string> known;
     forEachDocument(resource, [&](ResourceDocument document) {
-        if (known.try_emplace(document.key).second)
+        if (known.insert(document.key).second)
             documents.push_back(std::move(document));
     });
     return documents;
