@@ -142,6 +142,9 @@ public:
     /// separate leaves. Throws `std::runtime_error` when the package is not open.
     std::vector<FileSystemEntry> getAllLeafs() const;
 
+    /// The entry's name with the folders in front of it, '/' between them. It costs a conversion.
+    std::u16string getPath(const FileSystemEntry& entry) const;
+
     /// Opens an entry for reading. Content is decompressed and checked against its checksum and
     /// declared size; an entry may hold 1 GiB at most, and of entries that share what is stored
     /// only so many can be had as take up eight times the size of the package. Throws

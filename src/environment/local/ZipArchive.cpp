@@ -21,15 +21,18 @@ constexpr std::uint64_t kMaximumContentSize = std::uint64_t{1} << 30;
 /// the others' share up.
 constexpr std::uint64_t kMaximumSharing = 8;
 
+std::u16string decoded(std::string_view name) {
+    static const fl::i18n::codecvt_string_to_ustring decoder("utf8", true);
+    return decoder.convert(name.data(), name.size());
+}
+
 /// Nothing for a folder, and for an entry whose name cannot be had.
 std::optional<std::u16string> baseNameOfLeaf(zip_t* archive, std::uint64_t index) {
-    static const fl::i18n::codecvt_string_to_ustring decoder("utf8", true);
     const char* name = zip_get_name(archive, index, ZIP_FL_ENC_GUESS);
     const std::string_view path = name == nullptr ? "/" : name;
     if (path.ends_with('/'))
         return std::nullopt;
-    const std::string_view baseName = path.substr(path.rfind('/') + 1);
-    return decoder.convert(baseName.data(), baseName.size());
+    return decoded(path.substr(path.rfind('/') + 1));
 }
 
 /// How many bytes of the file an entry says that it takes up.
@@ -147,6 +150,13 @@ std::shared_ptr<const std::vector<ZipArchive::Leaf>> ZipArchive::getLeaves() con
     if (!leaves_)
         throwBroken("not open");
     return leaves_;
+}
+
+std::u16string ZipArchive::pathOf(const Leaf& leaf) const {
+    const std::lock_guard lock(mutex_);
+    const char* name =
+        archive_ ? zip_get_name(archive_.get(), leaf.index, ZIP_FL_ENC_GUESS) : nullptr;
+    return name == nullptr ? leaf.baseName : decoded(name);
 }
 
 std::unique_ptr<zqservices::ContentSource> ZipArchive::openLeaf(const Leaf& leaf) {

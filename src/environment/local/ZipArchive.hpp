@@ -33,6 +33,9 @@ public:
     /// The leaves in the order of the central directory; throws when the archive is not open.
     std::shared_ptr<const std::vector<Leaf>> getLeaves() const;
 
+    /// The whole name of a leaf, folders included.
+    std::u16string pathOf(const Leaf& leaf) const;
+
     std::unique_ptr<zqservices::ContentSource> openLeaf(const Leaf& leaf);
 
 private:

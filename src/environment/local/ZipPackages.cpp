@@ -74,6 +74,10 @@ std::vector<FileSystemEntry> FileSystemManager::getAllLeafs() const {
     return entries;
 }
 
+std::u16string FileSystemManager::getPath(const FileSystemEntry& entry) const {
+    return archive_->pathOf(entry.getLeaf());
+}
+
 std::unique_ptr<ContentSource>
 FileSystemManager::getFileContentSource(const FileSystemEntry& entry,
                                         TransformMode /*mode*/) const {
