@@ -1,6 +1,7 @@
 #include <cstddef>
-#include <sstream>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -38,8 +39,18 @@ TEST_F(RefdocCheck, TellsWhatNamesCost) {
         {"referenceapi/get_it.json", withItems(kPage),
          ":1:1: warning: there is no English file get.json: readers of other languages get "
          "nothing"},
-        {"referenceapi/zz_xx.json", withItems(kPage),
-         ": note: xx is no supported language: read as English, of a resource \"zz_xx\""},
+        {"referenceapi/zz_xx.json", withItems(kPage), ""},
+        {"referenceapi/zz_jp.json", withItems(kPage),
+         ": note: jp is no supported language: read as English, of a resource \"zz_jp\""},
+        {"referenceapi/alpha_lib.json", withItems(kPage), ""},
+        {"referenceapi/alpha_en.json", withItems(kPage),
+         ": warning: names of English files have no language: read as English, of a resource "
+         "\"alpha_en\""},
+        {"referenceapi/beta_JA.json", withItems(kPage),
+         ": warning: _JA is not the suffix _ja: read as English, of a resource \"beta_JA\""},
+        {"referenceapi/alpha_pt-br.json", withItems(kPage),
+         ": warning: _pt-br is not the suffix _pt_BR: read as English, of a resource "
+         "\"alpha_pt-br\""},
         {"referenceapi/alpha_pt_BR.json", withItems(kPage), ""},
     };
     for (const auto& [file, text, expected] : cases) {
@@ -54,16 +65,6 @@ TEST_F(RefdocCheck, TellsWhatNamesCost) {
     reset();
     root_.makeFolder("docCatalog/referenceapi/folder.json");
     EXPECT_EQ(findings(), "referenceapi/folder.json: note: no file: passed over\n");
-}
-
-/// Without what is told of leaves and files that have the same document on purpose.
-std::string withoutSharedKeys(const std::string& findings) {
-    std::istringstream lines(findings);
-    std::string result;
-    for (std::string line; std::getline(lines, line);)
-        if (line.find(" has the document ") == line.npos)
-            result += line + '\n';
-    return result;
 }
 
 TEST_F(RefdocCheck, TellsWhatPackagesLose) {
@@ -102,7 +103,13 @@ TEST_F(RefdocCheck, TellsWhatPackagesLose) {
         {"alpha.zip", two("a.json", "b_ja.json").markEncrypted(0),
          ":a.json: error: the leaf cannot be read: "},
         {"alpha.zip", ZipFile().add("a.json", sound).add("b_ja.json", "{\n1").build(),
-         ":b_ja.json:2:1: error: not JSON: syntax error; the whole leaf is lost"},
+         ":b_ja.json:2:1: error: not JSON: the name of a member, in double quotes, is missing; "
+         "the whole leaf is lost"},
+        {"alpha.zip", two("d/a.json", "e/a.JSON"),
+         ":e/a.JSON: error: the extension is not in lower-case letters; the whole leaf is lost"},
+        {"alpha.zip", ZipFile().add("a.json", sound).add("d/b.zip", "PK\3\4").build(),
+         ":d/b.zip:1:1: error: the content is a zip package: none is read within a package; the "
+         "whole leaf is lost"},
         {"alpha.zip", one("alpha.json").truncate(30), ": error: the package cannot be read: "},
     };
     for (const auto& [name, package, expected] : cases) {
@@ -110,7 +117,7 @@ TEST_F(RefdocCheck, TellsWhatPackagesLose) {
         package.write(root_.lookupFolder() / name);
         if (std::string(name) != "alpha.zip")
             root_.lookupFile("alpha.json", sound);
-        const std::string found = withoutSharedKeys(findings());
+        const std::string found = findings();
         const std::string path = "referenceapi_lookup/" + std::string(name);
         if (expected.empty())
             EXPECT_EQ(found, "") << name;
@@ -121,38 +128,102 @@ TEST_F(RefdocCheck, TellsWhatPackagesLose) {
     }
 }
 
-TEST_F(RefdocCheck, ComparesFilesWithOneAnother) {
+TEST_F(RefdocCheck, ComparesLocalizedFilesWithEnglishOnes) {
+    const std::string twice = R"({"href": "b.html", "refpurpose": "p"})";
     root_.lookupFile("alpha_ja.json",
                      withItems(R"({"name": "Spin", "refpurpose": "p", "href": "a.html"})"));
-    root_.lookupFile("beta.json", withItems(kSpin));
-    root_.lookupFile("gamma_ja.json", withItems(kSpin));
     root_.lookupFile("alpha_de.json",
                      withItems("", ", \"supportPackages\": [" + package("N") + "]"));
     root_.referenceFile("alpha_ja.json", withItems(R"({"href": "A.html", "refpurpose": "p"})"));
     root_.referenceFile("beta_ja.json", withItems(kPage));
     root_.referenceFile("lost.json", "{");
     root_.referenceFile("lost_ja.json", withItems(kPage));
-    const std::string taken = " has the document \"alpha\" too and is read ";
-    const std::string header = ": this one only fills in what is not there";
+    root_.referenceFile("more.json", withItems(twice + ", " + twice));
+    root_.referenceFile("more_ja.json", withItems(twice));
     EXPECT_EQ(
         findings(),
         "referenceapi/alpha_ja.json:3:10: warning: A.html: the href \"A.html\" is not in the "
         "English document (/refItems/0/href)\n"
         "referenceapi/beta_ja.json:1:1: warning: there is no English file beta.json: readers "
         "of other languages get nothing\n"
-        "referenceapi/lost.json:1:2: error: not JSON: incomplete JSON; the whole file is "
+        "referenceapi/lost.json:1:2: error: not JSON: the text ends too early; the whole file is "
         "lost\n"
+        "referenceapi/more_ja.json:3:1: warning: b.html: English has 2 items of this href: readers "
+        "of ja only get what is here, 1 of them (/refItems/0)\n"
         "referenceapi_lookup/alpha_de.json:3:24: warning: there is no English document "
         "\"N\": readers of other languages get nothing (/supportPackages/0)\n"
-        "referenceapi_lookup/alpha_ja.json:1:1: warning: docCatalog/referenceapi_lookup/"
-        "gamma_ja.json" +
-            taken + "after" + header +
-            "\n"
-            "referenceapi_lookup/alpha_ja.json:3:10: warning: Spin: the name \"Spin\" is not in "
-            "the English document (/refItems/0/name)\n"
-            "referenceapi_lookup/beta.json:1:1: warning: docCatalog/referenceapi_lookup/"
-            "alpha.json" +
-            taken + "before" + header + "\n");
+        "referenceapi_lookup/alpha_ja.json:3:10: warning: Spin: the name \"Spin\" is not in "
+        "the English document (/refItems/0/name)\n");
+}
+
+/// A lookup of the name "spin".
+std::string spin(const std::string& page, const std::string& purpose = "p") {
+    return R"({"name": "spin", "refpurpose": ")" + purpose + R"(", "href": ")" + page + "\"}";
+}
+
+std::string ofProduct(const std::string& name, std::string text) {
+    return text.replace(text.find("\"P\""), 3, '"' + name + '"');
+}
+
+/// What comes of documents that have one key.
+TEST_F(RefdocCheck, TellsWhatOtherFilesTakeFromReaders) {
+    const std::string lookups = "docCatalog/referenceapi_lookup/";
+    const std::string lost = " error: spin: " + lookups;
+    const std::string before = " has the name too and is read before: its lookups count; the item "
+                               "is lost (/refItems/";
+    const std::string after = " has the name too and is read after: its lookups count; the item is "
+                              "lost (/refItems/";
+    const struct {
+        const char* what;
+        std::vector<std::pair<std::string, std::string>> files; ///< beside alpha.json
+        std::string findings;
+    } cases[] = {
+        {"the same again", {{"beta.json", withItems(kSpin)}}, ""},
+        {"other names",
+         {{"beta.json", withItems(R"({"name": "turn", "refpurpose": "p", "href": "a.html"})")}},
+         ""},
+        {"more of a name", {{"beta.json", withItems(spin("a.html") + ", " + spin("#b"))}}, ""},
+        {"another href",
+         {{"beta.json", withItems(spin("#b"))}},
+         "beta.json:3:1:" + lost + "alpha.json" + before + "0)\n"},
+        {"another purpose",
+         {{"beta.json", withItems(spin("a.html", "q"))}},
+         "beta.json:3:1:" + lost + "alpha.json" + before + "0)\n"},
+        {"another header",
+         {{"beta.json", ofProduct("Q", withItems(kSpin))}},
+         "beta.json:1:1: warning: " + lookups +
+             "alpha.json has the document \"alpha\" too and is read before: its header counts\n"},
+        {"localized files",
+         {{"a_ja.json", withItems(spin("a.html", "q"))},
+          {"b_ja.json", withItems(spin("a.html", "r"))}},
+         "a_ja.json:3:1:" + lost + "b_ja.json" + after + "0)\n"},
+        {"a localized file without the English href",
+         {{"alpha_ja.json", withItems(spin("#b"))}},
+         "alpha.json:3:1: warning: spin: readers of ja do not get it: " + lookups +
+             "alpha_ja.json has the name, but not the href \"a.html\" (/refItems/0)\n"},
+    };
+    for (const auto& [what, files, expected] : cases) {
+        reset();
+        for (const auto& [name, text] : files)
+            root_.lookupFile(name, text);
+        EXPECT_EQ(findings(), expected.empty() ? "" : "referenceapi_lookup/" + expected) << what;
+        for (const auto& [name, text] : files)
+            root_.remove("docCatalog/referenceapi_lookup/" + name);
+    }
+}
+
+TEST_F(RefdocCheck, TellsLeavesOfOneNameApart) {
+    root_.remove("docCatalog/referenceapi_lookup");
+    ZipFile()
+        .add("d/a.json", withItems(kSpin))
+        .add("e/a.json", withItems(spin("#b")))
+        .add("e/a.json", withItems(spin("#c")))
+        .write(root_.lookupFolder() / "alpha.zip");
+    const std::string file = "referenceapi_lookup/alpha.zip:";
+    const std::string lost = "e/a.json:3:1: error: spin: docCatalog/" + file +
+                             "d/a.json has the name too and is read before: its lookups count; the "
+                             "item is lost (/refItems/0)\n";
+    EXPECT_EQ(findings(), file + lost + file + lost);
 }
 
 } // namespace

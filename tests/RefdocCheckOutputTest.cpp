@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstddef>
 #include <fstream>
 #include <iterator>
@@ -11,6 +12,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "refdoc/CheckFinding.hpp"
 #include "refdoc/JsonPositions.hpp"
 #include "refdoc/Progress.hpp"
 #include "support/RefdocCheckFixture.hpp"
@@ -35,6 +37,9 @@ TEST_F(RefdocCheck, TellsOfManyFindingsOfAKindHowManyMore) {
                 AllOf(HasSubstr("(/refItems/19/name)\n"),
                       HasSubstr("alpha.json: error: 980 more of this kind\n"),
                       HasSubstr("\n\n1000 errors, 0 warnings and 0 notes in 2 files\n")));
+    const std::string lines = refdoc({"check", "--json"}).output;
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 1000);
+    EXPECT_THAT(lines, HasSubstr("/refItems/999/name"));
 }
 
 TEST_F(RefdocCheck, PrintsForPrograms) {
@@ -116,6 +121,9 @@ TEST_F(RefdocCheck, AcceptsTheExamplesOfTheManual) {
     root_.referenceFile("alpha.json", example("reference"));
     EXPECT_EQ(findings({"--level", "error"}), "");
     EXPECT_EQ(refdoc({"check"}).exitCode, 0);
+    for (const refdoc::Rule& rule : refdoc::kRules)
+        EXPECT_THAT(page, HasSubstr("| `" + std::string(rule.id) + "` | " +
+                                    std::string(refdoc::levelName(rule.level)) + " | "));
 }
 
 TEST(JsonPositions, FindsValuesInOnePass) {

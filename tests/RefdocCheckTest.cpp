@@ -26,16 +26,64 @@ TEST_F(RefdocCheck, TellsNothingOfSoundFiles) {
     EXPECT_EQ(result.exitCode, 0);
 }
 
+/// Where the text stops being JSON, and the mistake that authors commonly make there.
+TEST_F(RefdocCheck, TellsWhyATextIsNotJson) {
+    const std::string inQuotes =
+        "a line break or control character within a text: it is written as "
+        R"(\n, \t or \u)";
+    const std::string escape = R"(an escape that there is not: a backslash is written as \\)";
+    const std::string word =
+        "a word that is none of true, false and null: a text stands in double quotes";
+    const struct {
+        std::string text;
+        std::string place;
+        std::string cause;
+    } cases[] = {
+        {"", "1:1", "the text is empty"},
+        {"\n \t", "2:3", "the text is empty"},
+        {"\xEF\xBB\xBF{}", "1:1", "the text begins with a byte-order mark"},
+        {std::string("\xFF\xFE{\0", 4), "1:1", "the text is UTF-16 or UTF-32, not UTF-8"},
+        {std::string("\0{\0}", 4), "1:1", "the text is UTF-16 or UTF-32, not UTF-8"},
+        {"PK\3\4...", "1:1", "the content is a zip package: its name must end with .zip"},
+        {"\x1F\x8B\x08", "1:1", "the content is compressed"},
+        {std::string(33, '['), "1:33", "the text is nested deeper than 32"},
+        {"{\"a\": \"\xFF\"}", "1:8", "not JSON: a byte that is not UTF-8"},
+        {"{\"a\": \"\xE4h\"}", "1:8", "not JSON: a byte that is not UTF-8"},
+        {"{\"a\": \"é\xE4\"}", "1:9", "not JSON: a byte that is not UTF-8"},
+        {"{\"a\": \"é\n\"}", "1:9", "not JSON: " + inQuotes},
+        {"{\"a\": \"C:\\docs\"}", "1:11", "not JSON: " + escape},
+        {"{\"a\":\n \"é\" ,}", "2:7", "not JSON: a comma before a closing bracket"},
+        {"[1, 2,\n]", "2:1", "not JSON: a comma before a closing bracket"},
+        {"{\"a\": 1 // one\n}", "1:9", "not JSON: JSON has no comments"},
+        {"# x\n{}", "1:1", "not JSON: JSON has no comments"},
+        {"{'a': 1}", "1:2", "not JSON: a text or name stands in double quotes, not in single ones"},
+        {"{\n1", "2:1", "not JSON: the name of a member, in double quotes, is missing"},
+        {"{a: 1}", "1:2", "not JSON: the name of a member, in double quotes, is missing"},
+        {"{\"a\": 1\n \"b\": 2}", "2:2", "not JSON: a comma or colon is missing"},
+        {"{\"a\" \"b\"}", "1:6", "not JSON: a comma or colon is missing"},
+        {"[{} {}]", "1:5", "not JSON: a comma or colon is missing"},
+        {"[True]", "1:2", "not JSON: " + word},
+        {"[trve]", "1:4", "not JSON: " + word},
+        {"[01]", "1:3", "not JSON: a number is not written in this way"},
+        {"[+1]", "1:2", "not JSON: a number is not written in this way"},
+        {"[\xE2\x80\x9C"
+         "a]",
+         "1:2", "not JSON: syntax error"},
+        {"[:]", "1:2", "not JSON: syntax error"},
+        {withItems(kSpin) + "\nx", "4:1", "not JSON: there is more behind its end"},
+        {withItems(kSpin).substr(0, 70), "2:10", "not JSON: the text ends too early"},
+    };
+    for (const auto& [text, place, cause] : cases) {
+        root_.lookupFile("alpha.json", text);
+        EXPECT_EQ(findings(), "referenceapi_lookup/alpha.json:" + place + ": error: " + cause +
+                                  "; the whole file is lost\n")
+            << text;
+    }
+}
+
 TEST_F(RefdocCheck, TellsWhatCostsALookupFile) {
     const std::string lost = "; the whole file is lost";
     const Case cases[] = {
-        {"", "", ":1:1: error: the text is empty" + lost},
-        {"", "\xEF\xBB\xBF{}", ":1:1: error: the text begins with a byte-order mark" + lost},
-        {"", "{\"a\":\n \"é\" ,}", ":2:7: error: not JSON: syntax error" + lost},
-        {"", withItems(kSpin) + "\nx", ":4:1: error: not JSON: extra data" + lost},
-        {"", withItems(kSpin).substr(0, 70), ":2:10: error: not JSON: incomplete JSON" + lost},
-        {"", "{\"a\": \"\xFF\"}", ":1:8: error: not JSON: syntax error" + lost},
-        {"", std::string(33, '['), ":1:33: error: the text is nested deeper than 32" + lost},
         {"", "[]", ":1:1: error: the document is a list, not an object" + lost},
         {"", withItems("7"),
          ":3:1: error: refItems[0] is a number, not an object" + lost + " (/refItems/0)"},
@@ -111,7 +159,10 @@ TEST_F(RefdocCheck, TellsWhatIsShownOtherwiseThanMeant) {
          ""},
         {"lookup", withItems(R"({"name": "s", "refpurpose": "p", "href": "#x"})"), ""},
         {"lookup", withItems(R"({"name": "s", "refpurpose": "p", "href": "https://x.y/z"})"), ""},
+        {"lookup", withItems(R"({"name": "s", "refpurpose": "p", "href": "a%2ehtml"})"), ""},
         {"lookup", withItems(R"({"name": "s", "refpurpose": "p", "href": "page.html"})"), ""},
+        {"lookup", withItems(R"({"name": "s", "refpurpose": "p", "href": "1%25%20%zz%4.html"})"),
+         ""},
         {"lookup",
          withItems(kSpin, ", \"supportPackages\": [" + package("B") + ",\n" + package("B") + "," +
                               package("alpha") + "]"),
@@ -122,7 +173,7 @@ TEST_F(RefdocCheck, TellsWhatIsShownOtherwiseThanMeant) {
         {"reference", withItems(R"({"href": "a.html", "refpurpose": "p", "introduced": "für",
 "refentity": [{"name": "n", "type": "tool"}],
 "inputgroup": [{"title": "ä", "inputs": [{"name": "ä", "purpose": "ä"}]}],
-"foo": [{"url": "ä"}]})"),
+"outputs": [{"name": "ä", "purpose": "p", "url": "ä"}], "foo": [{"url": "ä"}]})"),
          ":3:53: warning: a.html: introduced has characters beyond ASCII and comes out garbled "
          "(/refItems/0/introduced)\n"
          "referenceapi/alpha.json:5:51: warning: a.html: name has characters beyond ASCII and "
@@ -137,6 +188,7 @@ TEST_F(RefdocCheck, TellsWhatIsShownOtherwiseThanMeant) {
              " (/refItems/0/seealso/0/url)"},
     };
     root_.writeFile("h/page.html", "");
+    root_.writeFile("1% %zz%4.html", "");
     for (const auto& [kind, text, expected] : cases) {
         reset();
         const bool isLookup = kind == "lookup";

@@ -18,6 +18,7 @@
 #include "environment/PathAndText.hpp"
 #include "refdoc/CheckFinding.hpp"
 #include "refdoc/CheckRoot.hpp"
+#include "refdoc/Text.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 #include "support/LookupFixture.hpp"
 #include "support/RandomDamage.hpp"
@@ -50,8 +51,14 @@ inline std::vector<std::string> keptInputs(const std::string& target) {
 /// Sets what the client's check tells beside what the library gives.
 class RefdocCheckAgreement : public LookupFixture {
 protected:
-    static std::vector<refdoc::Finding> check() {
-        return refdoc::checkRoot([](std::size_t, std::size_t) {}).findings;
+    std::vector<refdoc::Finding> check() {
+        const std::u16string before = language;
+        refdoc::CheckHost host;
+        host.showProgress = [](std::size_t, std::size_t) {};
+        host.setLanguage = [this](const std::string& code) { language = refdoc::fromUtf8(code); };
+        std::vector<refdoc::Finding> findings = refdoc::checkRoot(host).findings;
+        language = before;
+        return findings;
     }
 
     static bool loses(const std::vector<refdoc::Finding>& findings, refdoc::Loss loss,
@@ -119,7 +126,7 @@ protected:
         return fl::i18n::to_string(text);
     }
 
-    void expectAgreement(refdoc::Catalog catalog, const std::string& text) const {
+    void expectAgreement(refdoc::Catalog catalog, const std::string& text) {
         root.remove("docCatalog");
         catalog == refdoc::Catalog::Lookup ? root.lookupFile("m.json", text)
                                            : root.referenceFile("m.json", text);

@@ -5,14 +5,15 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 #include <fmt/format.h>
 
+#include "refdoc/CheckNames.hpp"
 #include "refdoc/CheckText.hpp"
-#include "refdoc/ResourceNames.hpp"
 #include "refdoc/Text.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 
@@ -34,31 +35,13 @@ public:
     void check(const std::vector<ResourceDocument>& documents) {
         const bool lacksEnglish = text_.language != kEnglish && !checkEnglishFile();
         for (const ResourceDocument& document : documents) {
-            if (isLookup_)
-                checkKey(document);
             if (text_.language != kEnglish && !lacksEnglish)
-                checkEnglishItems(document);
+                isLookup_ ? checkEnglishNames(document) : checkEnglishItems(document);
             checkLinks(document);
         }
     }
 
 private:
-    /// Readers get one document: of English ones the first with what the others add, of localized
-    /// ones the last.
-    void checkKey(const ResourceDocument& document) {
-        const std::vector<std::string>& holders = index_.holders(text_, document.key);
-        const bool isEnglish = text_.language == kEnglish;
-        const std::string& winner = isEnglish ? holders.front() : holders.back();
-        if (winner == CheckIndex::idOf(text_))
-            return;
-        findings_.add(
-            Fault::SharedKey, Loss::Nothing,
-            fmt::format("{} has the document {} too and is read {}: this one only fills in "
-                        "what is not there",
-                        winner, inQuotes(document.key), isEnglish ? "before" : "after"),
-            document.pointer);
-    }
-
     /// Whether the text can be compared with English at all. Lookup documents belong together by
     /// their keys, whatever their files are called.
     bool checkEnglishFile() {
@@ -74,24 +57,55 @@ private:
         return index_.hasEnglish(text_);
     }
 
-    void checkEnglishItems(const ResourceDocument& document) {
-        const CheckIndex::Names* english = index_.englishItems(text_, document.key);
-        if (english == nullptr)
-            return findings_.add(Fault::NoEnglish, Loss::Nothing,
-                                 fmt::format("there is no English document {}: readers of other "
-                                             "languages get nothing",
-                                             inQuotes(document.key)),
-                                 document.pointer);
-        const std::string_view member = isLookup_ ? "name" : "href";
+    void checkEnglishNames(const ResourceDocument& document) {
+        if (index_.holderOf(std::string(kEnglish), document.key) == nullptr)
+            return addNoEnglishDocument(document);
         const json::array& items = document.value->at("refItems").as_array();
         for (std::size_t i = 0; i < items.size(); ++i) {
-            const std::string name(items[i].at(member).as_string());
-            if (!english->contains(name))
-                findings_.add(
-                    Fault::NoEnglish, Loss::Nothing,
-                    fmt::format("the {} {} is not in the English document", member, inQuotes(name)),
-                    fmt::format("{}/refItems/{}/{}", document.pointer, i, member));
+            const std::string name(items[i].at("name").as_string());
+            if (index_.holderOf(std::string(kEnglish), document.key, name) == nullptr)
+                addNoEnglishItem("name", name, document, i);
         }
+    }
+
+    /// The items of an href replace all English ones of it.
+    void checkEnglishItems(const ResourceDocument& document) {
+        const CheckIndex::HrefCounts* english = index_.englishItems(text_, document.key);
+        if (english == nullptr)
+            return addNoEnglishDocument(document);
+        const json::array& items = document.value->at("refItems").as_array();
+        CheckIndex::HrefCounts localized;
+        for (const json::value& item : items)
+            ++localized[std::string(item.at("href").as_string())];
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            const std::string href(items[i].at("href").as_string());
+            const auto counterpart = english->find(href);
+            const std::size_t count = std::exchange(localized[href], 0); // once for each href
+            if (counterpart == english->end())
+                addNoEnglishItem("href", href, document, i);
+            else if (count > 0 && count < counterpart->second)
+                findings_.add(Fault::LostItem, Loss::Nothing,
+                              fmt::format("English has {} items of this href: readers of {} only "
+                                          "get what is here, {} of them",
+                                          counterpart->second, text_.language, count),
+                              fmt::format("{}/refItems/{}", document.pointer, i), Level::Warning);
+        }
+    }
+
+    void addNoEnglishDocument(const ResourceDocument& document) {
+        findings_.add(Fault::NoEnglish, Loss::Nothing,
+                      fmt::format("there is no English document {}: readers of other languages get "
+                                  "nothing",
+                                  inQuotes(document.key)),
+                      document.pointer);
+    }
+
+    void addNoEnglishItem(std::string_view member, const std::string& text,
+                          const ResourceDocument& document, std::size_t item) {
+        findings_.add(
+            Fault::NoEnglish, Loss::Nothing,
+            fmt::format("the {} {} is not in the English document", member, inQuotes(text)),
+            fmt::format("{}/refItems/{}/{}", document.pointer, item, member));
     }
 
     void checkLinks(const ResourceDocument& document) {

@@ -8,7 +8,8 @@
 
 namespace refdoc {
 
-/// Tells the faults of a sound text that only show beside the other files of its root.
+/// Tells what a sound text has that does not fit the other files of its root: localized things
+/// without English ones, and links that lead nowhere.
 void checkAcross(const ResourceText& text, const boost::json::value& resource,
                  const CheckIndex& index, FindingList& findings);
 

@@ -28,12 +28,12 @@ namespace {
 constexpr const char* kFooter =
     R"(For documentation authors: tells what readers would miss without a word, and where. All languages
 are checked at once. Findings are
-  error     something is lost: a file, a leaf of a package, a document
+  error     something is lost: a file, a leaf of a package, a document, an item
   warning   something is shown otherwise than meant
   note      something else stands among the resource files
 one to a line, as FILE[:LEAF]:LINE:COLUMN: LEVEL: MESSAGE (JSON POINTER), with lines and columns from 1
-on and columns in characters. Of one kind the first 20 in a file are told, and how many more there are.
---json prints one JSON object a line, --sarif a SARIF 2.1.0 log. Exit codes:
+on and columns in characters. Of one kind the first 20 in a file are told, and how many more there are;
+--json prints all of them, one JSON object a line, and --sarif as a SARIF 2.1.0 log. Exit codes:
   0  no errors
   1  errors
   2  wrong use (a ROOT without resource files too), or the output cannot be written
@@ -83,6 +83,19 @@ std::string checkedRoot() {
         toUtf8(roots->referenceApiLookupFolder), toUtf8(roots->referenceApiFolder)));
 }
 
+CheckResult checkWithProgress(GlobalOptions options) {
+    Progress progress;
+    CheckHost host;
+    host.showProgress = [&progress](std::size_t done, std::size_t all) {
+        progress.show(done, all);
+    };
+    host.setLanguage = [&options](const std::string& language) {
+        options.language = language;
+        environment::setServices(hostServices(options));
+    };
+    return checkRoot(host);
+}
+
 ExitCode check(const CheckArguments& arguments, GlobalOptions options) {
     CheckReportOptions report = reportOptions(arguments, options);
     if (arguments.root) {
@@ -92,12 +105,7 @@ ExitCode check(const CheckArguments& arguments, GlobalOptions options) {
     report.root = checkedRoot();
     if (arguments.sarif)
         report.root = std::filesystem::absolute(report.root).lexically_normal().native();
-    CheckResult result;
-    {
-        Progress progress;
-        result =
-            checkRoot([&progress](std::size_t done, std::size_t all) { progress.show(done, all); });
-    }
+    const CheckResult result = checkWithProgress(options);
     writeOutput(checkReport(result, report));
     return result.hasErrors() ? ExitCode::NothingFound : ExitCode::Found;
 }

@@ -11,8 +11,8 @@
 #include <fmt/format.h>
 
 #include "environment/PathAndText.hpp"
+#include "refdoc/CheckNames.hpp"
 #include "refdoc/CheckPackage.hpp"
-#include "refdoc/ResourceNames.hpp"
 #include "refdoc/Text.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 
@@ -87,18 +87,9 @@ public:
     /// Only now is it known which names there are.
     CatalogFolder finish() {
         for (const CatalogFile& file : result_.files) {
-            const auto named = unknownLanguage(file.stem);
-            if (!named || file.language != kEnglish)
-                continue;
             FindingList findings(file.name, {});
-            findings.add(Fault::UnknownLanguage, Loss::Nothing,
-                         fmt::format("{}: read as English, of a resource {}",
-                                     named->language == kEnglish
-                                         ? "names of English files have no language"
-                                         : named->language + " is no supported language",
-                                     inQuotes(file.stem)));
-            if (!stems_.contains(named->resource))
-                findings.kept().back().level = Level::Note;
+            if (file.language == kEnglish)
+                checkMeantLanguage(file.stem, stems_, findings);
             append(findings);
         }
         return std::move(result_);
@@ -151,7 +142,8 @@ std::string readFailure(const std::u16string& path) {
 }
 
 void readPlainFile(const CatalogFile& file, const TextVisitor& visit, FindingList& findings) {
-    const ResourceText text{file, {}, file.language, DocResourceParser::openAndReadFile(file.path)};
+    const ResourceText text{
+        file, {}, 0, file.language, file.language, DocResourceParser::openAndReadFile(file.path)};
     const std::string failure = text.content.empty() ? readFailure(file.path) : std::string();
     if (failure.empty())
         visit(text, findings);

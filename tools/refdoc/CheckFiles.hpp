@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -32,9 +33,16 @@ CatalogFolder listCatalog(Catalog catalog);
 /// The text of a file, or of a leaf of a package.
 struct ResourceText {
     const CatalogFile& file;
-    std::string leaf; ///< the last component of its name
-    std::string language;
+    std::string leaf; ///< the whole name of the entry
+    std::size_t leafNumber;
+    std::string language; ///< that it counts as
+    /// The language of those who get it. English texts go to all, but for those in packages of one
+    /// language.
+    std::string readers;
     std::string content;
+
+    /// The file's name, with the leaf's behind a colon.
+    std::string shownName() const { return leaf.empty() ? file.name : file.name + ':' + leaf; }
 };
 
 /// Called with each text that the library reads in any language, and with the list for all that is

@@ -10,8 +10,9 @@ std::string_view levelName(Level level) {
 }
 
 std::string_view lossText(Loss loss) {
-    constexpr std::array<std::string_view, 4> texts{
-        "", "the document is lost", "the whole leaf is lost", "the whole file is lost"};
+    constexpr std::array<std::string_view, 5> texts{"", "the item is lost", "the document is lost",
+                                                    "the whole leaf is lost",
+                                                    "the whole file is lost"};
     return texts[static_cast<std::size_t>(loss)];
 }
 
@@ -25,24 +26,26 @@ std::string inQuotes(std::string_view text) {
     return fmt::format("\"{}...\"", text.substr(0, end));
 }
 
-void FindingList::add(Fault fault, Loss loss, std::string message, std::string pointer) {
-    addAt({}, fault, loss, std::move(message), std::move(pointer));
-}
-
-void FindingList::addAt(TextPosition position, Fault fault, Loss loss, std::string message,
-                        std::string pointer) {
+void FindingList::add(Fault fault, Loss loss, std::string message, std::string pointer,
+                      std::optional<Level> level) {
     losesText_ = losesText_ || loss == Loss::File || loss == Loss::Leaf;
     if (++counts_[fault] > kMostOfOneKind)
         return;
     findings_.push_back({fault,
-                         ruleOf(fault).level,
+                         level.value_or(ruleOf(fault).level),
                          loss,
                          file_,
                          leaf_,
                          std::move(pointer),
                          {},
-                         std::move(message),
-                         position});
+                         std::move(message)});
+}
+
+void FindingList::addAt(TextPosition position, Fault fault, Loss loss, std::string message,
+                        std::string pointer) {
+    add(fault, loss, std::move(message), std::move(pointer));
+    if (counts_[fault] <= kMostOfOneKind)
+        findings_.back().position = position;
 }
 
 std::vector<Finding> FindingList::take() {

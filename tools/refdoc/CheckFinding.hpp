@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -18,7 +19,7 @@ std::string_view levelName(Level level);
 std::string inQuotes(std::string_view text);
 
 /// What readers do not get because of a fault.
-enum class Loss { Nothing, Document, Leaf, File };
+enum class Loss { Nothing, Item, Document, Leaf, File };
 
 /// What is lost, as a clause of its own; empty for nothing.
 std::string_view lossText(Loss loss);
@@ -36,6 +37,7 @@ enum class Fault {
     MissingMember,
     WrongKind,
     RepeatedKey,
+    LostItem,
     UnreadName,
     UnknownText,
     GarbledText,
@@ -47,17 +49,19 @@ enum class Fault {
     OtherFile
 };
 
-inline constexpr std::array<Rule, 14> kRules{{
+inline constexpr std::array<Rule, 15> kRules{{
     {"unreadable", Level::Error, "A file, package or leaf whose content cannot be had"},
     {"not-json", Level::Error, "Text that is not JSON"},
     {"missing-member", Level::Error, "A required member that is missing"},
     {"wrong-kind", Level::Error, "A value of another kind than the format has at its place"},
     {"repeated-key", Level::Error, "A document with the key of an earlier one in its file"},
+    {"lost-item", Level::Error, "A lookup that another file of its language keeps from readers"},
     {"unread-name", Level::Error, "A name that keeps a file or leaf from being read"},
     {"unknown-text", Level::Warning, "An enumeration that counts as its default"},
     {"garbled-text", Level::Warning, "A 7-bit text with characters beyond ASCII"},
     {"repeated-member", Level::Warning, "A member that an object has twice: the last one counts"},
-    {"shared-key", Level::Warning, "Documents of one key in several files of one language"},
+    {"shared-key", Level::Warning,
+     "A document whose header another file's of its language replaces"},
     {"unknown-language", Level::Warning, "A name that tells another language than it is read as"},
     {"no-english", Level::Warning, "Something localized that there is not in English"},
     {"dead-link", Level::Warning, "A link that leads nowhere inside the root"},
@@ -80,22 +84,21 @@ struct Finding {
     Level level;
     Loss loss;
     std::string file; ///< relative to the root
-    std::string leaf; ///< empty unless the file is a package and the fault lies in one leaf
+    /// The whole name of an entry; empty unless the file is a package and the fault lies in one
+    /// leaf.
+    std::string leaf;
     std::string pointer;
     std::string item;
     std::string message;
     TextPosition position{};
     std::size_t further = 0; ///< of how many findings that are left out this one tells
-
-    bool isOf(const std::string& otherFile, const std::string& otherLeaf = {}) const {
-        return file == otherFile && leaf == otherLeaf;
-    }
 };
 
-/// The findings of one file or leaf. Of each kind the first few are kept, the others counted.
+/// The findings of one file or leaf. Of a kind that is without end only so many are kept, and the
+/// others counted.
 class FindingList {
 public:
-    static constexpr std::size_t kMostOfOneKind = 20;
+    static constexpr std::size_t kMostOfOneKind = 10000;
 
     FindingList(std::string file, std::string leaf)
         : file_(std::move(file)), leaf_(std::move(leaf)) {}
@@ -103,7 +106,9 @@ public:
     /// What one leaf loses is all that a plain file has.
     Loss wholeText() const { return leaf_.empty() ? Loss::File : Loss::Leaf; }
 
-    void add(Fault fault, Loss loss, std::string message, std::string pointer = {});
+    /// @param level that of the fault's rule unless it is given.
+    void add(Fault fault, Loss loss, std::string message, std::string pointer = {},
+             std::optional<Level> level = {});
     /// The same with a position that is known already.
     void addAt(TextPosition position, Fault fault, Loss loss, std::string message,
                std::string pointer = {});

@@ -2,15 +2,15 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstddef>
+#include <charconv>
 #include <filesystem>
 #include <functional>
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 
+#include "refdoc/CheckNames.hpp"
 #include "refdoc/CheckText.hpp"
-#include "refdoc/ResourceNames.hpp"
 
 namespace refdoc {
 
@@ -18,12 +18,7 @@ namespace {
 
 namespace json = boost::json;
 
-void addItems(const ResourceDocument& document, std::string_view member, CheckIndex::Names& names) {
-    for (const json::value& item : document.value->at("refItems").as_array())
-        names.emplace(item.at(member).as_string());
-}
-
-void addPagesOf(const json::value* document, CheckIndex::Names& pages) {
+void addPagesOf(const json::value* document, std::unordered_set<std::string>& pages) {
     const json::object* object = document->if_object();
     const json::value* items = object ? object->if_contains("refItems") : nullptr;
     if (items == nullptr || !items->is_array())
@@ -47,6 +42,23 @@ bool hasScheme(std::string_view link) {
            std::all_of(link.begin(), link.begin() + static_cast<std::ptrdiff_t>(end), belongs);
 }
 
+/// Escapes that are none stay as they are.
+std::string percentDecoded(std::string_view path) {
+    std::string decoded;
+    for (std::size_t at = 0; at < path.size(); ++at) {
+        unsigned char byte = 0;
+        const char* const digits = path.data() + at + 1;
+        if (path[at] == '%' && path.size() - at > 2 &&
+            std::from_chars(digits, digits + 2, byte, 16).ptr == digits + 2) {
+            decoded += static_cast<char>(byte);
+            at += 2;
+        } else {
+            decoded += path[at];
+        }
+    }
+    return decoded;
+}
+
 } // namespace
 
 void CheckIndex::addFile(const CatalogFile& file) {
@@ -56,17 +68,39 @@ void CheckIndex::addFile(const CatalogFile& file) {
 
 void CheckIndex::addSoundText(const ResourceText& text, const json::value& resource) {
     sound_.insert(versionOf(text));
+    if (text.file.catalog == Catalog::Lookup)
+        addLookups(text, resource);
+    else if (text.language == kEnglish)
+        addReferences(text, resource);
+}
+
+void CheckIndex::addLookups(const ResourceText& text, const json::value& resource) {
+    lookupReaders_.insert(text.readers);
+    if (text.readers != text.language)
+        return;
     const bool isEnglish = text.language == kEnglish;
-    Documents* references = text.file.catalog == Catalog::Reference && isEnglish
-                                ? &englishReferences_[text.file.resource]
-                                : nullptr;
+    const auto number = static_cast<TextNumber>(texts_.size());
+    texts_.push_back(text.shownName());
+    LookupDocuments& documents = lookups_[text.language];
     for (const ResourceDocument& document : documentsOf(resource)) {
-        if (text.file.catalog == Catalog::Lookup)
-            holders_[{text.language, document.key}].push_back(idOf(text));
-        if (references != nullptr)
-            addItems(document, "href", (*references)[document.key]);
-        else if (isEnglish)
-            addItems(document, "name", englishLookups_[document.key]);
+        const auto [held, isNew] = documents.try_emplace(document.key, LookupHolders{number, {}});
+        if (!isEnglish)
+            held->second.document = number;
+        for (const json::value& item : document.value->at("refItems").as_array()) {
+            TextNumber& holder =
+                held->second.names.try_emplace(std::string(item.at("name").as_string()), number)
+                    .first->second;
+            if (!isEnglish)
+                holder = number;
+        }
+    }
+}
+
+void CheckIndex::addReferences(const ResourceText& text, const json::value& resource) {
+    for (const ResourceDocument& document : documentsOf(resource)) {
+        HrefCounts& hrefs = englishReferences_[text.file.resource][document.key];
+        for (const json::value& item : document.value->at("refItems").as_array())
+            ++hrefs[std::string(item.at("href").as_string())];
     }
 }
 
@@ -80,41 +114,51 @@ void CheckIndex::addPages(const json::value& resource) {
         addPagesOf(&package, pages_);
 }
 
-const CheckIndex::Names* CheckIndex::englishItems(const ResourceText& text,
-                                                  const std::string& key) const {
-    const Documents* documents = &englishLookups_;
-    if (text.file.catalog == Catalog::Reference) {
-        const auto resource = englishReferences_.find(text.file.resource);
-        if (resource == englishReferences_.end())
-            return nullptr;
-        documents = &resource->second;
-    }
-    const auto found = documents->find(key);
-    return found == documents->end() ? nullptr : &found->second;
-}
-
 bool CheckIndex::hasEnglish(const ResourceText& text) const {
     return englishReferences_.contains(text.file.resource);
 }
 
-const std::vector<std::string>& CheckIndex::holders(const ResourceText& text,
-                                                    const std::string& key) const {
-    return holders_.at({text.language, key});
+const CheckIndex::HrefCounts* CheckIndex::englishItems(const ResourceText& text,
+                                                       const std::string& key) const {
+    const auto resource = englishReferences_.find(text.file.resource);
+    if (resource == englishReferences_.end())
+        return nullptr;
+    const auto found = resource->second.find(key);
+    return found == resource->second.end() ? nullptr : &found->second;
 }
 
-std::string CheckIndex::idOf(const ResourceText& text) {
-    return text.leaf.empty() ? text.file.name : text.file.name + ':' + text.leaf;
+const CheckIndex::LookupHolders* CheckIndex::holdersOf(const std::string& language,
+                                                       const std::string& key) const {
+    const auto documents = lookups_.find(language);
+    if (documents == lookups_.end())
+        return nullptr;
+    const auto found = documents->second.find(key);
+    return found == documents->second.end() ? nullptr : &found->second;
+}
+
+const std::string* CheckIndex::holderOf(const std::string& language, const std::string& key) const {
+    const LookupHolders* holders = holdersOf(language, key);
+    return holders == nullptr ? nullptr : &texts_[holders->document];
+}
+
+const std::string* CheckIndex::holderOf(const std::string& language, const std::string& key,
+                                        const std::string& name) const {
+    const LookupHolders* holders = holdersOf(language, key);
+    if (holders == nullptr)
+        return nullptr;
+    const auto found = holders->names.find(name);
+    return found == holders->names.end() ? nullptr : &texts_[found->second];
 }
 
 CheckIndex::Version CheckIndex::versionOf(const ResourceText& text) {
-    return {idOf(text), std::hash<std::string>()(text.content)};
+    return {text.file.name, text.leafNumber, std::hash<std::string>()(text.content)};
 }
 
 std::string pageOf(std::string_view link) {
     const std::string_view path = link.substr(0, link.find_first_of("?#"));
     if (path.empty() || path.starts_with('/') || hasScheme(link))
         return {};
-    return std::filesystem::path(path).lexically_normal().generic_string();
+    return std::filesystem::path(percentDecoded(path)).lexically_normal().generic_string();
 }
 
 } // namespace refdoc

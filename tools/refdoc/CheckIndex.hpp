@@ -1,12 +1,15 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <tuple>
+#include <unordered_map>
 #include <unordered_set>
-#include <utility>
 #include <vector>
 
 #include <boost/json/value.hpp>
@@ -18,7 +21,8 @@ namespace refdoc {
 /// What is known of all files of a root, for the faults that only show between them.
 class CheckIndex {
 public:
-    using Names = std::unordered_set<std::string>;
+    /// How many items there are of each href.
+    using HrefCounts = std::unordered_map<std::string, std::size_t>;
 
     void addFile(const CatalogFile& file);
     /// Texts come in the order in which the library reads them.
@@ -31,36 +35,49 @@ public:
     bool hasReferenceFile(const std::string& stem) const { return referenceStems_.contains(stem); }
     bool hasPage(const std::string& page) const { return pages_.contains(page); }
 
-    /// The names (of lookups) or hrefs of the English documents of `key` that readers of the text
-    /// get beside it; null when there is none.
-    const Names* englishItems(const ResourceText& text, const std::string& key) const;
     /// Whether the English file of a full reference file was sound.
     bool hasEnglish(const ResourceText& text) const;
+    /// The items of the English document that a localized one of a full reference file is laid
+    /// over; null when there is none.
+    const HrefCounts* englishItems(const ResourceText& text, const std::string& key) const;
 
-    /// The texts of one language that hold a lookup document of the key, in reading order, each as
-    /// a file's name, with the leaf's behind a colon.
-    const std::vector<std::string>& holders(const ResourceText& text, const std::string& key) const;
-    static std::string idOf(const ResourceText& text);
+    /// The languages of those who read the sound lookup files.
+    const std::set<std::string>& lookupReaders() const { return lookupReaders_; }
+    /// Where readers of a language find the document of the key, or the name in it: of the English
+    /// texts that have it the first, of localized ones the last. Null when no text has it.
+    const std::string* holderOf(const std::string& language, const std::string& key) const;
+    const std::string* holderOf(const std::string& language, const std::string& key,
+                                const std::string& name) const;
 
 private:
-    using Documents = std::map<std::string, Names>; // by key
+    /// A text, by the order in which it was added.
+    using TextNumber = std::uint32_t;
+    struct LookupHolders {
+        TextNumber document;
+        std::unordered_map<std::string, TextNumber> names;
+    };
+    using LookupDocuments = std::map<std::string, LookupHolders>; // by key
 
-    using Version = std::pair<std::string, std::size_t>;
-
-    /// Leaves may have equal names, and a file may change between two readings.
+    /// A file may change between two readings.
+    using Version = std::tuple<std::string, std::size_t, std::size_t>;
     static Version versionOf(const ResourceText& text);
+
+    void addLookups(const ResourceText& text, const boost::json::value& resource);
+    void addReferences(const ResourceText& text, const boost::json::value& resource);
+    const LookupHolders* holdersOf(const std::string& language, const std::string& key) const;
 
     std::set<std::string> referenceStems_;
     std::set<Version> sound_;
-    Names pages_;
-    Documents englishLookups_;
-    std::map<std::string, Documents> englishReferences_; // by resource
-    std::map<std::pair<std::string, std::string>, std::vector<std::string>>
-        holders_; // by language and key
+    std::unordered_set<std::string> pages_;
+    std::vector<std::string> texts_; // as they are shown
+    std::set<std::string> lookupReaders_;
+    std::map<std::string, LookupDocuments> lookups_; // by language
+    std::map<std::string, std::map<std::string, HrefCounts>>
+        englishReferences_; // by resource and key
 };
 
-/// The page that a link leads to: the link without what follows "#" or "?", normalised. Empty for
-/// links that leave the documentation or stay on their page.
+/// The page that a link leads to: the link without what follows "#" or "?", its escapes decoded,
+/// normalised. Empty for links that leave the documentation or stay on their page.
 std::string pageOf(std::string_view link);
 
 } // namespace refdoc

@@ -1,8 +1,10 @@
 #include "refdoc/CheckPackage.hpp"
 
+#include <cstddef>
 #include <exception>
 #include <ios>
 #include <memory>
+#include <optional>
 #include <set>
 #include <sstream>
 #include <string>
@@ -12,7 +14,7 @@
 
 #include "environment/PathAndText.hpp"
 #include "environment/ZipPackages.hpp"
-#include "refdoc/ResourceNames.hpp"
+#include "refdoc/CheckNames.hpp"
 #include "refdoc/Text.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 
@@ -45,9 +47,9 @@ public:
     }
 
     std::vector<Finding> read() {
-        for (const FileSystemEntry& leaf : leaves_)
-            readLeaf(leaf);
-        if (findings_.empty() && leaves_.empty()) {
+        for (std::size_t number = 0; number < leaves_.size(); ++number)
+            readLeaf(number);
+        if (leaves_.empty()) {
             FindingList list(file_.name, {});
             list.add(Fault::OtherFile, Loss::Nothing, "the package holds no leaves");
             append(list);
@@ -61,12 +63,15 @@ private:
             findings_.push_back(std::move(finding));
     }
 
-    void readLeaf(const FileSystemEntry& leaf) {
+    void readLeaf(std::size_t number) {
+        const FileSystemEntry& leaf = leaves_[number];
         const std::u16string name =
             fl::filesystem::detail::make_native_form(leaf.getBaseName(), true);
-        FindingList findings(file_.name, toUtf8(name));
+        const std::string path = toUtf8(manager_.getPath(leaf));
+        FindingList findings(file_.name, path);
         if (DocResourceParser::isValidFilename(fl::filesystem::upath(name)))
-            readResource(leaf, name, findings);
+            readResource(number, path, toUtf8(fl::filesystem::detail::extract_stem(name)),
+                         findings);
         else if (isResourceNameButForCase(name))
             findings.add(Fault::UnreadName, Loss::Leaf,
                          "the extension is not in lower-case letters");
@@ -75,21 +80,25 @@ private:
         append(findings);
     }
 
-    void readResource(const FileSystemEntry& leaf, const std::u16string& name,
+    void readResource(std::size_t number, const std::string& path, const std::string& stem,
                       FindingList& findings) {
-        const std::string stem = toUtf8(fl::filesystem::detail::extract_stem(name));
         const std::string language =
             leaves_.size() == 1 ? onlyLeafLanguage(stem, findings) : leafLanguage(stem, findings);
         if (language.empty())
             return;
-        ResourceText text{file_, toUtf8(name), language, {}};
+        ResourceText text{file_, path, number, language, readersOf(language), {}};
         try {
-            text.content = contentOf(leaf, manager_);
+            text.content = contentOf(leaves_[number], manager_);
         } catch (const std::exception& failure) {
             return findings.add(Fault::Unreadable, Loss::Leaf,
                                 fmt::format("the leaf cannot be read: {}", failure.what()));
         }
         visit_(text, findings);
+    }
+
+    /// A package of one language is read for that language alone.
+    const std::string& readersOf(const std::string& language) const {
+        return file_.language == kEnglish ? language : file_.language;
     }
 
     /// Of a package with one leaf, the package's name tells the language. Nothing for a leaf that
@@ -112,9 +121,8 @@ private:
     /// Of any other package the leaves do, as far as the package itself is read.
     std::string leafLanguage(const std::string& stem, FindingList& findings) const {
         const NameLanguage own = languageOfStem(stem);
-        const auto named = unknownLanguage(stem);
-        if (own.language == kEnglish && named)
-            addUnknownLanguage(*named, stem, findings);
+        if (own.language == kEnglish)
+            checkMeantLanguage(stem, stems_, findings);
         if (file_.language == kEnglish || own.language == file_.language)
             return own.language;
         if (own.language == kEnglish) {
@@ -128,15 +136,6 @@ private:
                      fmt::format("is for {}, and the package is only read for {}", own.language,
                                  file_.language));
         return {};
-    }
-
-    void addUnknownLanguage(const NameLanguage& named, const std::string& stem,
-                            FindingList& findings) const {
-        findings.add(Fault::UnknownLanguage, Loss::Nothing,
-                     fmt::format("{} is no supported language: read as English, of a resource {}",
-                                 named.language, inQuotes(stem)));
-        if (!stems_.contains(named.resource))
-            findings.kept().back().level = Level::Note;
     }
 
     const CatalogFile& file_;
@@ -153,14 +152,16 @@ private:
 } // namespace
 
 std::vector<Finding> readPackage(const CatalogFile& file, const TextVisitor& visit) {
-    FindingList findings(file.name, {});
+    std::optional<PackageReader> reader;
     try {
-        return PackageReader(file, visit).read();
+        reader.emplace(file, visit);
     } catch (const std::exception& failure) {
+        FindingList findings(file.name, {});
         findings.add(Fault::Unreadable, Loss::File,
                      fmt::format("the package cannot be read: {}", failure.what()));
+        return findings.take();
     }
-    return findings.take();
+    return reader->read();
 }
 
 } // namespace refdoc

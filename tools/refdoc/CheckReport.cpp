@@ -1,7 +1,9 @@
 #include "refdoc/CheckReport.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <map>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -69,15 +71,63 @@ std::string summary(const CheckResult& result) {
                        counted(result.fileCount, "file"));
 }
 
+/// The findings of one file or leaf, in their order; of a kind only the first few.
+class TextOfPlace {
+public:
+    explicit TextOfPlace(const CheckReportOptions& options) : options_(options) {}
+
+    void add(const Finding& finding) {
+        Count& count = counts_[finding.fault];
+        if (finding.further == 0 && ++count.told <= kMostTold) {
+            text_ += lineOf(finding, options_);
+            return;
+        }
+        count.further += std::max<std::size_t>(finding.further, 1);
+        count.level = std::max(count.level, finding.level);
+    }
+
+    std::string finish(Finding place) {
+        place.item.clear();
+        place.pointer.clear();
+        place.position = {};
+        place.loss = Loss::Nothing;
+        for (const auto& [fault, count] : counts_) {
+            if (count.further == 0)
+                continue;
+            place.level = count.level;
+            place.message = fmt::format("{} more of this kind", count.further);
+            text_ += lineOf(place, options_);
+        }
+        return std::move(text_);
+    }
+
+private:
+    static constexpr std::size_t kMostTold = 20;
+
+    struct Count {
+        std::size_t told = 0;
+        std::size_t further = 0;
+        Level level = Level::Note;
+    };
+
+    const CheckReportOptions& options_;
+    std::string text_;
+    std::map<Fault, Count> counts_;
+};
+
 std::string asText(const std::vector<const Finding*>& findings, const CheckResult& result,
                    const CheckReportOptions& options) {
     std::string text;
     const Finding* previous = nullptr;
-    for (const Finding* finding : findings) {
-        if (previous != nullptr && previous->file != finding->file)
+    for (auto at = findings.begin(); at != findings.end();) {
+        const Finding& first = **at;
+        TextOfPlace place(options);
+        for (; at != findings.end() && (*at)->file == first.file && (*at)->leaf == first.leaf; ++at)
+            place.add(**at);
+        if (previous != nullptr && previous->file != first.file)
             text += '\n';
-        text += lineOf(*finding, options);
-        previous = finding;
+        text += place.finish(first);
+        previous = &first;
     }
     return text + (text.empty() ? "" : "\n") + summary(result);
 }

@@ -2,13 +2,16 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 #include <string_view>
 #include <tuple>
 #include <utility>
 
 #include "refdoc/CheckAcross.hpp"
+#include "refdoc/CheckDelivery.hpp"
 #include "refdoc/CheckFiles.hpp"
 #include "refdoc/CheckIndex.hpp"
+#include "refdoc/CheckJson.hpp"
 #include "refdoc/CheckText.hpp"
 
 namespace refdoc {
@@ -17,7 +20,7 @@ namespace {
 
 class RootCheck {
 public:
-    explicit RootCheck(const CheckProgress& progress) : progress_(progress) {}
+    explicit RootCheck(const CheckHost& host) : host_(host) {}
 
     CheckResult run() {
         for (const Catalog catalog : {Catalog::Lookup, Catalog::Reference}) {
@@ -30,12 +33,15 @@ public:
                               [](const CatalogFile& file) { return file.isPackage; });
         for (const CatalogFile& file : files_)
             checkAlone(file);
+        readDeliveries();
         for (const CatalogFile& file : files_)
             checkBesideOthers(file);
         return finish();
     }
 
 private:
+    void showProgress(std::size_t done) const { host_.showProgress(done, 3 * files_.size()); }
+
     void append(std::vector<Finding> findings) {
         std::move(findings.begin(), findings.end(), std::back_inserter(result_.findings));
     }
@@ -53,7 +59,19 @@ private:
             if (!findings.losesText())
                 index_.addSoundText(text, *resource);
         }));
-        progress_(++done_, 2 * files_.size());
+        showProgress(++done_);
+    }
+
+    /// All files again for each language; together they count as once.
+    void readDeliveries() {
+        const std::set<std::string>& languages = index_.lookupReaders();
+        std::size_t read = 0;
+        for (const std::string& language : languages) {
+            host_.setLanguage(language);
+            deliveries_.try_emplace(language);
+            showProgress(done_ + ++read * files_.size() / languages.size());
+        }
+        done_ += files_.size();
     }
 
     void checkBesideOthers(const CatalogFile& file) {
@@ -62,11 +80,12 @@ private:
             const auto resource = index_.isSound(text) ? parseText(text, findings) : std::nullopt;
             if (!resource || findings.losesText())
                 return;
+            checkDelivery(text, *resource, index_, deliveries_, findings);
             checkAcross(text, *resource, index_, findings);
             locateFindings(text, *resource, false, findings);
             append(findings.take());
         });
-        progress_(++done_, 2 * files_.size());
+        showProgress(++done_);
     }
 
     CheckResult finish() {
@@ -82,10 +101,11 @@ private:
         return std::move(result_);
     }
 
-    const CheckProgress& progress_;
+    const CheckHost& host_;
     std::size_t done_ = 0;
     std::vector<CatalogFile> files_;
     CheckIndex index_;
+    Deliveries deliveries_;
     CheckResult result_;
 };
 
@@ -96,8 +116,8 @@ bool CheckResult::hasErrors() const {
                        [](const Finding& finding) { return finding.level == Level::Error; });
 }
 
-CheckResult checkRoot(const CheckProgress& progress) {
-    return RootCheck(progress).run();
+CheckResult checkRoot(const CheckHost& host) {
+    return RootCheck(host).run();
 }
 
 } // namespace refdoc

@@ -1,6 +1,8 @@
 #include "refdoc/CheckSevenBit.hpp"
 
 #include <algorithm>
+#include <cstddef>
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
@@ -34,15 +36,35 @@ bool documentsApp(const json::object& item) {
     });
 }
 
-/// The members whose own members, or whose elements' members, are read.
-const Names& containers() {
-    static const Names names{"appthumbnail", "syntaxgroup", "inputgroup",         "namevaluepairs",
-                             "inputs",       "outputs",     "classpropertygroup", "classproperty",
-                             "seealso",      "examples",    "parameters"};
-    return names;
+/// What is read of an item, or of a list or object within one.
+struct Part {
+    Names sevenBitTexts;
+    Names parts; ///< lists and objects of further members
+};
+
+/// By the member that holds it; the item itself has none.
+const Part& partOf(std::string_view member) {
+    static const std::map<std::string_view, Part> parts{
+        {"",
+         {{"href", "packagename", "introduced"},
+          {"appthumbnail", "syntaxgroup", "inputgroup", "outputs", "classpropertygroup", "seealso",
+           "examples", "parameters"}}},
+        {"appthumbnail", {{"fileref"}, {}}},
+        {"syntaxgroup", {{"syntax"}, {}}},
+        {"inputgroup", {{}, {"inputs", "namevaluepairs"}}},
+        {"namevaluepairs", {{}, {"inputs"}}},
+        {"inputs", {{"htmlid", "name"}, {}}},
+        {"outputs", {{"htmlid"}, {}}},
+        {"parameters", {{"htmlid"}, {}}},
+        {"classpropertygroup", {{}, {"classproperty"}}},
+        {"classproperty", {{"name"}, {}}},
+        {"seealso", {{"url"}, {}}},
+        {"examples", {{"url", "open_command"}, {}}},
+    };
+    return parts.at(member);
 }
 
-/// Goes through the part of an item that is a list or object called `name`.
+/// Goes through an item. `name` is the member that holds what is gone through, empty for the item.
 class SevenBitCheck {
 public:
     SevenBitCheck(bool namesAreUtf8, FindingList& findings)
@@ -50,39 +72,39 @@ public:
 
     void checkObject(const json::object& object, std::string_view name,
                      const std::string& pointer) {
-        const bool onlyPairs = name == "inputgroup" && object.contains("namevaluepairs");
-        for (const json::key_value_pair& member : object)
-            if (!onlyPairs || member.key() == "namevaluepairs")
-                checkMember(member.key(), member.value(), name,
-                            pointer + pointerStep(member.key()));
+        const Part& part = partOf(name);
+        for (const json::key_value_pair& member : object) {
+            const std::string memberPointer = pointer + pointerStep(member.key());
+            if (part.parts.contains(member.key()) && isRead(member.key(), name, object))
+                checkPart(member.value(), member.key(), memberPointer);
+            else if (part.sevenBitTexts.contains(member.key()) && isSevenBit(member.key()))
+                checkTexts(member.value(), member.key(), memberPointer);
+        }
     }
 
 private:
-    bool isSevenBit(std::string_view member, std::string_view parent) const {
-        static const Names names{"href",    "packagename",  "introduced", "url",
-                                 "fileref", "open_command", "htmlid"};
-        const bool isArgumentName =
-            member == "name" && (parent == "inputs" || parent == "classproperty");
-        return names.contains(member) || (isArgumentName && !namesAreUtf8_);
+    /// The names of arguments and class properties are 7-bit texts but for apps.
+    bool isSevenBit(std::string_view member) const { return member != "name" || !namesAreUtf8_; }
+
+    /// Where an input group has name-value pairs, nothing else is read of it.
+    static bool isRead(std::string_view member, std::string_view parent,
+                       const json::object& object) {
+        return parent != "inputgroup" || member == "namevaluepairs" ||
+               !object.contains("namevaluepairs");
     }
 
-    void checkMember(std::string_view name, const json::value& value, std::string_view parent,
-                     const std::string& pointer) {
-        if (value.is_string() && isSevenBit(name, parent))
-            checkTextAt(value.get_string(), name, pointer);
-        else if (value.is_object() && containers().contains(name))
-            checkObject(value.get_object(), name, pointer);
-        else if (value.is_array() && (containers().contains(name) || name == "syntax"))
-            for (std::size_t i = 0; i < value.get_array().size(); ++i)
-                checkElement(value.get_array()[i], name, fmt::format("{}/{}", pointer, i));
+    void checkPart(const json::value& value, std::string_view name, const std::string& pointer) {
+        if (value.is_object())
+            return checkObject(value.get_object(), name, pointer);
+        for (std::size_t i = 0; i < value.as_array().size(); ++i)
+            checkObject(value.at(i).as_object(), name, fmt::format("{}/{}", pointer, i));
     }
 
-    void checkElement(const json::value& element, std::string_view list,
-                      const std::string& pointer) {
-        if (const json::object* object = element.if_object())
-            checkObject(*object, list, pointer);
-        else if (list == "syntax" && element.is_string())
-            checkTextAt(element.get_string(), list, pointer);
+    void checkTexts(const json::value& value, std::string_view name, const std::string& pointer) {
+        if (value.is_string())
+            return checkTextAt(value.get_string(), name, pointer);
+        for (std::size_t i = 0; i < value.as_array().size(); ++i)
+            checkTextAt(value.at(i).as_string(), name, fmt::format("{}/{}", pointer, i));
     }
 
     void checkTextAt(std::string_view text, std::string_view name, const std::string& pointer) {

@@ -1,18 +1,13 @@
 #include "refdoc/CheckText.hpp"
 
-#include <algorithm>
-#include <array>
 #include <cstddef>
 #include <map>
-#include <new>
 #include <set>
 #include <string_view>
 #include <utility>
 
 #include <boost/json/array.hpp>
-#include <boost/json/basic_parser_impl.hpp>
 #include <boost/json/object.hpp>
-#include <boost/json/parse.hpp>
 #include <fmt/format.h>
 
 #include "refdoc/CheckSchema.hpp"
@@ -24,67 +19,6 @@ namespace refdoc {
 namespace {
 
 namespace json = boost::json;
-
-/// Takes note of nothing: the parser is only asked how far it comes.
-struct BlindHandler {
-    static constexpr std::size_t max_object_size = std::size_t(-1);
-    static constexpr std::size_t max_array_size = std::size_t(-1);
-    static constexpr std::size_t max_key_size = std::size_t(-1);
-    static constexpr std::size_t max_string_size = std::size_t(-1);
-
-    using Error = json::error_code;
-    using Text = json::string_view;
-    bool on_document_begin(Error&) { return true; }
-    bool on_document_end(Error&) { return true; }
-    bool on_object_begin(Error&) { return true; }
-    bool on_object_end(std::size_t, Error&) { return true; }
-    bool on_array_begin(Error&) { return true; }
-    bool on_array_end(std::size_t, Error&) { return true; }
-    bool on_key_part(Text, std::size_t, Error&) { return true; }
-    bool on_key(Text, std::size_t, Error&) { return true; }
-    bool on_string_part(Text, std::size_t, Error&) { return true; }
-    bool on_string(Text, std::size_t, Error&) { return true; }
-    bool on_number_part(Text, Error&) { return true; }
-    bool on_int64(std::int64_t, Text, Error&) { return true; }
-    bool on_uint64(std::uint64_t, Text, Error&) { return true; }
-    bool on_double(double, Text, Error&) { return true; }
-    bool on_bool(bool, Error&) { return true; }
-    bool on_null(Error&) { return true; }
-    bool on_comment_part(Text, Error&) { return true; }
-    bool on_comment(Text, Error&) { return true; }
-};
-
-using BlindParser = json::basic_parser<BlindHandler>;
-
-/// How much of the text comes before the first byte that no JSON text could have there. The parser
-/// does not say where it fails, only in which piece: the pieces are large ones, and the one in
-/// which it fails is gone through byte by byte.
-std::size_t soundLength(std::string_view text) {
-    constexpr std::size_t piece = 1 << 16;
-    const auto lengthUpTo = [text](std::size_t start, std::size_t step) {
-        BlindParser parser{json::parse_options()};
-        json::error_code failure;
-        std::size_t at = parser.write_some(true, text.data(), start, failure);
-        while (at < text.size()) {
-            const std::size_t size = std::min(step, text.size() - at);
-            if (parser.write_some(true, text.data() + at, size, failure) < size || failure)
-                break;
-            at += size;
-        }
-        return at;
-    };
-    return lengthUpTo(lengthUpTo(0, piece), 1);
-}
-
-std::string describe(std::string_view text, const json::error_code& failure) {
-    if (text.find_first_not_of(" \t\r\n") == text.npos)
-        return "the text is empty";
-    if (text.starts_with("\xEF\xBB\xBF"))
-        return "the text begins with a byte-order mark";
-    if (failure == json::error::too_deep)
-        return "the text is nested deeper than 32";
-    return fmt::format("not JSON: {}", failure.message());
-}
 
 std::string textMember(const json::value& value, std::string_view name) {
     const json::object* object = value.if_object();
@@ -171,22 +105,6 @@ std::vector<ResourceDocument> documentsOf(const json::value& resource) {
             documents.push_back(std::move(document));
     });
     return documents;
-}
-
-std::optional<json::value> parseText(const ResourceText& text, FindingList& findings) {
-    json::error_code failure;
-    try {
-        json::value resource = json::parse(text.content, failure);
-        if (!failure)
-            return resource;
-    } catch (const std::bad_alloc&) {
-        findings.add(Fault::Unreadable, findings.wholeText(), "the text does not fit into memory");
-        return std::nullopt;
-    }
-    const auto positions = positionsOf(text.content, {soundLength(text.content)});
-    findings.addAt(positions.front(), Fault::NotJson, findings.wholeText(),
-                   describe(text.content, failure));
-    return std::nullopt;
 }
 
 void checkText(const ResourceText& text, const json::value& resource, FindingList& findings) {

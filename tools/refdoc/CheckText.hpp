@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,9 +19,6 @@ struct ResourceDocument {
 
 /// The documents that the library takes from a sound resource: of one key the first.
 std::vector<ResourceDocument> documentsOf(const boost::json::value& resource);
-
-/// Parses a text as the library does; tells what is wrong with one that is no JSON.
-std::optional<boost::json::value> parseText(const ResourceText& text, FindingList& findings);
 
 /// Tells what is wrong with a text as such, whatever other files there are.
 void checkText(const ResourceText& text, const boost::json::value& resource, FindingList& findings);

@@ -1,8 +1,10 @@
 #pragma once
 
-#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
+
+#include "refdoc/CheckFinding.hpp"
 
 namespace refdoc {
 
@@ -17,8 +19,10 @@ struct NameLanguage {
 /// English unless the stem ends with "_" and the code of another supported language.
 NameLanguage languageOfStem(const std::string& stem);
 
-/// The language that the author may have meant with a stem that is English by the rules.
-std::optional<NameLanguage> unknownLanguage(const std::string& stem);
+/// Tells of a stem that is English by the rules and seems to be meant otherwise. What it seems to
+/// be meant as also hangs on the other stems in its place.
+void checkMeantLanguage(const std::string& stem, const std::set<std::string>& stems,
+                        FindingList& findings);
 
 /// Whether only letter case keeps the name from being that of a resource file.
 bool isResourceNameButForCase(const std::u16string& name);

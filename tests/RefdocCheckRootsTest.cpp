@@ -1,0 +1,237 @@
+// What the client's check calls lost of many files and packages must be what the library loses.
+
+#include <algorithm>
+#include <cstddef>
+#include <map>
+#include <set>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include <boost/json/object.hpp>
+#include <boost/json/parse.hpp>
+#include <boost/json/value.hpp>
+#include <gtest/gtest.h>
+
+#include "refdoc/CheckFiles.hpp"
+#include "refdoc/CheckJson.hpp"
+#include "refdoc/CheckText.hpp"
+#include "support/CheckAgreementFixture.hpp"
+#include "support/RandomRoot.hpp"
+
+namespace {
+
+namespace json = boost::json;
+using refdoc::Fault;
+using refdoc::Finding;
+using refdoc::Loss;
+using testsupport::Audience;
+using testsupport::Random;
+using testsupport::RandomFile;
+using testsupport::RandomText;
+
+/// Key, name, href, purpose, type and whether it is deprecated.
+using Record = std::tuple<std::string, std::string, std::string, std::string, std::string, bool>;
+using Records = std::set<Record>;
+using Link = std::tuple<std::string, std::string, std::string>;
+
+Link linkOf(const Record& record) {
+    return {std::get<0>(record), std::get<1>(record), std::get<2>(record)};
+}
+
+/// What the check says about one file or leaf.
+class Told {
+public:
+    Told(const std::vector<Finding>& findings, const std::string& file, const std::string& leaf) {
+        for (const Finding& finding : findings)
+            if (finding.file.ends_with('/' + file) &&
+                (finding.leaf == leaf || finding.loss == Loss::File))
+                add(finding);
+    }
+
+    bool textIsLost() const { return textIsLost_; }
+    bool isLost(const std::string& pointer) const { return lost_.contains(pointer); }
+    bool isReplaced(const std::string& pointer, const std::string& readers) const {
+        return replaced_.contains({pointer, readers});
+    }
+
+private:
+    void add(const Finding& finding) {
+        textIsLost_ = textIsLost_ || finding.loss == Loss::File || finding.loss == Loss::Leaf;
+        if (finding.loss == Loss::Document || finding.loss == Loss::Item)
+            lost_.insert(finding.pointer);
+        else if (finding.fault == Fault::LostItem)
+            replaced_.emplace(finding.pointer,
+                              finding.message.substr(std::string("readers of ").size(), 2));
+    }
+
+    bool textIsLost_ = false;
+    std::set<std::string> lost_;
+    std::set<std::pair<std::string, std::string>> replaced_;
+};
+
+class RefdocCheckRootAgreement : public testsupport::RefdocCheckAgreement {
+protected:
+    using Delivery = std::map<std::string, Records>; // by language
+
+    Delivery delivered() {
+        Delivery delivery;
+        for (const char* code : {"en", "ja", "de"}) {
+            language = refdoc::fromUtf8(code);
+            const auto resources =
+                reference::docparser::DocResourceParser::getResourceLookupFiles();
+            for (const auto* documents : {&resources.first, &resources.second})
+                for (const auto& [key, document] : *documents)
+                    for (const auto& [name, lookups] : document.items)
+                        for (const auto& lookup : lookups)
+                            delivery[code].insert(recordOf(key, lookup));
+        }
+        return delivery;
+    }
+
+    void expectAgreement(const std::vector<RandomFile>& files) {
+        root.remove("docCatalog");
+        for (const RandomFile& file : files)
+            root.lookupFile(file.name, file.bytes);
+        const std::vector<Finding> findings = check();
+        const Delivery delivery = delivered();
+        Delivery explained;
+        for (const RandomFile& file : files) {
+            for (const RandomText& text : file.texts) {
+                SCOPED_TRACE(file.name + ':' + text.leaf + ": " + text.content);
+                expectAgreement(testsupport::audienceOf(file, text), text.content,
+                                Told(findings, file.name, text.leaf), delivery, explained);
+            }
+        }
+        for (const auto& [code, records] : delivery)
+            for (const Record& record : records)
+                EXPECT_TRUE(explained[code].contains(record))
+                    << code << ": " << std::get<0>(record) << ' ' << std::get<1>(record);
+    }
+
+private:
+    static Record recordOf(const std::u16string& key,
+                           const reference::property::RefItemLookup& lookup) {
+        using fl::i18n::to_string;
+        return {to_string(key),
+                to_string(lookup.getName()),
+                to_string(lookup.getHref()),
+                to_string(lookup.getPurpose()),
+                std::string(lookup.getEntityType().toString()),
+                lookup.isDeprecated()};
+    }
+
+    static Record recordOf(const std::string& key, const json::object& item) {
+        const auto text = [&item](const char* member) {
+            return std::string(item.at(member).as_string());
+        };
+        const json::value* type = item.if_contains("type");
+        const bool isKnown = type != nullptr && (*type == "class" || *type == "tool");
+        return {key,
+                text("name"),
+                asRead(item.at("href")),
+                text("refpurpose"),
+                isKnown ? text("type") : "unknown",
+                item.contains("deprecated")};
+    }
+
+    static void expectAgreement(const Audience& audience, const std::string& content,
+                                const Told& told, const Delivery& delivery, Delivery& explained) {
+        if (audience.readers.empty() || told.textIsLost())
+            return;
+        const json::value resource = json::parse(content);
+        const auto expectDocument = [&](const json::value& document, const char* keyMember,
+                                        const std::string& pointer) {
+            if (told.isLost(pointer))
+                return;
+            std::size_t index = 0;
+            for (const json::value& item : document.at("refItems").as_array())
+                expectRecord(audience, recordOf(asRead(document.at(keyMember)), item.as_object()),
+                             testsupport::numbered(pointer + "/refItems/", index++), told, delivery,
+                             explained);
+        };
+        expectDocument(resource, "helpFolder", "");
+        if (const json::value* packages = resource.as_object().if_contains("supportPackages"))
+            for (std::size_t i = 0; i < packages->as_array().size(); ++i)
+                expectDocument(packages->at(i), "baseCode",
+                               testsupport::numbered("/supportPackages/", i));
+    }
+
+    static void expectRecord(const Audience& audience, const Record& record,
+                             const std::string& pointer, const Told& told, const Delivery& delivery,
+                             Delivery& explained) {
+        for (const std::string& readers : audience.readers) {
+            explained[readers].insert(record);
+            const auto found = delivery.find(readers);
+            const Records records = found == delivery.end() ? Records() : found->second;
+            if (readers == audience.language) {
+                EXPECT_NE(told.isLost(pointer), records.contains(record)) << readers << pointer;
+            } else if (!told.isLost(pointer)) {
+                const bool isThere =
+                    std::any_of(records.begin(), records.end(), [&record](const Record& other) {
+                        return linkOf(other) == linkOf(record);
+                    });
+                EXPECT_NE(told.isReplaced(pointer, readers), isThere) << readers << pointer;
+            }
+        }
+    }
+};
+
+TEST_F(RefdocCheckRootAgreement, OnRandomRoots) {
+    for (const unsigned seed : {1U, 2U, 3U}) {
+        Random random(seed);
+        for (int i = 0; i < 300 && !HasFailure(); ++i) {
+            SCOPED_TRACE(testsupport::numbered("root ", static_cast<std::size_t>(i)));
+            expectAgreement(testsupport::randomFiles(random));
+        }
+    }
+}
+
+/// A leaf without readers is told to be lost, or to be no resource file.
+TEST_F(RefdocCheckRootAgreement, NamesEveryLeafThatNobodyGets) {
+    Random random(4);
+    for (int i = 0; i < 300; ++i) {
+        const std::vector<RandomFile> files = testsupport::randomFiles(random);
+        root.remove("docCatalog");
+        for (const RandomFile& file : files)
+            root.lookupFile(file.name, file.bytes);
+        const std::vector<Finding> findings = check();
+        for (const RandomFile& file : files) {
+            for (const RandomText& text : file.texts) {
+                const bool isTold = text.leaf.ends_with(".txt") ||
+                                    Told(findings, file.name, text.leaf).textIsLost();
+                EXPECT_TRUE(isTold || !testsupport::audienceOf(file, text).readers.empty())
+                    << file.name << ':' << text.leaf;
+            }
+        }
+    }
+}
+
+TEST_F(RefdocCheckRootAgreement, OnKeptPackages) {
+    for (const std::string& bytes : testsupport::keptInputs("zip_package")) {
+        root.remove("docCatalog");
+        root.lookupFile("m.zip", bytes);
+        std::map<std::string, std::set<std::string>> expected; // keys by readers
+        for (const refdoc::CatalogFile& file : refdoc::listCatalog(refdoc::Catalog::Lookup).files)
+            refdoc::readTexts(file, [&expected](const auto& text, refdoc::FindingList& findings) {
+                const auto resource = refdoc::parseText(text, findings);
+                if (resource)
+                    refdoc::checkText(text, *resource, findings);
+                if (findings.losesText())
+                    return;
+                for (const refdoc::ResourceDocument& document : refdoc::documentsOf(*resource))
+                    for (const char* code : {"en", "ja", "de"})
+                        if (text.language == "en" || text.language == code)
+                            expected[code].insert(asRead(json::string(document.key)));
+            });
+        for (const char* code : {"en", "ja", "de"}) {
+            language = refdoc::fromUtf8(code);
+            std::set<std::string> keys;
+            for (const auto& [key, product] : deliveredLookups())
+                keys.insert(key);
+            EXPECT_EQ(expected[code], keys) << code;
+        }
+    }
+}
+
+} // namespace

@@ -1,0 +1,77 @@
+"""The client's check passes what the program writes, and sees what the library loses of it."""
+
+import json
+import os
+import random
+import subprocess
+import unittest
+
+from corpus_case import CorpusCase, man_page
+
+from manual_corpus.output import FULL_FOLDER, LOOKUP_FOLDER
+
+REFDOC = os.environ.get("REFDOC")
+JAPANESE = "この関数は何もしない。"
+
+
+@unittest.skipUnless(REFDOC, "REFDOC names no client")
+class RefdocCheckTest(CorpusCase):
+    def setUp(self) -> None:
+        super().setUp()
+        text = man_page(
+            "f, g \\- do it",
+            LIBRARY="Math library (libm)",
+            SYNOPSIS=".nf\nint f();\n.fi",
+            DESCRIPTION=".TP\nA\na\n.TP\n\\-\\-b=C\nc",
+            RETURN_VALUE="Zero.",
+            EXAMPLES="x",
+            SEE_ALSO="h(3), s(2)",
+        )
+        self.add_page("manpages-dev", "man3/f.3.gz", text)
+        self.add_page("manpages-dev", "man3/h.3", man_page("h \\- help", SEE_ALSO="f(3)"))
+        self.add_page("manpages-dev", "man2/s.2", man_page("s \\- call", DESCRIPTION="Text."))
+        japanese = man_page(f"f, g \\- {JAPANESE}", DESCRIPTION=JAPANESE, SEE_ALSO="h(3)")
+        self.add_page("manpages-ja-dev", "ja/man3/f.3", japanese)
+        self.build("--products", "libc,syscalls")
+
+    def refdoc(self, *arguments: str) -> tuple[int, str]:
+        command = [str(REFDOC), "--root", str(self.root), *arguments]
+        result = subprocess.run(command, capture_output=True, text=True, timeout=60)
+        return result.returncode, result.stdout
+
+    def delivered(self, language: str) -> str:
+        return self.refdoc("lookup", "--all", "--language", language, "--json", "*")[1]
+
+    def test_a_root_of_manual_pages_passes(self) -> None:
+        status, output = self.refdoc("check")
+        self.assertTrue(output.startswith("0 errors, 0 warnings and 0 notes in "), output)
+        self.assertEqual(status, 0)
+        names = [path.name for path in (self.root / LOOKUP_FOLDER).iterdir()]
+        self.assertTrue(any("_ja" in name for name in names), names)
+
+    def test_what_is_told_lost_is_what_the_library_loses(self) -> None:
+        languages = ("en", "ja")
+        sound = {language: self.delivered(language) for language in languages}
+        files = sorted((self.root / LOOKUP_FOLDER).glob("*.json"))
+        chance = random.Random(1)
+        lost_files = 0
+        for _ in range(60):
+            path = chance.choice(files)
+            content = path.read_bytes()
+            at = chance.randrange(len(content))
+            damage = chance.choice([b"", b"7", b"}", b"\xff"])
+            path.write_bytes(content[:at] + damage + content[at + 1 :])
+            findings = map(json.loads, self.refdoc("check", "--json")[1].splitlines())
+            is_lost = any(finding.get("cost") == "the whole file is lost" for finding in findings)
+            told_without = {language: self.delivered(language) for language in languages}
+            path.unlink()
+            without = {language: self.delivered(language) for language in languages}
+            self.assertEqual(is_lost, told_without == without, (path.name, at))
+            lost_files += is_lost
+            path.write_bytes(content)
+        self.assertEqual({language: self.delivered(language) for language in languages}, sound)
+        self.assertTrue(0 < lost_files < 60, lost_files)
+
+
+if __name__ == "__main__":
+    unittest.main()

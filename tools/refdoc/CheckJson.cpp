@@ -1,0 +1,208 @@
+#include "refdoc/CheckJson.hpp"
+
+#include <algorithm>
+#include <cctype>
+#include <cstddef>
+#include <cstdint>
+#include <new>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include <boost/json/basic_parser_impl.hpp>
+#include <boost/json/parse.hpp>
+#include <fmt/format.h>
+
+#include "refdoc/JsonPositions.hpp"
+#include "refdoc/Text.hpp"
+
+namespace refdoc {
+
+namespace {
+
+namespace json = boost::json;
+
+/// Takes note of nothing: the parser is only asked how far it comes.
+struct BlindHandler {
+    static constexpr std::size_t max_object_size = std::size_t(-1);
+    static constexpr std::size_t max_array_size = std::size_t(-1);
+    static constexpr std::size_t max_key_size = std::size_t(-1);
+    static constexpr std::size_t max_string_size = std::size_t(-1);
+
+    using Error = json::error_code;
+    using Text = json::string_view;
+    bool on_document_begin(Error&) { return true; }
+    bool on_document_end(Error&) { return true; }
+    bool on_object_begin(Error&) { return true; }
+    bool on_object_end(std::size_t, Error&) { return true; }
+    bool on_array_begin(Error&) { return true; }
+    bool on_array_end(std::size_t, Error&) { return true; }
+    bool on_key_part(Text, std::size_t, Error&) { return true; }
+    bool on_key(Text, std::size_t, Error&) { return true; }
+    bool on_string_part(Text, std::size_t, Error&) { return true; }
+    bool on_string(Text, std::size_t, Error&) { return true; }
+    bool on_number_part(Text, Error&) { return true; }
+    bool on_int64(std::int64_t, Text, Error&) { return true; }
+    bool on_uint64(std::uint64_t, Text, Error&) { return true; }
+    bool on_double(double, Text, Error&) { return true; }
+    bool on_bool(bool, Error&) { return true; }
+    bool on_null(Error&) { return true; }
+    bool on_comment_part(Text, Error&) { return true; }
+    bool on_comment(Text, Error&) { return true; }
+};
+
+using BlindParser = json::basic_parser<BlindHandler>;
+
+/// How much of the text comes before the first byte that no JSON text could have there. The parser
+/// does not say where it fails, only in which piece: the pieces are large ones, and the one in
+/// which it fails is gone through byte by byte.
+std::size_t soundLength(std::string_view text) {
+    constexpr std::size_t piece = 1 << 16;
+    const auto lengthUpTo = [text](std::size_t start, std::size_t step) {
+        BlindParser parser{json::parse_options()};
+        json::error_code failure;
+        std::size_t at = parser.write_some(true, text.data(), start, failure);
+        while (at < text.size()) {
+            const std::size_t size = std::min(step, text.size() - at);
+            if (parser.write_some(true, text.data() + at, size, failure) < size || failure)
+                break;
+            at += size;
+        }
+        return at;
+    };
+    return lengthUpTo(lengthUpTo(0, piece), 1);
+}
+
+/// What another kind of content is; nothing for what may be meant as JSON.
+std::string_view foreignContent(std::string_view text, bool isLeaf) {
+    if (text.find_first_not_of(" \t\r\n") == text.npos)
+        return "the text is empty";
+    if (text.starts_with("\xEF\xBB\xBF"))
+        return "the text begins with a byte-order mark";
+    if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF") ||
+        text.substr(0, 2).find('\0') != text.npos)
+        return "the text is UTF-16 or UTF-32, not UTF-8";
+    if (text.starts_with("PK\3\4") || text.starts_with("PK\5\6"))
+        return isLeaf ? "the content is a zip package: none is read within a package"
+                      : "the content is a zip package: its name must end with .zip";
+    if (text.starts_with("\x1F\x8B"))
+        return "the content is compressed";
+    return {};
+}
+
+/// How many bytes a UTF-8 character has by its first one.
+std::size_t characterSize(char first) {
+    const auto byte = static_cast<unsigned char>(first);
+    return byte < 0xC0 ? 1 : byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
+}
+
+/// Where what is no UTF-8 begins, if that is why the text is sound up to `at` only: the parser
+/// takes such a character for a sound one at first.
+std::optional<std::size_t> brokenCharacter(std::string_view text, std::size_t at) {
+    constexpr std::size_t mostBytes = 4;
+    std::size_t begin = at - std::min(at, mostBytes);
+    while (begin > 0 && begin < at && (static_cast<unsigned char>(text[begin]) & 0xC0) == 0x80)
+        ++begin;
+    while (begin <= at && begin < text.size()) {
+        const std::string_view character = text.substr(begin, characterSize(text[begin]));
+        if (toUtf8(fromUtf8(character)) != character)
+            return begin;
+        begin += character.size();
+    }
+    return std::nullopt;
+}
+
+/// Whether the byte at `at` lies within a text.
+bool isQuoted(std::string_view text, std::size_t at) {
+    bool isQuoted = false;
+    for (std::size_t i = 0; i < at; ++i) {
+        if (text[i] == '"')
+            isQuoted = !isQuoted;
+        else if (text[i] == '\\' && isQuoted)
+            ++i;
+    }
+    return isQuoted;
+}
+
+std::string_view causeInQuotes(std::string_view text, std::size_t at) {
+    if (static_cast<unsigned char>(text[at]) < 0x20)
+        return R"(a line break or control character within a text: it is written as \n, \t or \u)";
+    return R"(an escape that there is not: a backslash is written as \\)";
+}
+
+bool isWordByte(char byte) {
+    return std::isalnum(static_cast<unsigned char>(byte)) != 0 || byte == '_' || byte == '$';
+}
+
+/// Whether a value may end, or begin, with the byte.
+bool endsValue(char byte) {
+    return std::string_view("\"]}").find(byte) != std::string_view::npos || isWordByte(byte);
+}
+bool beginsValue(char byte) {
+    return std::string_view("\"[{-").find(byte) != std::string_view::npos || isWordByte(byte);
+}
+
+std::string_view causeBetweenQuotes(std::string_view text, std::size_t at) {
+    const char here = text[at];
+    const std::size_t last = at == 0 ? text.npos : text.find_last_not_of(" \t\r\n", at - 1);
+    const char before = last == text.npos ? '[' : text[last];
+    const bool isWithinWord = last + 1 == at && isWordByte(before) && isWordByte(here);
+    if (here == '/' || here == '#')
+        return "JSON has no comments";
+    if (here == '\'')
+        return "a text or name stands in double quotes, not in single ones";
+    if ((here == ']' || here == '}') && before == ',')
+        return "a comma before a closing bracket";
+    if (before == '{')
+        return "the name of a member, in double quotes, is missing";
+    if (endsValue(before) && beginsValue(here) && !isWithinWord)
+        return "a comma or colon is missing";
+    if (std::isdigit(static_cast<unsigned char>(here)) != 0 || here == '+' || here == '.')
+        return "a number is not written in this way";
+    if (isWordByte(here))
+        return "a word that is none of true, false and null: a text stands in double quotes";
+    return "syntax error";
+}
+
+std::string_view syntaxCause(std::string_view text, std::size_t at,
+                             const json::error_code& failure) {
+    if (failure == json::error::extra_data)
+        return "there is more behind its end";
+    if (at >= text.size())
+        return "the text ends too early";
+    return isQuoted(text, at) ? causeInQuotes(text, at) : causeBetweenQuotes(text, at);
+}
+
+/// Where and why the text is no JSON.
+std::pair<std::size_t, std::string> explain(const ResourceText& text,
+                                            const json::error_code& failure) {
+    const std::size_t at = soundLength(text.content);
+    const std::string_view foreign = foreignContent(text.content, !text.leaf.empty());
+    if (!foreign.empty())
+        return {at, std::string(foreign)};
+    if (failure == json::error::too_deep)
+        return {at, "the text is nested deeper than 32"};
+    if (const auto broken = brokenCharacter(text.content, at))
+        return {*broken, "not JSON: a byte that is not UTF-8"};
+    return {at, fmt::format("not JSON: {}", syntaxCause(text.content, at, failure))};
+}
+
+} // namespace
+
+std::optional<json::value> parseText(const ResourceText& text, FindingList& findings) {
+    json::error_code failure;
+    try {
+        json::value resource = json::parse(text.content, failure);
+        if (!failure)
+            return resource;
+    } catch (const std::bad_alloc&) {
+        findings.add(Fault::Unreadable, findings.wholeText(), "the text does not fit into memory");
+        return std::nullopt;
+    }
+    const auto [at, cause] = explain(text, failure);
+    findings.addAt(positionsOf(text.content, {at}).front(), Fault::NotJson, findings.wholeText(),
+                   cause);
+    return std::nullopt;
+}
+
+} // namespace refdoc
