@@ -10,8 +10,8 @@
 #include <boost/json/value.hpp>
 #include <gtest/gtest.h>
 
-#include "refdoc/CheckFiles.hpp"
-#include "refdoc/JsonPositions.hpp"
+#include "refdoc/check/CheckFiles.hpp"
+#include "refdoc/check/JsonPositions.hpp"
 #include "support/CheckAgreementFixture.hpp"
 
 namespace {

@@ -12,9 +12,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "refdoc/CheckFinding.hpp"
-#include "refdoc/JsonPositions.hpp"
 #include "refdoc/Progress.hpp"
+#include "refdoc/check/CheckFinding.hpp"
+#include "refdoc/check/JsonPositions.hpp"
 #include "support/RefdocCheckFixture.hpp"
 #include "support/ZipFile.hpp"
 

@@ -13,9 +13,9 @@
 #include <boost/json/value.hpp>
 #include <gtest/gtest.h>
 
-#include "refdoc/CheckFiles.hpp"
-#include "refdoc/CheckJson.hpp"
-#include "refdoc/CheckText.hpp"
+#include "refdoc/check/CheckFiles.hpp"
+#include "refdoc/check/CheckJson.hpp"
+#include "refdoc/check/CheckText.hpp"
 #include "support/CheckAgreementFixture.hpp"
 #include "support/RandomRoot.hpp"
 

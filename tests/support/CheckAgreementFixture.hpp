@@ -16,9 +16,9 @@
 #include <gtest/gtest.h>
 
 #include "environment/PathAndText.hpp"
-#include "refdoc/CheckFinding.hpp"
-#include "refdoc/CheckRoot.hpp"
 #include "refdoc/Text.hpp"
+#include "refdoc/check/CheckFinding.hpp"
+#include "refdoc/check/CheckRoot.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 #include "support/LookupFixture.hpp"
 #include "support/RandomDamage.hpp"

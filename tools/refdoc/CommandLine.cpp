@@ -12,7 +12,6 @@
 #include <fmt/format.h>
 
 #include "environment/Diagnostics.hpp"
-#include "refdoc/CheckCommand.hpp"
 #include "refdoc/Command.hpp"
 #include "refdoc/CompleteCommand.hpp"
 #include "refdoc/HostSetup.hpp"
@@ -22,6 +21,7 @@
 #include "refdoc/ProductsCommand.hpp"
 #include "refdoc/ShowCommand.hpp"
 #include "refdoc/Version.hpp"
+#include "refdoc/check/CheckCommand.hpp"
 
 namespace refdoc {
 

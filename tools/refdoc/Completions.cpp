@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "environment/ReferenceProperty.hpp"
-#include "refdoc/CheckFinding.hpp"
 #include "refdoc/HostSetup.hpp"
 #include "refdoc/LookupSearch.hpp"
 #include "refdoc/Text.hpp"
+#include "refdoc/check/CheckFinding.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 
 namespace refdoc {

@@ -1,4 +1,4 @@
-#include "refdoc/CheckNames.hpp"
+#include "refdoc/check/CheckNames.hpp"
 
 #include <algorithm>
 #include <cstddef>

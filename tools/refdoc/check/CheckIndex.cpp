@@ -1,4 +1,4 @@
-#include "refdoc/CheckIndex.hpp"
+#include "refdoc/check/CheckIndex.hpp"
 
 #include <algorithm>
 #include <cctype>
@@ -9,8 +9,8 @@
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 
-#include "refdoc/CheckNames.hpp"
-#include "refdoc/CheckText.hpp"
+#include "refdoc/check/CheckNames.hpp"
+#include "refdoc/check/CheckText.hpp"
 
 namespace refdoc {
 

@@ -1,4 +1,4 @@
-#include "refdoc/CheckSevenBit.hpp"
+#include "refdoc/check/CheckSevenBit.hpp"
 
 #include <algorithm>
 #include <cstddef>
@@ -11,8 +11,8 @@
 #include <boost/json/object.hpp>
 #include <fmt/format.h>
 
-#include "refdoc/CheckText.hpp"
-#include "refdoc/JsonPositions.hpp"
+#include "refdoc/check/CheckText.hpp"
+#include "refdoc/check/JsonPositions.hpp"
 
 namespace refdoc {
 

@@ -5,8 +5,8 @@
 
 #include <boost/json/value.hpp>
 
-#include "refdoc/CheckFiles.hpp"
-#include "refdoc/CheckFinding.hpp"
+#include "refdoc/check/CheckFiles.hpp"
+#include "refdoc/check/CheckFinding.hpp"
 
 namespace refdoc {
 

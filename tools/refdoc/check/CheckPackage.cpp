@@ -1,4 +1,4 @@
-#include "refdoc/CheckPackage.hpp"
+#include "refdoc/check/CheckPackage.hpp"
 
 #include <cstddef>
 #include <exception>
@@ -14,8 +14,8 @@
 
 #include "environment/PathAndText.hpp"
 #include "environment/ZipPackages.hpp"
-#include "refdoc/CheckNames.hpp"
 #include "refdoc/Text.hpp"
+#include "refdoc/check/CheckNames.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 
 namespace refdoc {

@@ -1,4 +1,4 @@
-#include "refdoc/CheckDelivery.hpp"
+#include "refdoc/check/CheckDelivery.hpp"
 
 #include <cstddef>
 #include <string_view>
@@ -7,9 +7,9 @@
 #include <boost/json/object.hpp>
 #include <fmt/format.h>
 
-#include "refdoc/CheckNames.hpp"
-#include "refdoc/CheckText.hpp"
 #include "refdoc/Text.hpp"
+#include "refdoc/check/CheckNames.hpp"
+#include "refdoc/check/CheckText.hpp"
 #include "reference/docparser/ParsingTools.hpp"
 
 namespace refdoc {

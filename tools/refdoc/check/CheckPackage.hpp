@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "refdoc/CheckFiles.hpp"
+#include "refdoc/check/CheckFiles.hpp"
 
 namespace refdoc {
 

@@ -1,4 +1,4 @@
-#include "refdoc/CheckText.hpp"
+#include "refdoc/check/CheckText.hpp"
 
 #include <cstddef>
 #include <map>
@@ -10,9 +10,9 @@
 #include <boost/json/object.hpp>
 #include <fmt/format.h>
 
-#include "refdoc/CheckSchema.hpp"
-#include "refdoc/CheckSevenBit.hpp"
-#include "refdoc/JsonPositions.hpp"
+#include "refdoc/check/CheckSchema.hpp"
+#include "refdoc/check/CheckSevenBit.hpp"
+#include "refdoc/check/JsonPositions.hpp"
 
 namespace refdoc {
 

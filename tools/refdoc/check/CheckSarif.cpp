@@ -9,11 +9,11 @@
 #include <boost/json/object.hpp>
 #include <fmt/format.h>
 
-#include "refdoc/CheckReport.hpp"
 #include "refdoc/ItemJson.hpp"
 #include "refdoc/PrettyJson.hpp"
 #include "refdoc/Text.hpp"
 #include "refdoc/Version.hpp"
+#include "refdoc/check/CheckReport.hpp"
 
 namespace refdoc {
 

@@ -1,4 +1,4 @@
-#include "refdoc/CheckRoot.hpp"
+#include "refdoc/check/CheckRoot.hpp"
 
 #include <algorithm>
 #include <iterator>
@@ -7,12 +7,12 @@
 #include <tuple>
 #include <utility>
 
-#include "refdoc/CheckAcross.hpp"
-#include "refdoc/CheckDelivery.hpp"
-#include "refdoc/CheckFiles.hpp"
-#include "refdoc/CheckIndex.hpp"
-#include "refdoc/CheckJson.hpp"
-#include "refdoc/CheckText.hpp"
+#include "refdoc/check/CheckAcross.hpp"
+#include "refdoc/check/CheckDelivery.hpp"
+#include "refdoc/check/CheckFiles.hpp"
+#include "refdoc/check/CheckIndex.hpp"
+#include "refdoc/check/CheckJson.hpp"
+#include "refdoc/check/CheckText.hpp"
 
 namespace refdoc {
 

@@ -1,4 +1,4 @@
-#include "refdoc/CheckCommand.hpp"
+#include "refdoc/check/CheckCommand.hpp"
 
 #include <array>
 #include <cstddef>
@@ -12,13 +12,13 @@
 #include <fmt/format.h>
 
 #include "environment/Services.hpp"
-#include "refdoc/CheckReport.hpp"
-#include "refdoc/CheckRoot.hpp"
 #include "refdoc/HostSetup.hpp"
 #include "refdoc/Output.hpp"
 #include "refdoc/Progress.hpp"
 #include "refdoc/Terminal.hpp"
 #include "refdoc/Text.hpp"
+#include "refdoc/check/CheckReport.hpp"
+#include "refdoc/check/CheckRoot.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 
 namespace refdoc {

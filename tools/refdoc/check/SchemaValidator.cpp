@@ -1,4 +1,4 @@
-#include "refdoc/SchemaValidator.hpp"
+#include "refdoc/check/SchemaValidator.hpp"
 
 #include <optional>
 #include <string_view>
@@ -10,7 +10,7 @@
 #include <valijson/validation_results.hpp>
 #include <valijson/validator.hpp>
 
-#include "refdoc/JsonPositions.hpp"
+#include "refdoc/check/JsonPositions.hpp"
 
 namespace refdoc {
 

@@ -1,4 +1,4 @@
-#include "refdoc/CheckFinding.hpp"
+#include "refdoc/check/CheckFinding.hpp"
 
 #include <fmt/format.h>
 

@@ -1,4 +1,4 @@
-#include "refdoc/CheckFiles.hpp"
+#include "refdoc/check/CheckFiles.hpp"
 
 #include <algorithm>
 #include <cerrno>
@@ -11,9 +11,9 @@
 #include <fmt/format.h>
 
 #include "environment/PathAndText.hpp"
-#include "refdoc/CheckNames.hpp"
-#include "refdoc/CheckPackage.hpp"
 #include "refdoc/Text.hpp"
+#include "refdoc/check/CheckNames.hpp"
+#include "refdoc/check/CheckPackage.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 
 namespace refdoc {

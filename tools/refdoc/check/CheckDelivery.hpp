@@ -5,10 +5,10 @@
 
 #include <boost/json/value.hpp>
 
-#include "refdoc/CheckFiles.hpp"
-#include "refdoc/CheckFinding.hpp"
-#include "refdoc/CheckIndex.hpp"
-#include "refdoc/DeliveredLookups.hpp"
+#include "refdoc/check/CheckFiles.hpp"
+#include "refdoc/check/CheckFinding.hpp"
+#include "refdoc/check/CheckIndex.hpp"
+#include "refdoc/check/DeliveredLookups.hpp"
 
 namespace refdoc {
 

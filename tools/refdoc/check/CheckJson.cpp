@@ -1,4 +1,4 @@
-#include "refdoc/CheckJson.hpp"
+#include "refdoc/check/CheckJson.hpp"
 
 #include <algorithm>
 #include <cctype>
@@ -13,8 +13,8 @@
 #include <boost/json/parse.hpp>
 #include <fmt/format.h>
 
-#include "refdoc/JsonPositions.hpp"
 #include "refdoc/Text.hpp"
+#include "refdoc/check/JsonPositions.hpp"
 
 namespace refdoc {
 

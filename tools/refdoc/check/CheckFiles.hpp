@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "refdoc/CheckFinding.hpp"
+#include "refdoc/check/CheckFinding.hpp"
 
 namespace refdoc {
 

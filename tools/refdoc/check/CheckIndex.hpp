@@ -14,7 +14,7 @@
 
 #include <boost/json/value.hpp>
 
-#include "refdoc/CheckFiles.hpp"
+#include "refdoc/check/CheckFiles.hpp"
 
 namespace refdoc {
 

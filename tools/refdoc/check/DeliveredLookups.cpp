@@ -1,4 +1,4 @@
-#include "refdoc/DeliveredLookups.hpp"
+#include "refdoc/check/DeliveredLookups.hpp"
 
 #include <exception>
 #include <functional>

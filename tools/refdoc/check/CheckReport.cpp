@@ -1,4 +1,4 @@
-#include "refdoc/CheckReport.hpp"
+#include "refdoc/check/CheckReport.hpp"
 
 #include <algorithm>
 #include <array>

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "refdoc/CheckFinding.hpp"
-#include "refdoc/CheckRoot.hpp"
+#include "refdoc/check/CheckFinding.hpp"
+#include "refdoc/check/CheckRoot.hpp"
 
 namespace refdoc {
 

@@ -6,7 +6,7 @@
 
 #include <boost/json/value.hpp>
 
-#include "refdoc/CheckFinding.hpp"
+#include "refdoc/check/CheckFinding.hpp"
 
 namespace refdoc {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "refdoc/CheckFiles.hpp"
-#include "refdoc/CheckFinding.hpp"
+#include "refdoc/check/CheckFiles.hpp"
+#include "refdoc/check/CheckFinding.hpp"
 
 namespace refdoc {
 

@@ -1,4 +1,4 @@
-#include "refdoc/CheckSchema.hpp"
+#include "refdoc/check/CheckSchema.hpp"
 
 #include <cstddef>
 #include <optional>
@@ -11,11 +11,11 @@
 #include <boost/json/parse.hpp>
 #include <fmt/format.h>
 
-#include "refdoc/JsonPositions.hpp"
 #include "refdoc/NearNames.hpp"
-#include "refdoc/SchemaValidator.hpp"
 #include "refdoc/Schemas.hpp"
 #include "refdoc/Text.hpp"
+#include "refdoc/check/JsonPositions.hpp"
+#include "refdoc/check/SchemaValidator.hpp"
 
 namespace refdoc {
 

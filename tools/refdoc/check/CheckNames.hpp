@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "refdoc/CheckFinding.hpp"
+#include "refdoc/check/CheckFinding.hpp"
 
 namespace refdoc {
 

@@ -1,4 +1,4 @@
-#include "refdoc/JsonPositions.hpp"
+#include "refdoc/check/JsonPositions.hpp"
 
 #include <algorithm>
 #include <map>

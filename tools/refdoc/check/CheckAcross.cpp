@@ -1,4 +1,4 @@
-#include "refdoc/CheckAcross.hpp"
+#include "refdoc/check/CheckAcross.hpp"
 
 #include <cstddef>
 #include <filesystem>
@@ -12,9 +12,9 @@
 #include <boost/json/object.hpp>
 #include <fmt/format.h>
 
-#include "refdoc/CheckNames.hpp"
-#include "refdoc/CheckText.hpp"
 #include "refdoc/Text.hpp"
+#include "refdoc/check/CheckNames.hpp"
+#include "refdoc/check/CheckText.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 
 namespace refdoc {
