@@ -1,18 +1,15 @@
 #pragma once
 
 #include <optional>
-#include <string>
+
+#include <boost/json/array.hpp>
 
 #include "CollectionRoot.hpp"
-#include "reference/docparser/DocResource.hpp"
 
 namespace fuzz {
 
-/// What is collected from a root, worked out from the rules alone, without reading any file; as a
-/// text with a line for each document and each lookup. Nothing when the collection must fail.
-std::optional<std::string> expectedCollection(const CollectionRoot& root);
-
-/// The same text for what was collected.
-std::string describeCollection(const reference::docparser::LookupResources& resources);
+/// What is collected from a root, worked out from the rules alone, without reading any file: the
+/// documents of what is installed, and all others. Nothing when the collection must fail.
+std::optional<boost::json::array> expectedCollection(const CollectionRoot& root);
 
 } // namespace fuzz

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "DocumentChecks.hpp"
+#include "ResourceChecks.hpp"
 #include "Support.hpp"
 #include "environment/ReferenceProperty.hpp"
 

@@ -1,13 +1,15 @@
-// Compares the text conversions with slow ones of our own.
+// Compares the text conversions with those of ICU, which take a text whole.
 
+#include <cstddef>
+#include <cstdint>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 
 #include <boost/json/string.hpp>
 #include <boost/json/value.hpp>
+#include <unicode/unistr.h>
 
-#include "SlowText.hpp"
 #include "Support.hpp"
 #include "environment/PathAndText.hpp"
 #include "reference/docparser/ParsingTools.hpp"
@@ -18,6 +20,18 @@ using fuzz::require;
 using reference::docparser::DocResourceParser::ParsingTools::getFluString;
 using reference::docparser::DocResourceParser::ParsingTools::StringParsingType;
 
+std::u16string decode(std::string_view bytes) {
+    const auto size = static_cast<std::int32_t>(bytes.size());
+    const icu::UnicodeString text = icu::UnicodeString::fromUTF8({bytes.data(), size});
+    return {text.getBuffer(), static_cast<std::size_t>(text.length())};
+}
+
+std::string encode(const std::u16string& text) {
+    std::string bytes;
+    icu::UnicodeString(text.data(), static_cast<std::int32_t>(text.size())).toUTF8String(bytes);
+    return bytes;
+}
+
 /// What stands before the input: the conversions work on blocks of 512 and 1024, at whose ends the
 /// input must come to lie. Most inputs stand alone.
 std::size_t choosePadding(fuzz::Choices& choices) {
@@ -26,21 +40,24 @@ std::size_t choosePadding(fuzz::Choices& choices) {
     return blocks < 8 ? blocks * 256 + letters : 0;
 }
 
-void checkDecoding(const std::string& bytes, const fuzz::DecodedText& expected) {
+void checkDecoding(const std::string& bytes, const std::u16string& expected) {
     const fl::i18n::codecvt_string_to_ustring lenient("utf8", true);
-    require(lenient.convert(bytes.data(), bytes.size()) == expected.text, "lenient UTF-8 decoding");
+    require(lenient.convert(bytes.data(), bytes.size()) == expected, "lenient UTF-8 decoding");
+    const bool isWellFormed = encode(expected) == bytes;
     const fl::i18n::codecvt_string_to_ustring strict("utf8", false);
     try {
         const std::u16string text = strict.convert(bytes.data(), bytes.size());
-        require(expected.isWellFormed, "strict decoding refuses ill-formed UTF-8");
-        require(text == expected.text, "strict UTF-8 decoding");
+        require(isWellFormed, "strict decoding refuses ill-formed UTF-8");
+        require(text == expected, "strict UTF-8 decoding");
     } catch (const std::range_error&) {
-        require(!expected.isWellFormed, "strict decoding takes well-formed UTF-8");
+        require(!isWellFormed, "strict decoding takes well-formed UTF-8");
     }
 }
 
 void checkWidening(const std::string& bytes) {
-    const std::u16string expected = fuzz::widen(bytes);
+    std::u16string expected;
+    for (const char byte : bytes)
+        expected += static_cast<unsigned char>(byte);
     const fl::i18n::codecvt_ascii_to_ustring ascii;
     require(ascii.convert(bytes.data(), bytes.size()) == expected, "ASCII widening");
     require(getFluString(boost::json::string(bytes), StringParsingType::Ascii) == expected,
@@ -54,9 +71,8 @@ void checkJsonText(const std::string& bytes, const std::u16string& decoded) {
 }
 
 void checkEncoding(const std::u16string& text) {
-    require(fl::i18n::to_string(text) == fuzz::encodeUtf8(text), "UTF-8 encoding");
-    require(fl::filesystem::detail::make_native_form(text, true) ==
-                fuzz::replaceLoneSurrogates(text),
+    require(fl::i18n::to_string(text) == encode(text), "UTF-8 encoding");
+    require(fl::filesystem::detail::make_native_form(text, true) == decode(encode(text)),
             "a path in native form");
 }
 
@@ -77,11 +93,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Choices choices(fuzz::textOf(data, size));
     const std::size_t padding = choosePadding(choices);
     const std::string bytes = std::string(padding, 'x').append(choices.rest());
-    const fuzz::DecodedText decoded = fuzz::decodeUtf8(bytes);
+    const std::u16string decoded = decode(bytes);
     checkDecoding(bytes, decoded);
     checkWidening(bytes);
-    checkJsonText(bytes, decoded.text);
-    checkEncoding(decoded.text);
+    checkJsonText(bytes, decoded);
+    checkEncoding(decoded);
     checkEncoding(std::u16string(padding, u'x') + unitsOf(choices.rest()));
     return 0;
 }

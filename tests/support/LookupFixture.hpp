@@ -1,7 +1,6 @@
 #pragma once
 
 #include <map>
-#include <memory>
 #include <sstream>
 #include <string>
 #include <unordered_set>
@@ -14,7 +13,6 @@
 #include <boost/json/serialize.hpp>
 #include <boost/json/value.hpp>
 
-#include "environment/DocProducts.hpp"
 #include "environment/PathAndText.hpp"
 #include "environment/Services.hpp"
 #include "reference/docparser/DocResource.hpp"
@@ -22,6 +20,7 @@
 #include "support/LibraryFixture.hpp"
 #include "support/ResourceNotation.hpp"
 #include "support/ScopedRoot.hpp"
+#include "support/ScopedServices.hpp"
 #include "support/ZipFile.hpp"
 
 /// A short notation for lookup files, "key:product name=href,href name=href | key:product ...",
@@ -71,15 +70,6 @@ inline std::string notationOf(const reference::docparser::LookupResources& resou
     add('+', resources.first);
     add('-', resources.second);
     return notation;
-}
-
-inline environment::TopLevelProductList makeProducts(const std::vector<std::string>& shortNames) {
-    using Product = doc_products_shared::TopLevelDocProduct;
-    std::vector<std::shared_ptr<const Product>> products;
-    for (const std::string& name : shortNames)
-        products.push_back(
-            std::make_shared<const Product>("", "", name, "", "", "", Product::Properties()));
-    return std::make_shared<const std::vector<std::shared_ptr<const Product>>>(products);
 }
 
 /// A host whose language is Japanese, where German is supported too, and where the products "f" and

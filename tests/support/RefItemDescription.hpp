@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -8,10 +9,12 @@
 #include <boost/json/string.hpp>
 
 #include "environment/PathAndText.hpp"
+#include "environment/ReferenceProperty.hpp"
+#include "reference/docparser/DocResource.hpp"
 #include "reference/docparser/RefItem.hpp"
 
-/// Writes reference items down under the member names of their format; "htmlid" and "href" of an
-/// argument give the link that was made.
+/// Writes records down under the member names of their format; "htmlid" of an argument gives the
+/// link that was made.
 namespace testsupport {
 
 namespace docparser = reference::docparser;
@@ -21,6 +24,8 @@ inline boost::json::string describe(const std::u16string& text) {
     return boost::json::string(fl::i18n::to_string(text));
 }
 
+inline object describe(const docparser::RefItem& item);
+inline object describe(const reference::property::RefItemLookup& lookup);
 template <typename T>
 boost::json::array describeAll(const std::vector<T>& records);
 
@@ -28,6 +33,8 @@ inline object describe(const docparser::ArgumentInfo& info, object description) 
     description["name"] = describe(info.name);
     description["purpose"] = describe(info.purpose);
     description["value"] = describeAll(info.values);
+    if (info.hostValue)
+        description["hostValue"] = "not empty";
     return description;
 }
 
@@ -104,6 +111,32 @@ inline object describe(const docparser::RefItem& item) {
             {"seealso", describeAll(item.seeAlso)},
             {"examples", describeAll(item.examples)},
             {"parameters", describeAll(item.parameters)}};
+}
+
+inline object describe(const reference::property::RefItemLookup& lookup) {
+    return {{"name", describe(lookup.getName())},
+            {"refpurpose", describe(lookup.getPurpose())},
+            {"href", describe(lookup.getHref())},
+            {"type", lookup.getEntityType().toString()},
+            {"fcntype", lookup.getFunctionType().toString()},
+            {"deprecated", lookup.isDeprecated()}};
+}
+
+/// Documents by key, the items of each in turn by theirs.
+template <typename T>
+object describe(const std::map<std::u16string, docparser::DocResource<T>>& documents) {
+    object description;
+    for (const auto& [key, document] : documents) {
+        object items;
+        for (const auto& [name, records] : document.items)
+            items[describe(name)] = describeAll(records);
+        description[describe(key)] = {{"productName", describe(document.header.getProductName())},
+                                      {"baseCode", describe(document.header.getBaseCode())},
+                                      {"helpFolder", describe(document.header.getHelpFolder())},
+                                      {"helpLocation", describe(document.header.getHelpLocation())},
+                                      {"refItems", items}};
+    }
+    return description;
 }
 
 } // namespace testsupport

@@ -1,10 +1,23 @@
 #pragma once
 
+#include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
+#include "environment/DocProducts.hpp"
 #include "environment/Services.hpp"
 
 namespace testsupport {
+
+inline environment::TopLevelProductList makeProducts(const std::vector<std::string>& shortNames) {
+    using Product = doc_products_shared::TopLevelDocProduct;
+    std::vector<std::shared_ptr<const Product>> products;
+    for (const std::string& name : shortNames)
+        products.push_back(
+            std::make_shared<const Product>("", "", name, "", "", "", Product::Properties()));
+    return std::make_shared<const std::vector<std::shared_ptr<const Product>>>(products);
+}
 
 /// Puts services in force for as long as it lives; afterwards the built-in ones are back.
 class ScopedServices {

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <optional>
+
+#include <boost/json/object.hpp>
+#include <boost/json/value.hpp>
+
+namespace testsupport {
+
+/// What must be read of the JSON text of a resource file with items of type `T`, worked out from
+/// tables of the format alone, in the words of `describe`. Nothing when the text breaks the format.
+template <typename T>
+std::optional<boost::json::object> expectedResource(const boost::json::value& text);
+
+} // namespace testsupport
