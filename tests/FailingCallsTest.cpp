@@ -90,7 +90,7 @@ TEST_F(FailingCallsTest, AFileThatFailsCostsThatFileAndNoOther) {
     EXPECT_EQ(ofFiles, lackingOne);
     for (const char* call :
          {"opendir", "readdir", "fstatat", "stat", "open", "fstat", "lseek", "read", "pread"})
-        EXPECT_GE(failures.count(call) + failures.count(std::string(call) + "64"), 1U) << call;
+        EXPECT_TRUE(failures.contains(call)) << call;
 
     // What was read of a folder before it fails counts.
     EXPECT_TRUE(ofFolder.contains(""));

@@ -111,37 +111,25 @@ std::size_t closesOfNothing() noexcept {
 } // namespace testsupport
 
 // Under names of their own, for the system's headers declare these functions in their own way. On
-// this platform a file offset has 64 bits under either name.
+// this platform a file offset has 64 bits under either name, so that both name one function.
 #pragma GCC visibility push(default)
 extern "C" {
 
 int faultyOpen(const char* path, int flags, mode_t mode) __asm__("open");
-int faultyOpen64(const char* path, int flags, mode_t mode) __asm__("open64");
 DIR* faultyOpendir(const char* path) __asm__("opendir");
 int faultyStat(const char* path, struct stat* status) __asm__("stat");
-int faultyStat64(const char* path, struct stat* status) __asm__("stat64");
 int faultyFstat(int file, struct stat* status) __asm__("fstat");
-int faultyFstat64(int file, struct stat* status) __asm__("fstat64");
 int faultyFstatat(int folder, const char* path, struct stat* status, int flags) __asm__("fstatat");
 off64_t faultyLseek(int file, off64_t offset, int whence) __asm__("lseek");
-off64_t faultyLseek64(int file, off64_t offset, int whence) __asm__("lseek64");
 ssize_t faultyRead(int file, void* buffer, std::size_t size) __asm__("read");
 ssize_t faultyPread(int file, void* buffer, std::size_t size, off64_t offset) __asm__("pread");
-ssize_t faultyPread64(int file, void* buffer, std::size_t size, off64_t offset) __asm__("pread64");
 void* faultyReaddir(DIR* folder) __asm__("readdir");
-void* faultyReaddir64(DIR* folder) __asm__("readdir64");
 void* faultyMmap(void* address, std::size_t size, int protection, int flags, int file,
                  off64_t offset) __asm__("mmap");
-void* faultyMmap64(void* address, std::size_t size, int protection, int flags, int file,
-                   off64_t offset) __asm__("mmap64");
 int watchedClose(int file) __asm__("close");
 
 int faultyOpen(const char* path, int flags, mode_t mode) {
     return testsupport::openFile("open", path, flags, mode);
-}
-
-int faultyOpen64(const char* path, int flags, mode_t mode) {
-    return testsupport::openFile("open64", path, flags, mode);
 }
 
 DIR* faultyOpendir(const char* path) {
@@ -152,16 +140,8 @@ int faultyStat(const char* path, struct stat* status) {
     return testsupport::lookAt("stat", path, status);
 }
 
-int faultyStat64(const char* path, struct stat* status) {
-    return testsupport::lookAt("stat64", path, status);
-}
-
 int faultyFstat(int file, struct stat* status) {
     return testsupport::lookAt("fstat", file, status);
-}
-
-int faultyFstat64(int file, struct stat* status) {
-    return testsupport::lookAt("fstat64", file, status);
 }
 
 int faultyFstatat(int folder, const char* path, struct stat* status, int flags) {
@@ -172,10 +152,6 @@ off64_t faultyLseek(int file, off64_t offset, int whence) {
     return testsupport::seek("lseek", file, offset, whence);
 }
 
-off64_t faultyLseek64(int file, off64_t offset, int whence) {
-    return testsupport::seek("lseek64", file, offset, whence);
-}
-
 ssize_t faultyRead(int file, void* buffer, std::size_t size) {
     return testsupport::readFile("read", file, buffer, size);
 }
@@ -184,16 +160,8 @@ ssize_t faultyPread(int file, void* buffer, std::size_t size, off64_t offset) {
     return testsupport::readFile("pread", file, buffer, size, offset);
 }
 
-ssize_t faultyPread64(int file, void* buffer, std::size_t size, off64_t offset) {
-    return testsupport::readFile("pread64", file, buffer, size, offset);
-}
-
 void* faultyReaddir(DIR* folder) {
     return testsupport::readEntry("readdir", folder);
-}
-
-void* faultyReaddir64(DIR* folder) {
-    return testsupport::readEntry("readdir64", folder);
 }
 
 void* faultyMmap(void* address, std::size_t size, int protection, int flags, int file,
@@ -201,10 +169,16 @@ void* faultyMmap(void* address, std::size_t size, int protection, int flags, int
     return testsupport::map("mmap", address, size, protection, flags, file, offset);
 }
 
-void* faultyMmap64(void* address, std::size_t size, int protection, int flags, int file,
-                   off64_t offset) {
-    return testsupport::map("mmap64", address, size, protection, flags, file, offset);
-}
+[[gnu::alias("open")]] int faultyOpen64(const char* path, int flags, mode_t mode) __asm__("open64");
+[[gnu::alias("stat")]] int faultyStat64(const char* path, struct stat* status) __asm__("stat64");
+[[gnu::alias("fstat")]] int faultyFstat64(int file, struct stat* status) __asm__("fstat64");
+[[gnu::alias("lseek")]] off64_t faultyLseek64(int file, off64_t offset,
+                                              int whence) __asm__("lseek64");
+[[gnu::alias("pread")]] ssize_t faultyPread64(int file, void* buffer, std::size_t size,
+                                              off64_t offset) __asm__("pread64");
+[[gnu::alias("readdir")]] void* faultyReaddir64(DIR* folder) __asm__("readdir64");
+[[gnu::alias("mmap")]] void* faultyMmap64(void* address, std::size_t size, int protection,
+                                          int flags, int file, off64_t offset) __asm__("mmap64");
 
 int watchedClose(int file) {
     const int result = testsupport::next<int(int)>("close")(file);
