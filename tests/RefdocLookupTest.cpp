@@ -131,9 +131,20 @@ TEST_F(RefdocLookup, SaysWhyNothingMatches) {
         {{"x", "--limit", "-1"}, 2, "-1 is not a number, 1 or more"},
         {{"x", "--limit", "many"}, 2, "many is not a number"},
         {{"x", "y"}, 2, "y"},
+        {{"show", "zomo"}, 1, "zomo.json: no such file"},
+        {{"show", "zomo"}, 1, "tried the 17 lookup records in " + root_.lookupFolder().string()},
+        {{"show", "zomo"}, 1, "similar names: Zoom, zoom"},
+        {{"show", "ZOOM"}, 1, "similar names: Zoom, zoom"},
+        {{"show", "ghost"},
+         1,
+         "Alpha Tools documents \"ghost\", but its resource \"alpha\" has no entry"},
+        {{"show", "card"},
+         1,
+         "Alpha Card documents \"card\", but its resource \"alpha\" has no entry"},
     };
     for (auto [arguments, exitCode, complaint] : cases) {
-        arguments.insert(arguments.begin(), "lookup");
+        if (arguments.front() != "show")
+            arguments.insert(arguments.begin(), "lookup");
         const ProcessResult result = refdoc(arguments);
         EXPECT_EQ(result.exitCode, exitCode) << testing::PrintToString(arguments);
         EXPECT_THAT(result.errors, AllOf(testing::StartsWith("refdoc: "), HasSubstr(complaint)));
@@ -174,7 +185,9 @@ TEST_F(RefdocLookup, NeverPrintsControlCharactersOfDocuments) {
     for (const Words& arguments :
          {Words{"lookup"}, Words{"lookup", "--json"}, Words{"lookup", "\x1b[31mx"},
           Words{"products"}, Words{"products", "--json"}, Words{"show", "\x1b[31mx"},
-          Words{"show", "e\x1bsc"}, Words{"complete", "2", "--", "refdoc", "lookup", "e"}}) {
+          Words{"show", "e\x1bsc"}, Words{"show", "alpha"}, Words{"show", "alpha", "e\x1bsc"},
+          Words{"show", "alpha", "--json"}, Words{"show", "alpha", "\x1b[1m"},
+          Words{"complete", "2", "--", "refdoc", "lookup", "e"}}) {
         const ProcessResult result = refdoc(arguments);
         for (const std::string& text : {result.output, result.errors})
             EXPECT_THAT(text, AllOf(Not(HasSubstr("\x1b")), Not(HasSubstr("\xC2\x9B"))));
@@ -182,12 +195,15 @@ TEST_F(RefdocLookup, NeverPrintsControlCharactersOfDocuments) {
 }
 
 TEST_F(RefdocLookup, ExplainsItself) {
-    for (const char* command : {"lookup", "show", "products"}) {
-        const ProcessResult result = refdoc({command, "--help"});
+    for (const std::string command : {"", "lookup", "show", "products"}) {
+        const ProcessResult result =
+            refdoc(command.empty() ? Words{"--help"} : Words{command, "--help"});
         EXPECT_EQ(result.exitCode, 0);
         EXPECT_THAT(result.output, AllOf(HasSubstr("Exit codes:"), HasSubstr("Examples:"),
-                                         HasSubstr(std::string("  refdoc ") + command)));
+                                         HasSubstr("  refdoc " + command)));
     }
+    EXPECT_THAT(refdoc({"--version"}).output,
+                testing::MatchesRegex("refdoc [0-9]+\\.[0-9]+\\.[0-9]+\n"));
 }
 
 } // namespace

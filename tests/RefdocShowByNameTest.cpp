@@ -96,23 +96,4 @@ TEST_F(RefdocShowByName, AsksOnATerminal) {
     }
 }
 
-TEST_F(RefdocShowByName, SaysWhatItLookedFor) {
-    const struct {
-        std::string name;
-        std::string complaint;
-    } cases[] = {
-        {"zomo", "zomo.json: no such file"},
-        {"zomo", "tried the 17 lookup records in " + root_.lookupFolder().string()},
-        {"zomo", "similar names: Zoom, zoom"},
-        {"ZOOM", "similar names: Zoom, zoom"},
-        {"ghost", "Alpha Tools documents \"ghost\", but its resource \"alpha\" has no entry"},
-        {"card", "Alpha Card documents \"card\", but its resource \"alpha\" has no entry"},
-    };
-    for (const auto& [name, complaint] : cases) {
-        const ProcessResult result = refdoc({"show", name});
-        EXPECT_EQ(result.exitCode, 1) << name;
-        EXPECT_THAT(result.errors, HasSubstr(complaint));
-    }
-}
-
 } // namespace

@@ -14,7 +14,6 @@ namespace {
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Not;
 using testsupport::ProcessCall;
 using testsupport::ProcessResult;
 using testsupport::Refdoc;
@@ -143,16 +142,6 @@ TEST_F(Refdoc, PrintsJsonWithAllMembers) {
     EXPECT_EQ(item.as_object().size(), 15u);
 }
 
-TEST_F(Refdoc, NeverPrintsControlCharactersOfDocuments) {
-    for (const Words& arguments :
-         {Words{"show", "alpha"}, Words{"show", "alpha", "e\x1bsc"},
-          Words{"show", "alpha", "--json"}, Words{"show", "alpha", "\x1b[1m"}}) {
-        const ProcessResult result = refdoc(arguments);
-        for (const std::string& text : {result.output, result.errors})
-            EXPECT_THAT(text, AllOf(Not(HasSubstr("\x1b")), Not(HasSubstr("\xC2\x9B"))));
-    }
-}
-
 TEST_F(Refdoc, SaysWhyNothingWasFound) {
     const struct {
         Words arguments;
@@ -187,16 +176,6 @@ TEST_F(Refdoc, SaysWhyNothingWasFound) {
     const ProcessResult json = refdoc({"show", "alpha", "zoon", "--json"});
     EXPECT_EQ(json.exitCode, 1);
     EXPECT_EQ(boost::json::parse(json.output).at("documents"), boost::json::array{});
-}
-
-TEST_F(Refdoc, ExplainsItself) {
-    for (const Words& arguments : {Words{"--help"}, Words{"show", "--help"}}) {
-        const ProcessResult result = refdoc(arguments);
-        EXPECT_EQ(result.exitCode, 0);
-        EXPECT_THAT(result.output, AllOf(HasSubstr("Exit codes:"), HasSubstr("Examples:")));
-    }
-    EXPECT_THAT(refdoc({"--version"}).output,
-                testing::MatchesRegex("refdoc [0-9]+\\.[0-9]+\\.[0-9]+\n"));
 }
 
 TEST_F(Refdoc, LogsOnStandardErrorWhenAsked) {
