@@ -1,13 +1,10 @@
 #include "environment/Diagnostics.hpp"
 
-#include <memory>
-#include <stdexcept>
 #include <string>
 #include <thread>
 #include <utility>
 #include <vector>
 
-#include <boost/log/core/core.hpp>
 #include <boost/log/sources/record_ostream.hpp>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,8 +13,6 @@
 
 namespace {
 
-using foundation::core::except::IException;
-using foundation::core::except::IInternalException;
 using foundation::log::kSeverityDetail;
 using foundation::log::kSeverityProblem;
 using foundation::log::setEnabledSeverities;
@@ -47,19 +42,6 @@ TEST(DiagnosticLogger, RecordsCarryChannelSeverityAndMessage) {
     EXPECT_THAT(capture.records(), ElementsAre(LogRecord{"one", "test::first", 512},
                                                LogRecord{"two", "test::second", 16},
                                                LogRecord{"three", "test::first", 16}));
-}
-
-TEST(DiagnosticLogger, OpensNoRecordWhenTheCoreTakesNone) {
-    const LogCapture capture;
-    Logger logger("test::rejected");
-    const auto core = boost::log::core::get();
-    core->set_logging_enabled(false);
-    EXPECT_FALSE(logger.open_record(kSeverityProblem));
-    core->set_logging_enabled(true);
-    core->set_filter([](const boost::log::attribute_value_set&) { return false; });
-    EXPECT_FALSE(logger.open_record(kSeverityProblem));
-    core->reset_filter();
-    EXPECT_TRUE(emit(logger, kSeverityProblem, "again"));
 }
 
 TEST(DiagnosticLogger, MaskHoldsForTheChannelsLiveAndLaterLoggers) {
@@ -96,29 +78,6 @@ TEST(DiagnosticLogger, EveryThreadsRecordHasItsOwnSeverity) {
     EXPECT_EQ(records.size(), 4U * kRecords);
     for (const LogRecord& record : records)
         ASSERT_EQ(record.message, std::to_string(record.severity));
-}
-
-class Failure final : public IInternalException {
-public:
-    const boost::exception_detail::clone_base* clone() const override {
-        return std::make_unique<Failure>(*this).release();
-    }
-    void rethrow() const override { throw *this; }
-    const char* what() const noexcept override { return "failed \xC3\xA9"; }
-};
-
-TEST(ExceptionBase, IsCaughtAsItselfAndNotAsAStandardException) {
-    const std::unique_ptr<const boost::exception_detail::clone_base> clone(Failure().clone());
-    try {
-        clone->rethrow();
-        FAIL() << "nothing was thrown";
-    } catch (const std::exception&) {
-        FAIL() << "caught as std::exception";
-    } catch (const IException& failure) {
-        EXPECT_EQ(failure.ToUstringImpl(), u"failed \u00E9");
-        EXPECT_EQ(failure.convert_str(std::string("\xFF")), u"\uFFFD");
-        EXPECT_EQ(failure.convert_str(std::u16string(u"text")), u"text");
-    }
 }
 
 } // namespace

@@ -58,22 +58,6 @@ std::vector<std::string> installedNames() {
     return names;
 }
 
-TEST(Services, EachCallReachesTheHostOnceAndWhatItThrowsComesBack) {
-    int calls = 0;
-    Services services;
-    services.installedTopLevelDocProducts = [&]() -> TopLevelProductList {
-        ++calls;
-        return nullptr;
-    };
-    services.docLanguage = []() -> std::u16string { throw 42; };
-    services.supportedDocLanguages = [] { return std::vector<std::u16string>{u"en", u"xx"}; };
-    const ScopedServices scope(services);
-    EXPECT_EQ(installedProducts(), nullptr);
-    EXPECT_EQ(calls, 1);
-    EXPECT_THROW(DocLanguage::getInstance().getDocLanguage(), int);
-    EXPECT_THAT(DocLanguage::getInstance().getSupportedDocLanguages(), ElementsAre(u"en", u"xx"));
-}
-
 TEST(Services, AServiceMayReplaceTheServicesItIsPartOf) {
     Services services;
     services.docLanguage = [token = std::make_shared<std::u16string>(u"kept")] {

@@ -1,5 +1,4 @@
 #include <cstddef>
-#include <filesystem>
 #include <string>
 #include <utility>
 #include <vector>
@@ -70,10 +69,6 @@ TEST_F(FileAccessTest, ProductsOnDiskAreReadByTheirFullPath) {
 
 TEST_F(FileAccessTest, WhatCannotBeReadIsEmpty) {
     root.writeFile("file.json", "content");
-    root.makeFolder("folder.json");
-    root.makePipe("pipe.json");
-    std::filesystem::create_symlink("nowhere", root.nativePathOf("dangling.json"));
-    std::filesystem::create_symlink("loop.json", root.nativePathOf("loop.json"));
     struct Case {
         std::u16string path;
         bool isProblem;
@@ -81,14 +76,11 @@ TEST_F(FileAccessTest, WhatCannotBeReadIsEmpty) {
     for (const auto& [path, isProblem] : {
              Case{root.pathOf("missing.json"), false},
              Case{root.pathOf("file.json") + u"/file.json", false},
+             Case{root.pathOf("file.json") + u'\0', false},
              Case{root.pathOf("file.json") + u'\0' + u"x", false},
-             Case{root.pathOf("pipe.json"), false},
-             Case{root.pathOf("dangling.json"), false},
-             Case{root.pathOf("loop.json"), false},
              Case{root.pathOf("") + std::u16string(5000, u'x'), false},
              Case{root.pathOf("\xED\xA0\x80.json"), false},
              Case{u"", false},
-             Case{root.pathOf("folder.json"), true},
              Case{u"/", true},
          }) {
         std::vector<std::string> expected{"Reading file: " + to_string(path)};

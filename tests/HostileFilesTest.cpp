@@ -159,77 +159,70 @@ TEST_F(HostileFilesTest, AnyResourceNameIsOnlyLookedFor) {
         EXPECT_EQ(read(name), "") << to_string(name.substr(0, 30));
 }
 
-/// Does `disturb` again and again while products are collected and a resource is read.
-template <typename Disturb, typename Check>
-void checkWhile(Disturb disturb, Check check) {
-    constexpr int kRounds = 150;
-    std::atomic<bool> isOver = false;
-    std::jthread disturber([&] {
-        for (unsigned int round = 0; !isOver; ++round)
-            disturb(round);
-    });
-    for (int round = 0; round < kRounds; ++round)
-        check();
-    isOver = true;
-}
-
-// What comes and goes is either read whole or not at all.
-TEST_F(HostileFilesTest, NeighboursMayComeAndGo) {
-    const auto package = ZipFile().add("n.json", lookupText("n:Odd n=1,2")).build();
-    const std::string text = lookupText("m:Odd n=1,2");
-    const std::string plain = "-m:Odd n=1@Odd,2@Odd | ";
-    const std::string zipped = "-n:Odd n=1@Odd,2@Odd | ";
-    const fs::path folder = root.lookupFolder();
-    checkWhile(
-        [&](unsigned int round) {
-            root.lookupFile("m.json", text);
-            package.write(folder / "n.zip");
-            fs::rename(folder / "m.json", folder / "o.json");
-            root.referenceFile("odd.json", referenceText("f:Odd a=1"));
-            for (const char* name : {"m.json", "n.zip", "o.json", "p.json", "p.zip"})
-                root.remove(folder / name);
-            root.makeFolder(folder / (round % 2 == 0 ? "m.json" : "n.zip"));
-            fs::create_symlink(folder / "a.json", folder / "p.zip");
-            root.remove(folder / (round % 2 == 0 ? "m.json" : "n.zip"));
-            root.remove(root.referenceFolder() / "odd.json");
-        },
-        [&] {
+class ChangingFilesTest : public HostileFilesTest {
+protected:
+    /// Does `disturb` again and again while products are collected and resources are read. Of what
+    /// it changes, "m" in plain files, "n" in packages and the resource "odd", each is read whole
+    /// or not at all.
+    template <typename Disturb>
+    void checkWhile(Disturb disturb) const {
+        constexpr int kRounds = 150;
+        const std::string plain = "-m:Odd n=1@Odd,2@Odd | ";
+        const std::string zipped = "-n:Odd n=1@Odd,2@Odd | ";
+        std::atomic<bool> isOver = false;
+        std::jthread disturber([&] {
+            for (unsigned int round = 0; !isOver; ++round)
+                disturb(round);
+        });
+        for (int round = 0; round < kRounds; ++round) {
             EXPECT_THAT(collect(), AnyOf(soundAnd(""), soundAnd(plain), soundAnd(zipped),
                                          soundAnd(plain + zipped)));
             EXPECT_THAT(read(u"odd"), AnyOf("", "f:Odd a=1"));
             EXPECT_EQ(readSoundResource(), kSoundResource);
-        });
+        }
+        isOver = true;
+    }
+
+    const fs::path folder = root.lookupFolder();
+    const std::string lookups = lookupText("m:Odd n=1,2");
+    const std::string zippedLookups = lookupText("n:Odd n=1,2");
+    const std::string references = referenceText("f:Odd a=1");
+};
+
+TEST_F(ChangingFilesTest, NeighboursMayComeAndGo) {
+    const auto package = ZipFile().add("n.json", zippedLookups).build();
+    checkWhile([&](unsigned int round) {
+        root.lookupFile("m.json", lookups);
+        package.write(folder / "n.zip");
+        fs::rename(folder / "m.json", folder / "o.json");
+        root.referenceFile("odd.json", references);
+        for (const char* name : {"m.json", "n.zip", "o.json", "p.json", "p.zip"})
+            root.remove(folder / name);
+        root.makeFolder(folder / (round % 2 == 0 ? "m.json" : "n.zip"));
+        fs::create_symlink(folder / "a.json", folder / "p.zip");
+        root.remove(folder / (round % 2 == 0 ? "m.json" : "n.zip"));
+        root.remove(root.referenceFolder() / "odd.json");
+    });
 }
 
-TEST_F(HostileFilesTest, NeighboursMayGrowAndShrinkWhileTheyAreRead) {
+TEST_F(ChangingFilesTest, NeighboursMayGrowAndShrinkWhileTheyAreRead) {
     const std::string blanks(1 << 20, ' ');
-    const std::string text = lookupText("m:Odd n=1");
-    const std::string zipped = lookupText("n:Odd n=1");
-    root.lookupFile("m.json", text + blanks);
-    root.referenceFile("odd.json", referenceText("f:Odd a=1") + blanks);
     const auto package =
-        ZipFile().add("n.json", zipped + blanks, testsupport::ZipMethod::Stored).build();
-    package.write(root.lookupFolder() / "n.zip");
-    const fs::path files[] = {root.lookupFolder() / "m.json", root.referenceFolder() / "odd.json",
-                              root.lookupFolder() / "n.zip"};
-    const std::string plain = "-m:Odd n=1@Odd | ";
-    const std::string inZip = "-n:Odd n=1@Odd | ";
-    checkWhile(
-        [&](unsigned int round) {
-            for (const fs::path& file : files) {
-                fs::resize_file(file, round * 7919 % (2 << 20));
-                fs::resize_file(file, 0);
-            }
-            root.lookupFile("m.json", text + blanks);
-            root.referenceFile("odd.json", referenceText("f:Odd a=1") + blanks);
-            package.write(files[2]);
-        },
-        [&] {
-            EXPECT_THAT(collect(), AnyOf(soundAnd(""), soundAnd(plain), soundAnd(inZip),
-                                         soundAnd(plain + inZip)));
-            EXPECT_THAT(read(u"odd"), AnyOf("", "f:Odd a=1"));
-            EXPECT_EQ(readSoundResource(), kSoundResource);
-        });
+        ZipFile().add("n.json", zippedLookups + blanks, testsupport::ZipMethod::Stored).build();
+    const auto writeAll = [&] {
+        root.lookupFile("m.json", lookups + blanks);
+        root.referenceFile("odd.json", references + blanks);
+        package.write(folder / "n.zip");
+    };
+    writeAll();
+    checkWhile([&](unsigned int round) {
+        for (const fs::path& file :
+             {folder / "m.json", root.referenceFolder() / "odd.json", folder / "n.zip"}) {
+            fs::resize_file(file, round * 7919 % (2 << 20));
+            fs::resize_file(file, 0);
+        }
+        writeAll();
+    });
 }
 
 } // namespace

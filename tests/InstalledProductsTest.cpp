@@ -1,7 +1,6 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <set>
 #include <string>
 #include <thread>
 #include <unordered_set>
@@ -15,7 +14,7 @@
 #include "environment/Services.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 #include "support/LibraryFixture.hpp"
-#include "support/LookupFixture.hpp"
+#include "support/ScopedServices.hpp"
 
 namespace reference::docparser::DocResourceParser {
 namespace {
@@ -24,6 +23,8 @@ using doc_products_shared::TopLevelDocProduct;
 using environment::TopLevelProductList;
 using fl::i18n::to_string;
 using testsupport::makeProducts;
+using testsupport::namesOfPackages;
+using testsupport::namesOfProducts;
 using testsupport::ServiceFailure;
 using Names = std::unordered_set<std::u16string>;
 
@@ -177,19 +178,6 @@ TEST_F(InstalledProductsTest, TestProductsHaveFixedTextsAndOneList) {
     EXPECT_EQ(list->size(), 3U);
 }
 
-// "product product | package package"
-std::string stateNotation() {
-    std::string notation;
-    const auto products = getTopLevelProducts();
-    for (const auto& product : *products)
-        notation += product->getShortName() + ' ';
-    notation += '|';
-    const auto packages = getHardwareSupportPackages();
-    for (const std::u16string& package : std::set(packages->begin(), packages->end()))
-        notation += ' ' + to_string(package);
-    return notation;
-}
-
 TEST_F(InstalledProductsTest, TestProductsStandUntilTheyAreReplacedOrForgotten) {
     const std::map<char, std::function<void()>> functions = {
         {'a',
@@ -209,25 +197,27 @@ TEST_F(InstalledProductsTest, TestProductsStandUntilTheyAreReplacedOrForgotten) 
         std::string operations, state, services;
     };
     for (const auto& [operations, state, services] : {
-             Case{"", "host | board", "prs"},
-             Case{"a", "B A | X", ""},
-             Case{"e", "|", ""},
-             Case{"ab", "C | Y Z", ""},
-             Case{"ae", "|", ""},
-             Case{"ar", "B A | X", ""},
-             Case{"ac", "B A | board", "rs"},
-             Case{"ec", "| board", "rs"},
-             Case{"acb", "C | Y Z", ""},
-             Case{"ad", "host | board", "prs"},
-             Case{"adc", "host | board", "prs"},
-             Case{"ada", "B A | X", ""},
-             Case{"abcd", "host | board", "prs"},
+             Case{"", "host | board ", "prs"},
+             Case{"a", "B A | X ", ""},
+             Case{"e", "| ", ""},
+             Case{"ab", "C | Y Z ", ""},
+             Case{"ae", "| ", ""},
+             Case{"ar", "B A | X ", ""},
+             Case{"ac", "B A | board ", "rs"},
+             Case{"ec", "| board ", "rs"},
+             Case{"acb", "C | Y Z ", ""},
+             Case{"ad", "host | board ", "prs"},
+             Case{"adc", "host | board ", "prs"},
+             Case{"ada", "B A | X ", ""},
+             Case{"abcd", "host | board ", "prs"},
          }) {
         restoreDefaultSettings();
         for (const char operation : operations)
             functions.at(operation)();
         EXPECT_EQ(takeAsked(), "") << operations;
-        EXPECT_EQ(stateNotation(), state) << operations;
+        std::string names = namesOfProducts();
+        names += "| " + namesOfPackages();
+        EXPECT_EQ(names, state) << operations;
         EXPECT_EQ(takeAsked(), services) << operations;
         EXPECT_EQ(getReferenceRoots()->referenceRoot,
                   operations.find('r') == operations.npos ? u"/data" : u"/set")

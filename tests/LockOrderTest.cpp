@@ -6,9 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <mutex>
-#include <set>
 #include <string>
-#include <thread>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -37,13 +35,9 @@ namespace {
 /// '!' when one runs while another mutex than those of the library is held.
 thread_local constinit std::string* trace = nullptr;
 thread_local constinit int otherLocks = 0;
-thread_local constinit unsigned int heldLocks = 0;
 
 constexpr std::array<const char*, 3> kNames = {"R", "P", "C"};
 constexpr std::size_t kOther = kNames.size();
-
-/// By which locks are held (a bit each) and which one is waited for.
-std::array<std::atomic<bool>, 8 * kNames.size()> waits;
 
 std::size_t lockOf(const pthread_mutex_t* mutex) {
     using namespace reference::docparser;
@@ -69,10 +63,8 @@ void noteService(const std::string& name) {
 void noteLock(char how, std::size_t lock) {
     if (lock == kOther)
         otherLocks += how == '-' ? -1 : 1;
-    else {
-        heldLocks = how == '-' ? heldLocks & ~(1U << lock) : heldLocks | 1U << lock;
+    else
         note(how + std::string(kNames[lock]));
-    }
 }
 
 template <typename Function>
@@ -89,8 +81,6 @@ Function* nextOne(std::atomic<Function*>& known, const char* name) {
 extern "C" int pthread_mutex_lock(pthread_mutex_t* mutex) noexcept {
     static constinit std::atomic<int (*)(pthread_mutex_t*)> next = nullptr;
     const std::size_t lock = lockOf(mutex);
-    if (lock != kOther)
-        waits[heldLocks * kNames.size() + lock] = true;
     const int result = nextOne(next, "pthread_mutex_lock")(mutex);
     noteLock('+', lock);
     return result;
@@ -199,33 +189,6 @@ TEST_F(LockOrderTest, EachFunctionLocksWhatItSaysAndReadsWithoutALock) {
         trace = nullptr;
         EXPECT_EQ(steps, expected);
     }
-}
-
-TEST_F(LockOrderTest, ThreadsWaitForLocksInTheOneOrderOnly) {
-    constexpr int kThreads = 4;
-    constexpr int kRounds = 200;
-    for (auto& wait : waits)
-        wait = false;
-    {
-        std::vector<std::jthread> threads;
-        for (int thread = 0; thread < kThreads; ++thread)
-            threads.emplace_back([this] {
-                for (int round = 0; round < kRounds; ++round)
-                    for (const auto& [function, steps] : functions())
-                        function();
-            });
-    }
-    std::set<std::string> seen;
-    for (std::size_t wait = 0; wait < waits.size(); ++wait) {
-        if (!waits[wait])
-            continue;
-        std::string held;
-        for (std::size_t lock = 0; lock < kNames.size(); ++lock)
-            if ((wait / kNames.size() >> lock & 1) != 0)
-                held += kNames[lock];
-        seen.insert(held + '+' + kNames[wait % kNames.size()]);
-    }
-    EXPECT_EQ(seen, (std::set<std::string>{"+R", "+P", "+C", "RP+C"}));
 }
 
 } // namespace

@@ -75,52 +75,12 @@ TEST_F(LookupCollectionTest, ASingleLeafFollowsItsPackageOthersTheirOwnNames) {
             << package << ' ' << testing::PrintToString(leaves);
 }
 
-TEST_F(LookupCollectionTest, TheLanguageInForceSaysWhatIsRead) {
-    write({{"a.json", "f:En n=1"},
-           {"a_ja.json", "f:Ja n=1"},
-           {"a_de.json", "f:De n=1"},
-           {"b.zip/b.json", "q:En n=1"},
-           {"b.zip/b_ja.json", "q:Ja n=1"}});
-    for (const auto& [code, result] : {
-             std::pair(u"en", "+f:En n=1@En | -q:En n=1@En"),
-             {u"ja", "+f:Ja n=1@Ja | -q:Ja n=1@Ja"},
-             {u"de", "+f:De n=1@De | -q:En n=1@En"},
-             {u"fr", "+f:En n=1@En | -q:En n=1@En"},
-         }) {
-        language = code;
-        EXPECT_EQ(collect(), result) << fl::i18n::to_string(code);
-    }
-}
-
 TEST_F(LookupCollectionTest, WithoutAFolderThereIsNothing) {
     EXPECT_EQ(collect(), "");
     root.writeFile(root.lookupFolder(), "a file");
     EXPECT_EQ(collect(), "");
     setReferenceRoot(u"");
     EXPECT_EQ(collect(), "");
-}
-
-TEST_F(LookupCollectionTest, ABrokenFileCostsNoOther) {
-    const std::string sound = lookupText("f:Bad bad=1");
-    const std::string inOtherPlace = sound.substr(0, sound.size() - 1);
-    for (const std::string& text :
-         {std::string(), std::string("{"), std::string("[]"), std::string("null"),
-          std::string("{}"), std::string("\xFF"), "\xEF\xBB\xBF" + sound, sound + "x", inOtherPlace,
-          inOtherPlace + R"(,"supportPackages":[{}]})", inOtherPlace + R"(,"refItems":[{}]})",
-          inOtherPlace + ",\"x\":" + std::string(100'000, '['),
-          ZipFile().add("x.json", sound).build().bytes()}) {
-        root.remove(root.lookupFolder());
-        write({{"a.json", "f:Good n=1"}, {"c.json", "g:Good n=1"}});
-        root.lookupFile("b.json", text);
-        EXPECT_EQ(collect(), "+f:Good n=1@Good | +g:Good n=1@Good") << text;
-        ZipFile()
-            .add("a.json", lookupText("f:Zip m=1"))
-            .add("b.json", text)
-            .add("c.zip", text)
-            .add("d.json", lookupText("q:Zip m=1"))
-            .write(root.lookupFolder() / "p.zip");
-        EXPECT_EQ(collect(), "+f:Zip m=1@Zip n=1@Good | +g:Good n=1@Good | -q:Zip m=1@Zip") << text;
-    }
 }
 
 TEST_F(LookupCollectionTest, APackageMayHaveMoreThan65535Leaves) {

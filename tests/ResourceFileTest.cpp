@@ -69,40 +69,6 @@ TEST_F(ResourceFileTest, LaysTheLocalizedFileOverTheEnglishOne) {
     }
 }
 
-TEST_F(ResourceFileTest, AFileThatCannotBeReadOrParsedCountsAsEmpty) {
-    const char* const broken[] = {
-        "",
-        "{",
-        "[]",
-        "null",
-        "{}",
-        "\xFF",
-        R"({"refItems": []})",
-        R"({"productName":"","baseCode":"","helpFolder":"f","helpLocation":""})",
-        R"({"productName":"","baseCode":"","helpFolder":"f","helpLocation":"","refItems":[
-            {"href":"a","refpurpose":""},{"href":"a"}]})",
-        R"({"productName":"","baseCode":"","helpFolder":"f","helpLocation":"","refItems":[],
-            "supportPackages":[{}]})",
-    };
-    const auto expectOnly = [](const char* name, const std::string& result) {
-        EXPECT_EQ(notationOf(getResourceFile({name, name + std::string(name).size()})), result);
-    };
-    write("localized_ja.json", "f:Ja a=1");
-    write("english.json", "f:En a=1");
-    for (const char* text : broken) {
-        SCOPED_TRACE(text);
-        for (const char* fileName :
-             {"localized.json", "english_ja.json", "neither.json", "neither_ja.json"})
-            root.referenceFile(fileName, text);
-        expectOnly("localized", "f:Ja a=1");
-        expectOnly("english", "f:En a=1");
-        expectOnly("neither", "");
-    }
-    root.makeFolder(root.referenceFolder() / "odd.json");
-    root.makePipe(root.referenceFolder() / "odd_ja.json");
-    expectOnly("odd", "");
-}
-
 TEST_F(ResourceFileTest, NameAndLanguageMakeTheFileNames) {
     enableSeverities(foundation::log::kSeverityDetail);
     struct Case {

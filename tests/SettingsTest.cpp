@@ -37,15 +37,6 @@ using testsupport::withDocDataRoot;
 
 constexpr const char* kExceptionText = "resource::docparser::DocParserException";
 
-TEST(ConstantsTest, HaveTheirFixedValues) {
-    EXPECT_EQ(ParsingTools::kEnglishLocale, u"en");
-    EXPECT_EQ(ParsingTools::kJsonExt, u"json");
-    EXPECT_EQ(ParsingTools::kZipExt, u"zip");
-    EXPECT_EQ(ParsingTools::kDotJsonExt, u".json");
-    EXPECT_EQ(ParsingTools::kDotZipExt, u".zip");
-    EXPECT_EQ(std::u16string(u"abc") + ParsingTools::kLocaleSeparator + u"ja", u"abc_ja");
-}
-
 void raise() {
     ParsingTools::getJsonArray(boost::json::value(nullptr));
 }
@@ -74,6 +65,9 @@ TEST(DocParserExceptionTest, OnlyItsOwnBasesCatchIt) {
         EXPECT_STREQ(exception.what(), kExceptionText);
         EXPECT_EQ(boost::get_error_info<boost::throw_function>(exception), nullptr);
         EXPECT_EQ(boost::get_error_info<boost::throw_line>(exception), nullptr);
+        EXPECT_EQ(exception.ToUstringImpl(), u"resource::docparser::DocParserException");
+        EXPECT_EQ(exception.convert_str(std::string("\xFF")), u"\uFFFD");
+        EXPECT_EQ(exception.convert_str(std::u16string(u"text")), u"text");
     }
 }
 
@@ -145,21 +139,6 @@ TEST_F(DiagnosticLogTest, RecordsPassTheMaskTheCoreAndItsFilter) {
         EXPECT_EQ(openAndReadFile(root.pathOf("")), "");
         EXPECT_EQ(log.records(), row.records)
             << "mask " << row.mask << ", core " << row.coreEnabled << ", filter " << row.filtered;
-    }
-}
-
-TEST_F(DiagnosticLogTest, ArgumentsAreWrittenAsWellFormedUtf8) {
-    enableSeverities(foundation::log::kSeverityDetail);
-    const std::pair<std::u16string, std::string> cases[] = {
-        {u"", ""},
-        {u"/no/äöü 日本 \U0001F600", "/no/äöü 日本 \U0001F600"},
-        {u"/no/\xD83D", "/no/\uFFFD"},
-        {u"/no/\xDE00x\xD83Dy", "/no/\uFFFDx\uFFFDy"},
-    };
-    for (const auto& [path, written] : cases) {
-        const testsupport::LogCapture log;
-        openAndReadFile(path);
-        EXPECT_EQ(log.messages(), std::vector<std::string>{"Reading file: " + written}) << written;
     }
 }
 

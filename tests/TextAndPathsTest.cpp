@@ -162,58 +162,6 @@ TEST(PathParts, JoiningInsertsOneSeparatorWhereThereIsNone) {
     }
 }
 
-TEST(InputFileStream, ReadsAFileWhole) {
-    const ScopedRoot root;
-    const std::string bytes(100'000, '\xE9');
-    root.writeFile(u8"dir/\u00E9\U0001F600", bytes);
-    basic_ifstream<char> file(root.pathOf(u8"dir/\u00E9\U0001F600"), std::ios_base::binary);
-    ASSERT_TRUE(file.is_open());
-    file.seekg(0, std::ios_base::end);
-    ASSERT_EQ(file.tellg(), 100'000);
-    file.seekg(0);
-    std::string content(bytes.size(), '\0');
-    EXPECT_TRUE(file.read(content.data(), static_cast<std::streamsize>(content.size())));
-    EXPECT_EQ(content, bytes);
-    basic_ifstream<char> atEnd(root.pathOf(u8"dir/\u00E9\U0001F600"), std::ios_base::ate);
-    EXPECT_EQ(atEnd.tellg(), 100'000);
-}
-
-TEST(InputFileStream, FolderOpensAndCannotBeSized) {
-    const ScopedRoot root;
-    basic_ifstream<char> folder(root.path(), std::ios_base::binary);
-    EXPECT_TRUE(folder.is_open());
-    folder.seekg(0, std::ios_base::end);
-    EXPECT_EQ(folder.tellg(), -1);
-    EXPECT_FALSE(folder);
-}
-
-TEST(InputFileStream, WhatIsNoFileIsNotOpenedAndNeverWaitedFor) {
-    const ScopedRoot root;
-    root.writeFile("file", "x");
-    root.makePipe("pipe");
-    std::filesystem::create_symlink("pipe", root.nativePathOf("link to pipe"));
-    std::filesystem::create_symlink("loop", root.nativePathOf("loop"));
-    const std::u16string paths[] = {
-        u"",
-        u"/dev/null",
-        root.pathOf("missing"),
-        root.pathOf("file/below"),
-        root.pathOf("pipe"),
-        root.pathOf("link to pipe"),
-        root.pathOf("loop"),
-        root.pathOf("file") + u'\0',
-        root.pathOf("file") + u"\0more"s,
-        root.path() + u'/' + std::u16string(300, u'n'),
-    };
-    for (const std::u16string& path : paths) {
-        const basic_ifstream<char> file(path, std::ios_base::binary);
-        EXPECT_FALSE(file.is_open()) << fl::i18n::to_string(path);
-        EXPECT_TRUE(file.fail());
-    }
-    basic_ifstream<char> linked(root.pathOf("file"), std::ios_base::binary);
-    EXPECT_TRUE(linked.is_open());
-}
-
 TEST(InputFileStream, NeverWaitsWhenThePathIsSwappedForAPipe) {
     const ScopedRoot root;
     root.writeFile("file", "x");

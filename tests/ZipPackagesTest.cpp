@@ -4,7 +4,6 @@
 #include <ostream>
 #include <stdexcept>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -139,34 +138,6 @@ TEST(ZipPackages, AStreamThatTakesNothingIsReported) {
     std::ostream nowhere(nullptr);
     EXPECT_THROW(opc::StreamHelper::copyStreamToStream(source->getInputStream(), nowhere),
                  std::runtime_error);
-}
-
-TEST(ZipPackages, ManyThreadsReadThroughOneManager) {
-    const ScopedRoot root;
-    ZipFile file;
-    for (int entry = 0; entry < 8; ++entry)
-        file.add(std::to_string(entry) + ".json", std::to_string(entry) + longText());
-    file.write(root.nativePathOf("p.zip"));
-    const OpenPackage package(root.pathOf("p.zip"));
-    std::vector<std::jthread> threads;
-    for (std::size_t thread = 0; thread < 4; ++thread)
-        threads.emplace_back([&package, thread] {
-            for (std::size_t round = 0; round < 16; ++round) {
-                const std::size_t leaf = (round * (thread + 1)) % 8;
-                EXPECT_EQ(package.content(leaf), std::to_string(leaf) + longText());
-            }
-        });
-}
-
-TEST(ZipPackages, SeventyThousandLeavesAreListed) {
-    const ScopedRoot root;
-    ZipFile file;
-    for (int entry = 0; entry < 70'000; ++entry)
-        file.add("folder/entry_" + std::to_string(entry) + ".json", "", ZipMethod::Stored);
-    file.write(root.nativePathOf("p.zip"));
-    const std::vector<std::u16string> names = OpenPackage(root.pathOf("p.zip")).names();
-    ASSERT_EQ(names.size(), 70'000U);
-    EXPECT_EQ(names.back(), u"entry_69999.json");
 }
 
 } // namespace

@@ -26,22 +26,6 @@ inline Rule oneOf(std::set<std::string> texts) {
     return [texts = std::move(texts)](const std::string& text) { return texts.contains(text); };
 }
 
-inline std::string namesOfProducts() {
-    std::string names;
-    const auto products = reference::docparser::DocResourceParser::getTopLevelProducts();
-    for (const auto& product : *products)
-        names += product->getShortName() + ' ';
-    return names;
-}
-
-inline std::string namesOfPackages() {
-    std::string names;
-    const auto packages = reference::docparser::DocResourceParser::getHardwareSupportPackages();
-    for (const std::u16string& name : std::set(packages->begin(), packages->end()))
-        names += fl::i18n::to_string(name) + ' ';
-    return names;
-}
-
 inline std::string settings() {
     const auto roots = reference::docparser::DocResourceParser::getReferenceRoots();
     return fl::i18n::to_string(roots->referenceApiFolder) + ' ' + namesOfProducts() + "and " +

@@ -2,12 +2,15 @@
 
 #include <cstdint>
 #include <functional>
+#include <set>
 #include <string>
 #include <utility>
 
 #include <gtest/gtest.h>
 
 #include "environment/Diagnostics.hpp"
+#include "environment/DocProducts.hpp"
+#include "environment/PathAndText.hpp"
 #include "environment/Services.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 
@@ -28,6 +31,24 @@ inline environment::Services withDocLanguage(std::function<std::u16string()> ser
     environment::Services services;
     services.docLanguage = std::move(service);
     return services;
+}
+
+/// The short names of the products that count as installed, in order, each with a blank behind it.
+inline std::string namesOfProducts() {
+    std::string names;
+    const auto products = reference::docparser::DocResourceParser::getTopLevelProducts();
+    for (const auto& product : *products)
+        names += product->getShortName() + ' ';
+    return names;
+}
+
+/// The same of the support packages, which are put in order.
+inline std::string namesOfPackages() {
+    std::string names;
+    const auto packages = reference::docparser::DocResourceParser::getHardwareSupportPackages();
+    for (const std::u16string& name : std::set(packages->begin(), packages->end()))
+        names += fl::i18n::to_string(name) + ' ';
+    return names;
 }
 
 /// Undoes all that a test changed in the process's state.
