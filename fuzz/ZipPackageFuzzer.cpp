@@ -14,6 +14,7 @@
 #include "environment/ZipPackages.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 #include "reference/docparser/ProductData.hpp"
+#include "support/OpenPackage.hpp"
 
 namespace {
 
@@ -111,16 +112,12 @@ void checkLeaves(FileSystemManager& manager) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const MemoryFile file;
     file.put(fuzz::textOf(data, size));
-    opc::FileSystemOpsSelector operations(
-        storage::microservicestoragesystem::GetStorageSystemReference());
-    opc::zippackage::ZipPhysicalPackage physical(file.path(), operations, true);
-    opc::model::Package package(physical);
-    FileSystemManager manager(package, operations);
+    testsupport::OpenPackage package(file.path(), false);
     try {
-        package.open(opc::interfaces::OpenMode::Read);
+        package.open();
     } catch (const std::runtime_error&) {
         return 0;
     }
-    checkLeaves(manager);
+    checkLeaves(package.manager());
     return 0;
 }

@@ -59,14 +59,6 @@ TEST_F(FileAccessTest, FilesComeBackByteForByte) {
     }
 }
 
-TEST_F(FileAccessTest, ProductsOnDiskAreReadByTheirFullPath) {
-    root.writeFile("abc.json", "content");
-    const std::u16string path = root.pathOf("abc.json");
-    const testsupport::LogCapture log;
-    EXPECT_EQ(openAndReadFile(ProductPathData(u"name", true, path)), "content");
-    EXPECT_EQ(log.messages(), std::vector<std::string>{"Reading file: " + to_string(path)});
-}
-
 TEST_F(FileAccessTest, WhatCannotBeReadIsEmpty) {
     root.writeFile("file.json", "content");
     struct Case {
@@ -136,14 +128,6 @@ TEST_F(FileAccessTest, ABrokenZipEntryIsEmptyAndCostsNoOther) {
         EXPECT_TRUE(openAndReadFile(products[0]) == content) << damage;
         EXPECT_EQ(log.records(), expected) << damage;
     }
-}
-
-TEST(ProductDataTest, GivesBackWhatItWasMadeOf) {
-    const ProductPathData product(u"alpha_ja", true, u"/x/alpha_ja.json");
-    EXPECT_EQ(product.getName(), u"alpha_ja");
-    EXPECT_TRUE(product.isNonEnglishLocale());
-    EXPECT_EQ(product.getFullPath(), u"/x/alpha_ja.json");
-    EXPECT_FALSE(ProductData(u"alpha", false).isNonEnglishLocale());
 }
 
 TEST(FileNameRulesTest, TheLastExtensionDecides) {

@@ -1,5 +1,4 @@
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include <boost/json/parse.hpp>
@@ -20,8 +19,6 @@ namespace json = boost::json;
 using namespace std::string_literals;
 using testsupport::ScopedServices;
 using testsupport::valuesOfOtherKinds;
-using testsupport::withoutMember;
-using testsupport::withValue;
 
 constexpr auto kAscii = StringParsingType::Ascii;
 constexpr auto kUtf8 = StringParsingType::Utf8;
@@ -85,29 +82,6 @@ TEST(MemberAccessTest, ArraysAreViewsIntoTheDocument) {
     EXPECT_EQ(getJsonArray(document, "empty").size(), 0U);
 }
 
-const json::value kHeader = json::parse(R"({"other": 1, "helpLocation": "location é",
-    "productName": "name é", "helpFolder": "folder é", "baseCode": "code é"})");
-
-TEST(HeaderInfoTest, ReadsTheFourMembers) {
-    const auto header = getHeaderInfo(kHeader);
-    EXPECT_EQ(header.getProductName(), u"name \u00E9");
-    EXPECT_EQ(header.getBaseCode(), u"code \u00C3\u00A9");
-    EXPECT_EQ(header.getHelpFolder(), u"folder \u00C3\u00A9");
-    EXPECT_EQ(header.getHelpLocation(), u"location \u00C3\u00A9");
-}
-
-TEST(HeaderInfoTest, RequiresAllOfThemAsStrings) {
-    for (const char* key : {"/productName", "/baseCode", "/helpFolder", "/helpLocation"}) {
-        EXPECT_NO_THROW(getHeaderInfo(withValue(kHeader, key, ""))) << key;
-        EXPECT_THROW(getHeaderInfo(withoutMember(kHeader, key)), DocParserException) << key;
-        for (const json::value& other : valuesOfOtherKinds("text"))
-            EXPECT_THROW(getHeaderInfo(withValue(kHeader, key, other)), DocParserException)
-                << key << ": " << other;
-    }
-    for (const json::value& other : valuesOfOtherKinds(kHeader))
-        EXPECT_THROW(getHeaderInfo(other), DocParserException) << other;
-}
-
 using Locales = std::vector<std::u16string>;
 
 TEST(DocLocalesTest, EveryLocaleButEnglishBecomesASuffix) {
@@ -124,27 +98,6 @@ TEST(DocLocalesTest, EveryLocaleButEnglishBecomesASuffix) {
         const ScopedServices scope(services);
         EXPECT_EQ(getSupportedDocLocales(), suffixes) << testing::PrintToString(supported);
     }
-}
-
-TEST(DocLocalesTest, EachCallAsksTheService) {
-    std::u16string language;
-    environment::Services services;
-    services.docLanguage = [&] { return language; };
-    const ScopedServices scope(services);
-    for (const char16_t* code : {u"en", u"ja", u"", u"_x", u"zh_CN"}) {
-        language = code;
-        EXPECT_EQ(getCurrentLocale(), code);
-    }
-}
-
-TEST(DocLocalesTest, FailuresOfTheServicePassThrough) {
-    struct ServiceFailure {};
-    environment::Services services;
-    services.docLanguage = []() -> std::u16string { throw ServiceFailure(); };
-    services.supportedDocLanguages = []() -> Locales { throw ServiceFailure(); };
-    const ScopedServices scope(services);
-    EXPECT_THROW(getCurrentLocale(), ServiceFailure);
-    EXPECT_THROW(getSupportedDocLocales(), ServiceFailure);
 }
 
 } // namespace

@@ -1,4 +1,3 @@
-#include <cstdlib>
 #include <string>
 #include <unordered_set>
 #include <utility>
@@ -200,23 +199,6 @@ TEST_F(LookupCollectionTest, LanguageServicesMayThrowOrReplaceTheRoots) {
     environment::setServices(services);
     EXPECT_EQ(collect({{"a.json", "f:A n=1"}}), "+f:A n=1@A");
     EXPECT_EQ(collect(), "");
-}
-
-// Runs in a process of its own, in which no roots have been made yet.
-[[noreturn]] void collectForTheFirstTime() {
-    Services services;
-    services.docDataRoot = []() -> std::u16string { throw ServiceFailure(); };
-    services.docLanguage = []() -> std::u16string { throw 1; };
-    services.supportedDocLanguages = []() -> std::vector<std::u16string> { throw 2; };
-    environment::setServices(services);
-    EXPECT_THROW(getResourceLookupFiles(), ServiceFailure);
-    environment::resetServices();
-    std::exit(testing::Test::HasFailure() ? 1 : 0);
-}
-
-TEST(FirstLookupCollectionTest, TakesTheRootsBeforeAllElseAndMayFail) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(collectForTheFirstTime(), testing::ExitedWithCode(0), "");
 }
 
 } // namespace

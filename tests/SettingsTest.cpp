@@ -202,17 +202,22 @@ TEST_F(ReferenceRootsTest, AFailingServiceLeavesAllAsItIsAndNothingLocked) {
 // Runs in a process of its own, in which no roots have been made yet.
 [[noreturn]] void useRootsForTheFirstTime() {
     int calls = 0;
-    environment::setServices(withDocDataRoot([&]() -> std::u16string {
-        if (++calls <= 2)
+    environment::Services services = withDocDataRoot([&]() -> std::u16string {
+        if (++calls <= 3)
             throw ServiceFailure();
         return u"/data";
-    }));
+    });
+    // The roots are taken before all else.
+    services.docLanguage = []() -> std::u16string { throw 1; };
+    services.supportedDocLanguages = []() -> std::vector<std::u16string> { throw 2; };
+    environment::setServices(services);
     EXPECT_THROW(getReferenceRoots(), ServiceFailure);
     EXPECT_THROW(getResourceFile(u"abc"), ServiceFailure);
+    EXPECT_THROW(getResourceLookupFiles(), ServiceFailure);
     const auto roots = getReferenceRoots();
     expectRoots(*roots, u"/data");
     EXPECT_EQ(getReferenceRoots(), roots);
-    EXPECT_EQ(calls, 3);
+    EXPECT_EQ(calls, 4);
     environment::resetServices();
     std::exit(testing::Test::HasFailure() ? 1 : 0);
 }

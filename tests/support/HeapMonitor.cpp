@@ -191,14 +191,6 @@ void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
     return allocate(size);
 }
 
-void* operator new(std::size_t size, std::align_val_t alignment) {
-    return orThrow(allocateAligned(static_cast<std::size_t>(alignment), size));
-}
-
-void* operator new[](std::size_t size, std::align_val_t alignment) {
-    return orThrow(allocateAligned(static_cast<std::size_t>(alignment), size));
-}
-
 void operator delete(void* block) noexcept {
     release(block);
 }
@@ -212,22 +204,6 @@ void operator delete(void* block, std::size_t) noexcept {
 }
 
 void operator delete[](void* block, std::size_t) noexcept {
-    release(block);
-}
-
-void operator delete(void* block, std::align_val_t) noexcept {
-    release(block);
-}
-
-void operator delete[](void* block, std::align_val_t) noexcept {
-    release(block);
-}
-
-void operator delete(void* block, std::size_t, std::align_val_t) noexcept {
-    release(block);
-}
-
-void operator delete[](void* block, std::size_t, std::align_val_t) noexcept {
     release(block);
 }
 #pragma GCC visibility pop

@@ -195,23 +195,10 @@ ZipBytes& ZipBytes::makeLarge(const LargeEnd& lies) {
     return *this;
 }
 
-ZipBytes& ZipBytes::erase(std::size_t offset, std::size_t size) {
-    bytes_.erase(offset, size);
-    return *this;
-}
-
-ZipBytes& ZipBytes::prepend(const std::string& junk) {
-    bytes_.insert(0, junk);
-    return *this;
-}
-
-ZipBytes& ZipBytes::append(const std::string& junk) {
-    bytes_ += junk;
-    return *this;
-}
-
 ZipBytes& ZipBytes::setComment(const std::string& comment) {
-    return setEndField(20, 2, static_cast<std::uint32_t>(comment.size())).append(comment);
+    setEndField(20, 2, static_cast<std::uint32_t>(comment.size()));
+    bytes_ += comment;
+    return *this;
 }
 
 void ZipBytes::write(const std::filesystem::path& path) const {

@@ -56,9 +56,6 @@ public:
     ZipBytes& setEndField(std::size_t offset, std::size_t width, std::uint32_t number);
     /// Leaves the directory to be found by the end record of the large format.
     ZipBytes& makeLarge(const LargeEnd& lies);
-    ZipBytes& erase(std::size_t offset, std::size_t size);
-    ZipBytes& prepend(const std::string& junk);
-    ZipBytes& append(const std::string& junk);
     ZipBytes& setComment(const std::string& comment);
 
     std::size_t directoryOffset() const;
