@@ -162,6 +162,15 @@ TEST(PathParts, JoiningInsertsOneSeparatorWhereThereIsNone) {
     }
 }
 
+TEST(InputFileStream, FolderOpensAndCannotBeSized) {
+    const ScopedRoot root;
+    basic_ifstream<char> folder(root.path(), std::ios_base::binary);
+    EXPECT_TRUE(folder.is_open());
+    folder.seekg(0, std::ios_base::end);
+    EXPECT_EQ(folder.tellg(), -1);
+    EXPECT_FALSE(folder);
+}
+
 TEST(InputFileStream, NeverWaitsWhenThePathIsSwappedForAPipe) {
     const ScopedRoot root;
     root.writeFile("file", "x");

@@ -4,6 +4,7 @@
 #include <ostream>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -138,6 +139,23 @@ TEST(ZipPackages, AStreamThatTakesNothingIsReported) {
     std::ostream nowhere(nullptr);
     EXPECT_THROW(opc::StreamHelper::copyStreamToStream(source->getInputStream(), nowhere),
                  std::runtime_error);
+}
+
+TEST(ZipPackages, ManyThreadsReadThroughOneManager) {
+    const ScopedRoot root;
+    ZipFile file;
+    for (int entry = 0; entry < 8; ++entry)
+        file.add(std::to_string(entry) + ".json", std::to_string(entry) + longText());
+    file.write(root.nativePathOf("p.zip"));
+    const OpenPackage package(root.pathOf("p.zip"));
+    std::vector<std::jthread> threads;
+    for (std::size_t thread = 0; thread < 4; ++thread)
+        threads.emplace_back([&package, thread] {
+            for (std::size_t round = 0; round < 16; ++round) {
+                const std::size_t leaf = (round * (thread + 1)) % 8;
+                EXPECT_EQ(package.content(leaf), std::to_string(leaf) + longText());
+            }
+        });
 }
 
 } // namespace
