@@ -35,3 +35,11 @@ macro(docparser_require_module prefix debian_package module version)
     docparser_report_missing("${module} ${version} or later" "${debian_package}" "${found}")
   endif()
 endmacro()
+
+# docparser_require_header(<variable> <Debian package> <header> <what>), for what tells no version
+function(docparser_require_header variable debian_package header what)
+  find_path(${variable} ${header})
+  if(NOT ${variable})
+    docparser_report_missing("${what} (${header})" "${debian_package}" "")
+  endif()
+endfunction()

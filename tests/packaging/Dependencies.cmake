@@ -13,9 +13,21 @@ function(expect_failure name message)
   endif()
 endfunction()
 
-expect_failure(missing_boost
-  "docparser needs Boost 1.81 or later COMPONENTS json log. Debian has it in libboost-json1.81-dev"
-  -DCMAKE_DISABLE_FIND_PACKAGE_Boost=ON)
+function(expect_failure_when_missing package message)
+  expect_failure(missing_${package} "${message}" -DCMAKE_DISABLE_FIND_PACKAGE_${package}=ON)
+endfunction()
+
+expect_failure_when_missing(Boost
+  "docparser needs Boost 1.81 or later COMPONENTS json log. Debian has it in libboost-json1.81-dev")
+expect_failure_when_missing(ICU "docparser needs ICU 60 or later COMPONENTS uc")
+expect_failure_when_missing(CLI11
+  "docparser needs CLI11 2.1 or later. Debian has it in libcli11-dev")
+expect_failure_when_missing(fmt "docparser needs fmt 9 or later. Debian has it in libfmt-dev")
+
+# An empty one counts as given.
+expect_failure(missing_valijson
+  "docparser needs valijson with its adapter for Boost.JSON (valijson/adapters/boost_json_adapter.hpp). Debian has it in libvalijson-dev"
+  -DVALIJSON_INCLUDE_DIR=)
 
 file(WRITE "${WORK_DIR}/old/BoostConfig.cmake" "")
 file(WRITE "${WORK_DIR}/old/BoostConfigVersion.cmake"
@@ -23,9 +35,6 @@ file(WRITE "${WORK_DIR}/old/BoostConfigVersion.cmake"
 expect_failure(old_boost "(found: 1.70.0)"
   "-DBoost_DIR=${WORK_DIR}/old"
   -DCMAKE_FIND_USE_CMAKE_SYSTEM_PATH=OFF -DCMAKE_FIND_USE_SYSTEM_ENVIRONMENT_PATH=OFF)
-
-expect_failure(missing_icu "docparser needs ICU 60 or later COMPONENTS uc"
-  -DCMAKE_DISABLE_FIND_PACKAGE_ICU=ON)
 
 file(WRITE "${WORK_DIR}/modules/libzip.pc"
   "Name: libzip\nDescription: an old one\nVersion: 1.0\nLibs:\n")
