@@ -10,6 +10,8 @@ namespace {
 
 using testsupport::ProcessCall;
 
+constexpr const char* kZsh = "/usr/bin/zsh";
+
 /// Asks bash what completes a command line. COMP_WORDS is what bash makes of the line: words end at
 /// blanks, and "=" and ":" stand apart.
 class RefdocCompletion : public testsupport::RefdocLookup {
@@ -24,11 +26,37 @@ protected:
             COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
             _refdoc "$3"
             printf '%s|' "${COMPREPLY[@]}")";
-        const ProcessCall bash{
-            "/bin/bash",
-            {"--norc", "-c", script, "bash", REFDOC_BASH_COMPLETION, line, REFDOC_PROGRAM},
-            {{"LC_ALL", "C.UTF-8"}}};
-        const auto result = testsupport::run(bash);
+        const ProcessCall bash{"/bin/bash",
+                               {"--norc", "-c", script, "bash", REFDOC_COMPLETIONS "/refdoc.bash",
+                                line, REFDOC_PROGRAM},
+                               {{"LC_ALL", "C.UTF-8"}}};
+        return outputOf(bash, line);
+    }
+
+    /// What zsh's function offers, under the options that zsh sets for such functions. What it
+    /// calls to show them works only while a line is edited.
+    std::string completionsInZsh(const std::string& line) const {
+        const std::string script = R"(
+            fpath=("$1" $fpath)
+            autoload -Uz compinit && compinit -C -D
+            _describe() { print -rn -- "${(pj:|:)${(P@)2}}" }
+            _files() { print -rn -- "_files $*" }
+            compset() { }
+            setopt $_comp_options
+            words=(${(z)2})
+            [[ $2 == *" " ]] && words+=('')
+            words[1]=$3
+            CURRENT=$#words
+            _refdoc)";
+        const ProcessCall zsh{kZsh,
+                              {"-f", "-c", script, "zsh", REFDOC_COMPLETIONS, line, REFDOC_PROGRAM},
+                              {{"LC_ALL", "C.UTF-8"}}};
+        return outputOf(zsh, line);
+    }
+
+private:
+    static std::string outputOf(const ProcessCall& shell, const std::string& line) {
+        const auto result = testsupport::run(shell);
         EXPECT_EQ(result.errors, "") << line;
         return result.output;
     }
@@ -86,6 +114,29 @@ TEST_F(RefdocCompletion, CompletesWhatTheClientKnows) {
     };
     for (const auto& [line, expected] : cases)
         EXPECT_EQ(completions(withRoot(line)), withRoot(expected)) << line;
+}
+
+TEST_F(RefdocCompletion, CompletesInZsh) {
+    if (!std::filesystem::exists(kZsh))
+        GTEST_SKIP() << kZsh << " is not installed";
+    const std::string root = root_.nativePathOf("").string();
+    const struct {
+        std::string line;
+        std::string completions;
+    } cases[] = {
+        {"refdoc pro", "products:List what is installed and what is documented"},
+        {"refdoc lookup --al", "--all:Also names of products that are not installed"},
+        {"refdoc --language=j", "--language=ja:"},
+        {"refdoc --root " + root + " lookup Unz", "Unzoom:reduce a view"},
+        {"refdoc --root '" + root + "' lookup Unz", "Unzoom:reduce a view"},
+        {"refdoc --root " + root + " lookup pack::a", "pack\\:\\:age:a package"},
+        {"refdoc --root ", "_files -/"},
+        {"refdoc --root=/x", "_files -/"},
+        {"refdoc check ", "_files -/"},
+    };
+    for (const auto& [line, expected] : cases)
+        EXPECT_EQ(completionsInZsh(line), expected) << line;
+    EXPECT_THAT(completionsInZsh("refdoc "), testing::StartsWith("lookup:"));
 }
 
 TEST_F(RefdocCompletion, ExplainsCompletionsInTheLanguageTyped) {
