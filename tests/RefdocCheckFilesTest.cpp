@@ -20,7 +20,7 @@ using testsupport::withItems;
 using testsupport::ZipBytes;
 using testsupport::ZipFile;
 
-struct Case {
+struct FileCase {
     std::string file;
     std::string text;
     std::string findings;
@@ -28,7 +28,7 @@ struct Case {
 
 TEST_F(RefdocCheck, TellsWhatNamesCost) {
     const std::string sound = withItems(kSpin);
-    const Case cases[] = {
+    const FileCase cases[] = {
         {"referenceapi_lookup/alpha.Json", sound,
          ": error: the extension is not in lower-case letters; the whole file is lost"},
         {"referenceapi_lookup/README", "", ": note: no resource file: passed over"},

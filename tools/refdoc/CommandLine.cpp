@@ -27,7 +27,7 @@ namespace refdoc {
 
 namespace {
 
-constexpr const char* kFooter = R"(Options may stand before or after the command. Exit codes:
+constexpr const char* kMainFooter = R"(Options may stand before or after the command. Exit codes:
   0  found, or no errors
   1  nothing found, or errors in what was checked
   2  wrong use, or the output cannot be written
@@ -97,7 +97,7 @@ ExitCode parseAndRun(int argc, char** argv) {
     application.fallthrough();
     application.get_formatter()->column_width(26);
     declareGlobalOptions(application, options);
-    application.footer(kFooter);
+    application.footer(kMainFooter);
     const std::vector<Command> commands{
         addLookupCommand(application), addShowCommand(application), addProductsCommand(application),
         addCheckCommand(application), addCompleteCommand(application)};

@@ -36,7 +36,7 @@ namespace {
 using namespace reference::docparser;
 using reference::property::RefEntityType;
 
-constexpr const char* kFooter =
+constexpr const char* kLookupFooter =
     R"(A PATTERN with *, ? or [...] stands for whole names (quote it for the shell); any other one
 finds the name itself, then all names that begin with it. Letter case counts only when the PATTERN
 has an upper-case letter.
@@ -230,7 +230,7 @@ Command addLookupCommand(CLI::App& application) {
     CLI::App* declaration =
         application.add_subcommand("lookup", "Find documented names by pattern, type and product");
     declareOptions(*declaration, *arguments);
-    declaration->footer(kFooter);
+    declaration->footer(kLookupFooter);
     return {declaration,
             [arguments](const GlobalOptions& options) { return lookUp(*arguments, options); }};
 }

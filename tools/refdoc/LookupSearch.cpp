@@ -51,7 +51,7 @@ void addMatches(const LookupDocuments& documents, bool installed, const LookupQu
             addMatches(product, document, installed, query, found);
 }
 
-std::size_t countRecords(const LookupDocuments& documents) {
+std::size_t countItems(const LookupDocuments& documents) {
     std::size_t count = 0;
     for (const auto& [product, document] : documents)
         for (const auto& [name, items] : document.items)
@@ -77,7 +77,7 @@ std::vector<LookupRecord> findRecords(const LookupResources& documents, const Lo
 }
 
 std::size_t countRecords(const LookupResources& documents) {
-    return countRecords(documents.first) + countRecords(documents.second);
+    return countItems(documents.first) + countItems(documents.second);
 }
 
 std::string similarNames(std::u16string_view wanted, const LookupResources& documents,

@@ -9,8 +9,8 @@ namespace refdoc {
 
 namespace {
 
-constexpr std::size_t kIndent = 2;
-constexpr std::size_t kGap = 2;
+constexpr std::size_t kNameIndent = 2;
+constexpr std::size_t kNameGap = 2;
 constexpr std::size_t kWidestNameColumn = 32;
 
 /// Wide enough for the names, but a few long names do not push all purposes to the right.
@@ -19,7 +19,7 @@ std::size_t nameColumnWidth(const std::vector<ListedName>& names, std::size_t pa
     std::size_t width = 0;
     for (const ListedName& entry : names)
         width = std::max(width, std::min(displayWidth(printable(entry.name)), widest));
-    return width + kGap;
+    return width + kNameGap;
 }
 
 } // namespace
@@ -34,12 +34,12 @@ void addNameList(Page& page, std::u16string_view title, std::vector<ListedName> 
     page.paragraph({{std::u16string(title), Style::Bold}}, 0);
     const std::size_t hang = nameColumnWidth(names, pageWidth);
     for (const ListedName& entry : names) {
-        if (pageWidth == kUnlimitedWidth && displayWidth(printable(entry.name)) + kGap > hang) {
-            page.paragraph({{entry.name + u"  " + entry.purpose, Style::Plain}}, kIndent);
+        if (pageWidth == kUnlimitedWidth && displayWidth(printable(entry.name)) + kNameGap > hang) {
+            page.paragraph({{entry.name + u"  " + entry.purpose, Style::Plain}}, kNameIndent);
             continue;
         }
-        page.tag({{entry.name, Style::Bold}}, kIndent, hang);
-        page.paragraph(entry.purpose, kIndent + hang);
+        page.tag({{entry.name, Style::Bold}}, kNameIndent, hang);
+        page.paragraph(entry.purpose, kNameIndent + hang);
     }
 }
 

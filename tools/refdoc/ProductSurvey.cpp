@@ -73,7 +73,7 @@ bool isTranslated(const LookupDocument& localized, const LookupDocument& english
     return !same;
 }
 
-std::size_t countRecords(const LookupDocument& document) {
+std::size_t countItems(const LookupDocument& document) {
     std::size_t count = 0;
     for (const auto& [name, items] : document.items)
         count += items.size();
@@ -99,7 +99,7 @@ void surveyDocument(const std::u16string& language, const LookupDocument& docume
         product.name = document.header.getProductName();
     product.isSupportPackage = product.key != helpFolder;
     if (language == data.current)
-        product.records = countRecords(document);
+        product.records = countItems(document);
     product.files.clear();
     for (LookupFile& file : data.files) {
         if (file.resource == helpFolder) {

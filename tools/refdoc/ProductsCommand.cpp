@@ -22,7 +22,7 @@ namespace refdoc {
 
 namespace {
 
-constexpr const char* kFooter =
+constexpr const char* kProductsFooter =
     R"(Columns, separated by tabs and without titles where the output is no terminal:
   KEY        what the product is called elsewhere: its short name, or its help folder or, for a
              support package, its base code in the lookup files
@@ -108,7 +108,7 @@ ExitCode listProducts(const GlobalOptions& options) {
 Command addProductsCommand(CLI::App& application) {
     CLI::App* declaration =
         application.add_subcommand("products", "List what is installed and what is documented");
-    declaration->footer(kFooter);
+    declaration->footer(kProductsFooter);
     return {declaration, listProducts};
 }
 

@@ -22,7 +22,7 @@ namespace {
 
 using namespace reference::docparser;
 
-constexpr const char* kFooter =
+constexpr const char* kShowFooter =
     R"(A single word is the RESOURCE of that name if there is one, else a NAME, which is looked up: in
 installed products, and in the others if none of those has it. When several products document it,
 you are asked which one you mean; where nobody can be asked, the commands to choose from are told
@@ -117,7 +117,7 @@ Command addShowCommand(CLI::App& application) {
         ->add_option("NAME", arguments->name,
                      "A documented name or an item's href; a RESOURCE alone lists all its names")
         ->type_name("");
-    declaration->footer(kFooter);
+    declaration->footer(kShowFooter);
     return {declaration,
             [arguments](const GlobalOptions& options) { return show(*arguments, options); }};
 }
