@@ -40,6 +40,10 @@ function(docparser_add_library target)
   set_target_properties(${target} PROPERTIES
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+  if(DOCPARSER_DEBIAN_PACKAGES)
+    # The comparison of binary interfaces reads it; what is packed is stripped.
+    target_compile_options(${target} PRIVATE -g)
+  endif()
   if(DOCPARSER_LINKER_KNOWS_NODELETE)
     # What callers still hold after dlclose, snapshots and exceptions, ends in code of the library.
     target_link_options(${target} PRIVATE "-Wl,-z,nodelete")
