@@ -37,7 +37,7 @@ void Progress::show(std::size_t done, std::size_t all) {
         return;
     next_ = now + kBetweenLines;
     isShown_ = true;
-    std::cerr << '\r' << progressLine(done, all) << std::flush;
+    std::cerr << '\r' + progressLine(done, all) << std::flush;
 }
 
 } // namespace refdoc
