@@ -100,6 +100,10 @@ json::string toJson(const std::u16string& text) {
     return json::string(toUtf8(text));
 }
 
+json::string toJson(std::string_view text) {
+    return toJson(fromUtf8(text));
+}
+
 json::object toJson(const reference::property::HeaderInfo& header) {
     return {{"productName", toJson(header.getProductName())},
             {"baseCode", toJson(header.getBaseCode())},

@@ -132,24 +132,20 @@ std::string asText(const std::vector<const Finding*>& findings, const CheckResul
     return text + (text.empty() ? "" : "\n") + summary(result);
 }
 
-json::string jsonText(std::string_view text) {
-    return toJson(fromUtf8(text));
-}
-
 std::string asJsonLine(const Finding& finding, const CheckReportOptions& options) {
     json::object object{{"level", levelName(finding.level)},
                         {"rule", ruleOf(finding.fault).id},
-                        {"file", jsonText(pathIn(options.root, finding.file))}};
+                        {"file", toJson(pathIn(options.root, finding.file))}};
     if (!finding.leaf.empty())
-        object["leaf"] = jsonText(finding.leaf);
+        object["leaf"] = toJson(finding.leaf);
     if (finding.position.line > 0) {
         object["line"] = finding.position.line;
         object["column"] = finding.position.column;
-        object["pointer"] = jsonText(finding.pointer);
+        object["pointer"] = toJson(finding.pointer);
     }
     if (!finding.item.empty())
-        object["item"] = jsonText(finding.item);
-    object["message"] = jsonText(finding.message);
+        object["item"] = toJson(finding.item);
+    object["message"] = toJson(finding.message);
     if (finding.loss != Loss::Nothing)
         object["cost"] = lossText(finding.loss);
     if (finding.further > 0)

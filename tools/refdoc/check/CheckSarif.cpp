@@ -11,7 +11,6 @@
 
 #include "refdoc/ItemJson.hpp"
 #include "refdoc/PrettyJson.hpp"
-#include "refdoc/Text.hpp"
 #include "refdoc/Version.hpp"
 #include "refdoc/check/CheckReport.hpp"
 
@@ -21,12 +20,8 @@ namespace {
 
 namespace json = boost::json;
 
-json::string jsonText(std::string_view text) {
-    return toJson(fromUtf8(text));
-}
-
 json::object message(std::string_view text) {
-    return {{"text", jsonText(text)}};
+    return {{"text", toJson(text)}};
 }
 
 std::string percentEncoded(std::string_view path) {
@@ -92,9 +87,9 @@ json::object locationOf(const Finding& finding, Artifacts& artifacts) {
                                           {"startColumn", finding.position.column}};
     json::object location{{"physicalLocation", std::move(physical)}};
     if (!finding.pointer.empty()) {
-        json::object logical{{"fullyQualifiedName", jsonText(finding.pointer)}};
+        json::object logical{{"fullyQualifiedName", toJson(finding.pointer)}};
         if (!finding.item.empty())
-            logical["name"] = jsonText(finding.item);
+            logical["name"] = toJson(finding.item);
         location["logicalLocations"] = json::array({std::move(logical)});
     }
     return location;
