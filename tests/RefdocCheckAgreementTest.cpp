@@ -1,7 +1,9 @@
 // What the client's check calls lost must be what the library loses, no more and no less.
 
 #include <cstddef>
+#include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -13,6 +15,7 @@
 #include "refdoc/check/CheckFiles.hpp"
 #include "refdoc/check/JsonPositions.hpp"
 #include "support/CheckAgreementFixture.hpp"
+#include "support/RandomRoot.hpp"
 
 namespace {
 
@@ -79,6 +82,41 @@ TEST_F(RefdocCheckAgreement, OnMutatedFiles) {
             expectAgreement(Catalog::Lookup, mutatedText(kLookup, random));
             expectAgreement(Catalog::Reference, mutatedText(kReference, random));
         }
+    }
+}
+
+/// A localized file laid over the English one: the items of its hrefs replace English ones.
+TEST_F(RefdocCheckAgreement, OnLocalizedReferenceFiles) {
+    using Item = std::tuple<std::string, std::string, std::string>; // key, href, purpose
+    Random random(5);
+    for (int i = 0; i < 400 && !HasFailure(); ++i) {
+        const std::string texts[] = {testsupport::randomText(random),
+                                     testsupport::randomText(random)};
+        root.remove("docCatalog");
+        root.referenceFile("m.json", texts[0]);
+        root.referenceFile("m_ja.json", texts[1]);
+        SCOPED_TRACE(texts[0] + '\n' + texts[1]);
+        const std::vector<refdoc::Finding> findings = check();
+        std::multiset<Item> expected;
+        std::set<std::pair<std::string, std::string>> localized;
+        for (const std::size_t file : {1U, 0U}) {
+            const std::string name = file == 0 ? "/m.json" : "/m_ja.json";
+            for (const Item& item : itemsLeft(texts[file], findings, name)) {
+                if (file == 1)
+                    localized.emplace(std::get<0>(item), std::get<1>(item));
+                if (file == 1 || !localized.contains({std::get<0>(item), std::get<1>(item)}))
+                    expected.insert(item);
+            }
+        }
+        language = u"ja";
+        std::multiset<Item> delivered;
+        for (const auto& [key, document] :
+             reference::docparser::DocResourceParser::getResourceFile(u"m"))
+            for (const auto& [href, items] : document.items)
+                for (const auto& item : items)
+                    delivered.emplace(fl::i18n::to_string(key), fl::i18n::to_string(href),
+                                      fl::i18n::to_string(item.refPurpose));
+        EXPECT_EQ(expected, delivered);
     }
 }
 

@@ -212,6 +212,30 @@ TEST_F(RefdocCheck, TellsWhatOtherFilesTakeFromReaders) {
     }
 }
 
+/// English leaves of a package of one language fill in for its readers alone.
+TEST_F(RefdocCheck, TellsWhatFillsInForNobody) {
+    const std::string japanese = R"({"name": "turn", "refpurpose": "p", "href": "a.html"})";
+    ZipFile()
+        .add("a_ja.json", withItems(japanese))
+        .add("b.json", withItems(spin("a.html", "first")))
+        .write(root_.lookupFolder() / "a_ja.zip");
+    ZipFile()
+        .add("a_ja.json", withItems(japanese))
+        .add("c.json", withItems(spin("a.html", "second")))
+        .write(root_.lookupFolder() / "b_ja.zip");
+    const std::string folder = "referenceapi_lookup/";
+    const std::string warning = ": warning: read as English, and only by readers of ja: of a "
+                                "package with several leaves the leaves' names tell the language\n";
+    EXPECT_THAT(
+        findings(),
+        testing::AllOf(testing::HasSubstr(folder + "a_ja.zip:b.json" + warning),
+                       testing::Not(testing::HasSubstr("b.json:3:1: error")),
+                       testing::HasSubstr(folder + "b_ja.zip:c.json:3:1: error: spin: docCatalog/" +
+                                          folder +
+                                          "a_ja.zip:b.json has the name too and is read "
+                                          "before: its lookups count; the item is lost")));
+}
+
 TEST_F(RefdocCheck, TellsLeavesOfOneNameApart) {
     root_.remove("docCatalog/referenceapi_lookup");
     ZipFile()

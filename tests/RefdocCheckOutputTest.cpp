@@ -4,6 +4,7 @@
 #include <iterator>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <boost/json/array.hpp>
@@ -12,7 +13,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "environment/ReferenceProperty.hpp"
 #include "refdoc/Progress.hpp"
+#include "refdoc/Schemas.hpp"
 #include "refdoc/check/CheckFinding.hpp"
 #include "refdoc/check/JsonPositions.hpp"
 #include "support/RefdocCheckFixture.hpp"
@@ -35,7 +38,7 @@ TEST_F(RefdocCheck, TellsOfManyFindingsOfAKindHowManyMore) {
     root_.lookupFile("alpha.json", withItems(items));
     EXPECT_THAT(refdoc({"check"}).output,
                 AllOf(HasSubstr("(/refItems/19/name)\n"),
-                      HasSubstr("alpha.json: error: 980 more of this kind\n"),
+                      HasSubstr("alpha.json: error: 980 more of wrong-kind\n"),
                       HasSubstr("\n\n1000 errors, 0 warnings and 0 notes in 2 files\n")));
     const std::string lines = refdoc({"check", "--json"}).output;
     EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 1000);
@@ -83,6 +86,8 @@ TEST_F(RefdocCheck, PrintsForPrograms) {
 
 TEST_F(RefdocCheck, RefusesWhatItCannotCheck) {
     const std::string root = root_.nativePathOf("").string();
+    root_.makeFolder("broken/docCatalog/referenceapi");
+    root_.writeFile("broken/installedProducts.json", "{");
     const struct {
         Words words;
         std::string complaint;
@@ -92,6 +97,7 @@ TEST_F(RefdocCheck, RefusesWhatItCannotCheck) {
         {{"check", "--level", "fatal"}, "fatal is no level"},
         {{"check", "--json", "--sarif"}, "exclude each other"},
         {{"check", root, "x"}, "x"},
+        {{"check", root + "broken"}, "installedProducts.json"},
     };
     for (const auto& [words, complaint] : cases) {
         const ProcessResult result = refdoc(words);
@@ -124,6 +130,67 @@ TEST_F(RefdocCheck, AcceptsTheExamplesOfTheManual) {
     for (const refdoc::Rule& rule : refdoc::kRules)
         EXPECT_THAT(page, HasSubstr("| `" + std::string(rule.id) + "` | " +
                                     std::string(refdoc::levelName(rule.level)) + " | "));
+}
+
+/// Names without end in each of faults without end.
+TEST_F(RefdocCheck, KeepsOnlySoMuchOfHostileFiles) {
+    const std::string longName(20000, 'n');
+    std::string members;
+    for (int i = 0; i < 2000; ++i)
+        members += ", \"a\": 1";
+    root_.lookupFile("alpha.json",
+                     withItems("", ", \"" + longName + "\": {\"a\": 1" + members + "}"));
+    const std::string output = refdoc({"check", "--json"}).output;
+    EXPECT_LT(output.size(), std::size_t{16} << 20);
+    EXPECT_THAT(output, HasSubstr("\"further\":"));
+    EXPECT_THAT(refdoc({"check"}).output,
+                HasSubstr("\n0 errors, 2000 warnings and 0 notes in 2 files"));
+}
+
+template <typename Definition>
+std::vector<std::string> textsOf() {
+    return {Definition::texts.begin(), Definition::texts.end()};
+}
+
+std::vector<std::string> textsAt(std::string_view schema, const std::string& pointer) {
+    const boost::json::value root = boost::json::parse({schema.data(), schema.size()});
+    std::vector<std::string> texts;
+    for (const boost::json::value& text : root.at_pointer(pointer).as_array())
+        texts.emplace_back(text.as_string());
+    return texts;
+}
+
+/// The library, the schemas and the manual have the same texts in the same order.
+TEST(Schemas, HaveTheEnumerationsOfTheLibrary) {
+    const auto types = textsOf<reference::property::RefEntityTypeDefinition>();
+    const auto functions = textsOf<reference::property::FunctionTypeDefinition>();
+    const std::string lookup = "/definitions/item/properties/";
+    EXPECT_EQ(textsAt(refdoc::kLookupSchema, lookup + "type/enum"), types);
+    EXPECT_EQ(textsAt(refdoc::kLookupSchema, lookup + "fcntype/enum"), functions);
+    const struct {
+        const char* member;
+        std::vector<std::string> texts;
+    } rows[] = {
+        {"type", types},
+        {"fcntype", functions},
+        {"deprecationstatus", textsOf<reference::property::DeprecationStatusDefinition>()},
+        {"syntaxtype", textsOf<reference::property::SyntaxTypeDefinition>()},
+    };
+    std::ifstream file(DOCPARSER_FORMATS_DOCUMENT);
+    const std::string page{std::istreambuf_iterator<char>(file), {}};
+    const std::string reference(refdoc::kReferenceSchema);
+    for (const auto& [member, texts] : rows) {
+        std::string list;
+        std::string listInSchema;
+        for (const std::string& text : texts) {
+            list.append(list.empty() ? "" : ", ").append(text);
+            listInSchema.append(listInSchema.empty() ? "\"" : ",\"").append(text).append("\"");
+        }
+        EXPECT_THAT(page, HasSubstr("| `" + std::string(member) + "` | " + list + " |"));
+        std::string bare = reference;
+        std::erase_if(bare, [](char byte) { return byte == ' ' || byte == '\n'; });
+        EXPECT_THAT(bare, HasSubstr("\"enum\":[" + listInSchema + "]")) << member;
+    }
 }
 
 TEST(JsonPositions, FindsValuesInOnePass) {

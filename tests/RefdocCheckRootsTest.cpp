@@ -34,6 +34,7 @@ using testsupport::RandomText;
 using Record = std::tuple<std::string, std::string, std::string, std::string, std::string, bool>;
 using Records = std::set<Record>;
 using Link = std::tuple<std::string, std::string, std::string>;
+using Links = std::set<Link>;
 
 Link linkOf(const Record& record) {
     return {std::get<0>(record), std::get<1>(record), std::get<2>(record)};
@@ -60,7 +61,7 @@ private:
         textIsLost_ = textIsLost_ || finding.loss == Loss::File || finding.loss == Loss::Leaf;
         if (finding.loss == Loss::Document || finding.loss == Loss::Item)
             lost_.insert(finding.pointer);
-        else if (finding.fault == Fault::LostItem)
+        else if (finding.fault == Fault::ReplacedItem)
             replaced_.emplace(finding.pointer,
                               finding.message.substr(std::string("readers of ").size(), 2));
     }
@@ -94,15 +95,28 @@ protected:
         for (const RandomFile& file : files)
             root.lookupFile(file.name, file.bytes);
         const std::vector<Finding> findings = check();
-        const Delivery delivery = delivered();
+        Delivery delivery = delivered();
         Delivery explained;
-        for (const RandomFile& file : files) {
-            for (const RandomText& text : file.texts) {
-                SCOPED_TRACE(file.name + ':' + text.leaf + ": " + text.content);
-                expectAgreement(testsupport::audienceOf(file, text), text.content,
-                                Told(findings, file.name, text.leaf), delivery, explained);
+        const auto forEachRecord = [&](const auto& take) {
+            for (const RandomFile& file : files)
+                for (const RandomText& text : file.texts)
+                    takeRecords(file, text, Told(findings, file.name, text.leaf), take);
+        };
+        Links localized; // by readers, key and name
+        forEachRecord([&](const Audience& audience, const Record& record, auto&&...) {
+            for (const std::string& readers : audience.readers) {
+                explained[readers].insert(record);
+                if (readers == audience.language)
+                    localized.emplace(readers, std::get<0>(record), std::get<1>(record));
             }
-        }
+        });
+        forEachRecord([&](const Audience& audience, const Record& record, const Told& told,
+                          const std::string& pointer) {
+            for (const std::string& readers : audience.readers)
+                expectRecord(
+                    audience, readers, record, pointer, told, delivery[readers],
+                    localized.contains({readers, std::get<0>(record), std::get<1>(record)}));
+        });
         for (const auto& [code, records] : delivery)
             for (const Record& record : records)
                 EXPECT_TRUE(explained[code].contains(record))
@@ -135,45 +149,46 @@ private:
                 item.contains("deprecated")};
     }
 
-    static void expectAgreement(const Audience& audience, const std::string& content,
-                                const Told& told, const Delivery& delivery, Delivery& explained) {
+    /// Calls `take` with each record of a text that is not told to be lost with its document.
+    template <typename Take>
+    static void takeRecords(const RandomFile& file, const RandomText& text, const Told& told,
+                            const Take& take) {
+        const Audience audience = testsupport::audienceOf(file, text);
         if (audience.readers.empty() || told.textIsLost())
             return;
-        const json::value resource = json::parse(content);
-        const auto expectDocument = [&](const json::value& document, const char* keyMember,
-                                        const std::string& pointer) {
+        SCOPED_TRACE(file.name + ':' + text.leaf + ": " + text.content);
+        const auto takeDocument = [&](const json::value& document, const char* keyMember,
+                                      const std::string& pointer) {
             if (told.isLost(pointer))
                 return;
             std::size_t index = 0;
             for (const json::value& item : document.at("refItems").as_array())
-                expectRecord(audience, recordOf(asRead(document.at(keyMember)), item.as_object()),
-                             testsupport::numbered(pointer + "/refItems/", index++), told, delivery,
-                             explained);
+                take(audience, recordOf(asRead(document.at(keyMember)), item.as_object()), told,
+                     testsupport::numbered(pointer + "/refItems/", index++));
         };
-        expectDocument(resource, "helpFolder", "");
+        const json::value resource = json::parse(text.content);
+        takeDocument(resource, "helpFolder", "");
         if (const json::value* packages = resource.as_object().if_contains("supportPackages"))
             for (std::size_t i = 0; i < packages->as_array().size(); ++i)
-                expectDocument(packages->at(i), "baseCode",
-                               testsupport::numbered("/supportPackages/", i));
+                takeDocument(packages->at(i), "baseCode",
+                             testsupport::numbered("/supportPackages/", i));
     }
 
-    static void expectRecord(const Audience& audience, const Record& record,
-                             const std::string& pointer, const Told& told, const Delivery& delivery,
-                             Delivery& explained) {
-        for (const std::string& readers : audience.readers) {
-            explained[readers].insert(record);
-            const auto found = delivery.find(readers);
-            const Records records = found == delivery.end() ? Records() : found->second;
-            if (readers == audience.language) {
-                EXPECT_NE(told.isLost(pointer), records.contains(record)) << readers << pointer;
-            } else if (!told.isLost(pointer)) {
-                const bool isThere =
-                    std::any_of(records.begin(), records.end(), [&record](const Record& other) {
-                        return linkOf(other) == linkOf(record);
-                    });
-                EXPECT_NE(told.isReplaced(pointer, readers), isThere) << readers << pointer;
-            }
+    /// An English record that only fills in gives way to a localized one of its link.
+    static void expectRecord(const Audience& audience, const std::string& readers,
+                             const Record& record, const std::string& pointer, const Told& told,
+                             const Records& records, bool isLocalized) {
+        const bool hasLink =
+            std::any_of(records.begin(), records.end(),
+                        [&record](const Record& other) { return linkOf(other) == linkOf(record); });
+        const bool isForAll = audience.readers.size() > 1;
+        if (readers != audience.language && isForAll) {
+            EXPECT_TRUE(told.isLost(pointer) || told.isReplaced(pointer, readers) != hasLink)
+                << readers << pointer;
+            return;
         }
+        const bool givesWay = readers != audience.language && isLocalized && hasLink;
+        EXPECT_NE(told.isLost(pointer), givesWay || records.contains(record)) << readers << pointer;
     }
 };
 

@@ -149,7 +149,7 @@ TEST_F(RefdocCheck, TellsWhatIsShownOtherwiseThanMeant) {
          R"(:3:66: warning: spin: fcntype is a list, not a text; it counts as "unspecified" )"
          R"((/refItems/0/fcntype))"},
         {"lookup", spin(R"("\u006eame": "turn")"),
-         R"(:3:55: warning: "name" is there already: what was said before is lost )"
+         R"(:3:55: warning: turn: "name" is there already: what was said before is lost )"
          R"((/refItems/0/name))"},
         {"lookup", withItems(R"({"name": "spin", "refpurpose": "p", "href": "b.html#x"})"),
          ":3:45: warning: spin: the href \"b.html#x\"" + deadEnd + " (/refItems/0/href)"},

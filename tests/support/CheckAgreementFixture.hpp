@@ -7,6 +7,7 @@
 #include <iterator>
 #include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -124,6 +125,35 @@ protected:
         for (const char byte : key.as_string())
             text += static_cast<char16_t>(static_cast<unsigned char>(byte));
         return fl::i18n::to_string(text);
+    }
+
+    /// Key, href and purpose of all items of a text that are not told to be lost.
+    static std::vector<std::tuple<std::string, std::string, std::string>>
+    itemsLeft(const std::string& text, const std::vector<refdoc::Finding>& findings,
+              const std::string& file) {
+        std::vector<refdoc::Finding> own;
+        std::copy_if(findings.begin(), findings.end(), std::back_inserter(own),
+                     [&file](const refdoc::Finding& each) { return each.file.ends_with(file); });
+        std::vector<std::tuple<std::string, std::string, std::string>> items;
+        if (loses(own, refdoc::Loss::File))
+            return items;
+        const auto add = [&](const boost::json::value& document, const char* key,
+                             const std::string& pointer) {
+            const bool isLost = std::any_of(own.begin(), own.end(), [&](const auto& each) {
+                return each.loss == refdoc::Loss::Document && each.pointer == pointer;
+            });
+            if (!isLost)
+                for (const boost::json::value& item : document.at("refItems").as_array())
+                    items.emplace_back(asRead(document.at(key)), asRead(item.at("href")),
+                                       std::string(item.at("refpurpose").as_string()));
+        };
+        const boost::json::value resource = boost::json::parse(text);
+        add(resource, "helpFolder", "");
+        if (const boost::json::value* packages =
+                resource.as_object().if_contains("supportPackages"))
+            for (std::size_t i = 0; i < packages->as_array().size(); ++i)
+                add(packages->at(i), "baseCode", numbered("/supportPackages/", i));
+        return items;
     }
 
     void expectAgreement(refdoc::Catalog catalog, const std::string& text) {

@@ -1,5 +1,6 @@
 #include "refdoc/check/CheckAcross.hpp"
 
+#include <climits>
 #include <cstddef>
 #include <filesystem>
 #include <string>
@@ -58,12 +59,12 @@ private:
     }
 
     void checkEnglishNames(const ResourceDocument& document) {
-        if (index_.holderOf(std::string(kEnglish), document.key) == nullptr)
+        if (index_.holderOf(kEnglishForAll, document.key) == nullptr)
             return addNoEnglishDocument(document);
         const json::array& items = document.value->at("refItems").as_array();
         for (std::size_t i = 0; i < items.size(); ++i) {
             const std::string name(items[i].at("name").as_string());
-            if (index_.holderOf(std::string(kEnglish), document.key, name) == nullptr)
+            if (index_.holderOf(kEnglishForAll, document.key, name) == nullptr)
                 addNoEnglishItem("name", name, document, i);
         }
     }
@@ -84,11 +85,11 @@ private:
             if (counterpart == english->end())
                 addNoEnglishItem("href", href, document, i);
             else if (count > 0 && count < counterpart->second)
-                findings_.add(Fault::LostItem, Loss::Nothing,
+                findings_.add(Fault::ReplacedItem, Loss::Nothing,
                               fmt::format("English has {} items of this href: readers of {} only "
                                           "get what is here, {} of them",
                                           counterpart->second, text_.language, count),
-                              fmt::format("{}/refItems/{}", document.pointer, i), Level::Warning);
+                              fmt::format("{}/refItems/{}", document.pointer, i));
         }
     }
 
@@ -110,7 +111,10 @@ private:
 
     void checkLinks(const ResourceDocument& document) {
         const json::array& items = document.value->at("refItems").as_array();
-        const std::string help(document.value->at("helpLocation").as_string());
+        const std::string help =
+            fs::path(std::string_view(document.value->at("helpLocation").as_string()))
+                .lexically_normal()
+                .generic_string();
         for (std::size_t i = 0; i < items.size(); ++i) {
             const json::object& item = items[i].as_object();
             const std::string pointer = fmt::format("{}/refItems/{}", document.pointer, i);
@@ -136,8 +140,7 @@ private:
                    const std::string& pointer) {
         const std::string_view link = holder.at(member).as_string();
         const std::string page = pageOf(link);
-        if (page.empty() || index_.hasPage(page) || isFile(page) ||
-            isFile((fs::path(help) / page).lexically_normal().generic_string()))
+        if (page.empty() || index_.hasPage(page) || isFile({}, page) || isFile(help, page))
             return;
         findings_.add(Fault::DeadLink, Loss::Nothing,
                       fmt::format("the {} {} leads nowhere: no full reference file documents the "
@@ -146,10 +149,13 @@ private:
                       fmt::format("{}/{}", pointer, member));
     }
 
-    /// Nothing outside the root counts.
-    bool isFile(const std::string& path) const {
+    /// Nothing outside the root counts, nor what no file can be called.
+    bool isFile(const std::string& folder, const std::string& page) const {
+        if (folder.size() + page.size() > PATH_MAX || page.find('\0') != page.npos)
+            return false;
+        const std::string path = (fs::path(folder) / page).lexically_normal().generic_string();
         std::error_code ignored;
-        return !path.starts_with("..") && !path.starts_with('/') && path.find('\0') == path.npos &&
+        return !path.starts_with("..") && !path.starts_with('/') &&
                fs::is_regular_file(root_ / path, ignored);
     }
 

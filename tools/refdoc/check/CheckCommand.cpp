@@ -8,7 +8,7 @@
 #include <string>
 #include <system_error>
 
-#include <CLI/Validators.hpp>
+#include <CLI/App.hpp>
 #include <fmt/format.h>
 
 #include "environment/Services.hpp"
@@ -33,7 +33,7 @@ are checked at once. Findings are
   note      something else stands among the resource files
 one to a line, as FILE[:LEAF]:LINE:COLUMN: LEVEL: MESSAGE (JSON POINTER), with lines and columns from 1
 on and columns in characters. Of one kind the first 20 in a file are told, and how many more there are;
---json prints all of them, one JSON object a line, and --sarif as a SARIF 2.1.0 log. Exit codes:
+--json prints them as one JSON object a line, --sarif as a SARIF 2.1.0 log, up to 10,000. Exit codes:
   0  no errors
   1  errors
   2  wrong use (a ROOT without resource files too), or the output cannot be written
@@ -105,6 +105,8 @@ ExitCode check(const CheckArguments& arguments, GlobalOptions options) {
     report.root = checkedRoot();
     if (arguments.sarif)
         report.root = std::filesystem::absolute(report.root).lexically_normal().native();
+    // Where this fails, the library gives nothing, whatever the files are like.
+    reference::docparser::DocResourceParser::getTopLevelProducts();
     const CheckResult result = checkWithProgress(options);
     writeOutput(checkReport(result, report));
     return result.hasErrors() ? ExitCode::NothingFound : ExitCode::Found;

@@ -3,7 +3,6 @@
 #include <array>
 #include <cstddef>
 #include <map>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -15,7 +14,10 @@ enum class Level { Note, Warning, Error };
 
 std::string_view levelName(Level level);
 
-/// A text for a message: in quotes, and only the beginning of a long one.
+/// The beginning of a text that is too long to be read.
+std::string shortened(std::string_view text);
+
+/// A text for a message: in quotes, and shortened.
 std::string inQuotes(std::string_view text);
 
 /// What readers do not get because of a fault.
@@ -41,6 +43,7 @@ enum class Fault {
     UnreadName,
     UnknownText,
     GarbledText,
+    ReplacedItem,
     RepeatedMember,
     SharedKey,
     UnknownLanguage,
@@ -49,7 +52,7 @@ enum class Fault {
     OtherFile
 };
 
-inline constexpr std::array<Rule, 15> kRules{{
+inline constexpr std::array<Rule, 16> kRules{{
     {"unreadable", Level::Error, "A file, package or leaf whose content cannot be had"},
     {"not-json", Level::Error, "Text that is not JSON"},
     {"missing-member", Level::Error, "A required member that is missing"},
@@ -59,6 +62,8 @@ inline constexpr std::array<Rule, 15> kRules{{
     {"unread-name", Level::Error, "A name that keeps a file or leaf from being read"},
     {"unknown-text", Level::Warning, "An enumeration that counts as its default"},
     {"garbled-text", Level::Warning, "A 7-bit text with characters beyond ASCII"},
+    {"replaced-item", Level::Warning,
+     "An English item that a localized file takes from the readers of its language"},
     {"repeated-member", Level::Warning, "A member that an object has twice: the last one counts"},
     {"shared-key", Level::Warning,
      "A document whose header another file's of its language replaces"},
@@ -94,11 +99,12 @@ struct Finding {
     std::size_t further = 0; ///< of how many findings that are left out this one tells
 };
 
-/// The findings of one file or leaf. Of a kind that is without end only so many are kept, and the
-/// others counted.
+/// The findings of one file or leaf. Hostile files have faults without end, and names without end
+/// in each: only so many are kept, and the others counted.
 class FindingList {
 public:
     static constexpr std::size_t kMostOfOneKind = 10000;
+    static constexpr std::size_t kMostBytes = std::size_t{4} << 20;
 
     FindingList(std::string file, std::string leaf)
         : file_(std::move(file)), leaf_(std::move(leaf)) {}
@@ -106,25 +112,34 @@ public:
     /// What one leaf loses is all that a plain file has.
     Loss wholeText() const { return leaf_.empty() ? Loss::File : Loss::Leaf; }
 
-    /// @param level that of the fault's rule unless it is given.
-    void add(Fault fault, Loss loss, std::string message, std::string pointer = {},
-             std::optional<Level> level = {});
-    /// The same with a position that is known already.
-    void addAt(TextPosition position, Fault fault, Loss loss, std::string message,
-               std::string pointer = {});
+    void add(Fault fault, Loss loss, std::string message, std::string pointer = {});
+    /// @return the finding, valid until the next one is added; null for one that is only counted.
+    Finding* addAt(Level level, Fault fault, Loss loss, std::string message,
+                   std::string pointer = {});
+    /// Counts findings that nobody could keep.
+    void addFurther(Fault fault, std::size_t count);
 
     bool losesText() const { return losesText_; }
     std::vector<Finding>& kept() { return findings_; }
 
-    /// The findings, and one more for each kind of which some were left out.
+    /// The findings, and one more for each kind and level of which some were left out.
     std::vector<Finding> take();
 
 private:
+    struct Count {
+        std::size_t kept = 0;
+        std::size_t further = 0;
+    };
+
     std::string file_;
     std::string leaf_;
     std::vector<Finding> findings_;
-    std::map<Fault, std::size_t> counts_;
+    std::map<std::pair<Fault, Level>, Count> counts_;
+    std::size_t bytes_ = 0;
     bool losesText_ = false;
 };
+
+/// What is said of findings that are left out.
+std::string furtherText(Fault fault, std::size_t count);
 
 } // namespace refdoc

@@ -76,12 +76,10 @@ void CheckIndex::addSoundText(const ResourceText& text, const json::value& resou
 
 void CheckIndex::addLookups(const ResourceText& text, const json::value& resource) {
     lookupReaders_.insert(text.readers);
-    if (text.readers != text.language)
-        return;
     const bool isEnglish = text.language == kEnglish;
     const auto number = static_cast<TextNumber>(texts_.size());
     texts_.push_back(text.shownName());
-    LookupDocuments& documents = lookups_[text.language];
+    LookupDocuments& documents = lookups_[{text.language, text.readers}];
     for (const ResourceDocument& document : documentsOf(resource)) {
         const auto [held, isNew] = documents.try_emplace(document.key, LookupHolders{number, {}});
         if (!isEnglish)
@@ -127,23 +125,23 @@ const CheckIndex::HrefCounts* CheckIndex::englishItems(const ResourceText& text,
     return found == resource->second.end() ? nullptr : &found->second;
 }
 
-const CheckIndex::LookupHolders* CheckIndex::holdersOf(const std::string& language,
+const CheckIndex::LookupHolders* CheckIndex::holdersOf(const LookupKind& kind,
                                                        const std::string& key) const {
-    const auto documents = lookups_.find(language);
+    const auto documents = lookups_.find(kind);
     if (documents == lookups_.end())
         return nullptr;
     const auto found = documents->second.find(key);
     return found == documents->second.end() ? nullptr : &found->second;
 }
 
-const std::string* CheckIndex::holderOf(const std::string& language, const std::string& key) const {
-    const LookupHolders* holders = holdersOf(language, key);
+const std::string* CheckIndex::holderOf(const LookupKind& kind, const std::string& key) const {
+    const LookupHolders* holders = holdersOf(kind, key);
     return holders == nullptr ? nullptr : &texts_[holders->document];
 }
 
-const std::string* CheckIndex::holderOf(const std::string& language, const std::string& key,
+const std::string* CheckIndex::holderOf(const LookupKind& kind, const std::string& key,
                                         const std::string& name) const {
-    const LookupHolders* holders = holdersOf(language, key);
+    const LookupHolders* holders = holdersOf(kind, key);
     if (holders == nullptr)
         return nullptr;
     const auto found = holders->names.find(name);

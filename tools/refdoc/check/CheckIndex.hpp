@@ -1,9 +1,9 @@
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -17,6 +17,17 @@
 #include "refdoc/check/CheckFiles.hpp"
 
 namespace refdoc {
+
+/// What a text counts as, and who gets it.
+struct LookupKind {
+    std::string language;
+    std::string readers;
+
+    auto operator<=>(const LookupKind&) const = default;
+};
+
+/// English texts for everybody.
+inline const LookupKind kEnglishForAll{"en", "en"};
 
 /// What is known of all files of a root, for the faults that only show between them.
 class CheckIndex {
@@ -43,10 +54,10 @@ public:
 
     /// The languages of those who read the sound lookup files.
     const std::set<std::string>& lookupReaders() const { return lookupReaders_; }
-    /// Where readers of a language find the document of the key, or the name in it: of the English
-    /// texts that have it the first, of localized ones the last. Null when no text has it.
-    const std::string* holderOf(const std::string& language, const std::string& key) const;
-    const std::string* holderOf(const std::string& language, const std::string& key,
+    /// Where the document of the key, or the name in it, is found among the texts of one kind: of
+    /// English texts that have it the first, of localized ones the last. Null when none has it.
+    const std::string* holderOf(const LookupKind& kind, const std::string& key) const;
+    const std::string* holderOf(const LookupKind& kind, const std::string& key,
                                 const std::string& name) const;
 
 private:
@@ -64,14 +75,14 @@ private:
 
     void addLookups(const ResourceText& text, const boost::json::value& resource);
     void addReferences(const ResourceText& text, const boost::json::value& resource);
-    const LookupHolders* holdersOf(const std::string& language, const std::string& key) const;
+    const LookupHolders* holdersOf(const LookupKind& kind, const std::string& key) const;
 
     std::set<std::string> referenceStems_;
     std::set<Version> sound_;
     std::unordered_set<std::string> pages_;
     std::vector<std::string> texts_; // as they are shown
     std::set<std::string> lookupReaders_;
-    std::map<std::string, LookupDocuments> lookups_; // by language
+    std::map<LookupKind, LookupDocuments> lookups_;
     std::map<std::string, std::map<std::string, HrefCounts>>
         englishReferences_; // by resource and key
 };

@@ -200,8 +200,9 @@ std::optional<json::value> parseText(const ResourceText& text, FindingList& find
         return std::nullopt;
     }
     const auto [at, cause] = explain(text, failure);
-    findings.addAt(positionsOf(text.content, {at}).front(), Fault::NotJson, findings.wholeText(),
-                   cause);
+    if (Finding* finding =
+            findings.addAt(Level::Error, Fault::NotJson, findings.wholeText(), cause))
+        finding->position = positionsOf(text.content, {at}).front();
     return std::nullopt;
 }
 

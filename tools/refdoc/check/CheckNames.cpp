@@ -77,12 +77,18 @@ NameLanguage languageOfStem(const std::string& stem) {
 
 void checkMeantLanguage(const std::string& stem, const std::set<std::string>& stems,
                         FindingList& findings) {
-    for (std::size_t at = stem.find('_', 1); at != stem.npos; at = stem.find('_', at + 1))
-        if (const auto meant = meantWith(stem.substr(at + 1), stems.contains(stem.substr(0, at))))
-            return findings.add(Fault::UnknownLanguage, Loss::Nothing,
-                                fmt::format("{}: read as English, of a resource {}", meant->message,
-                                            inQuotes(stem)),
-                                {}, meant->level);
+    constexpr std::size_t mostBytes = 12; // of a code
+    for (std::size_t at = stem.find('_', 1); at != stem.npos; at = stem.find('_', at + 1)) {
+        if (stem.size() - at > mostBytes)
+            continue;
+        const auto meant = meantWith(stem.substr(at + 1), stems.contains(stem.substr(0, at)));
+        if (!meant)
+            continue;
+        findings.addAt(
+            meant->level, Fault::UnknownLanguage, Loss::Nothing,
+            fmt::format("{}: read as English, of a resource {}", meant->message, inQuotes(stem)));
+        return;
+    }
 }
 
 bool isResourceNameButForCase(const std::u16string& name) {

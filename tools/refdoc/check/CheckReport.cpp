@@ -77,13 +77,11 @@ public:
     explicit TextOfPlace(const CheckReportOptions& options) : options_(options) {}
 
     void add(const Finding& finding) {
-        Count& count = counts_[finding.fault];
-        if (finding.further == 0 && ++count.told <= kMostTold) {
+        Count& count = counts_[{finding.fault, finding.level}];
+        if (finding.further == 0 && ++count.told <= kMostTold)
             text_ += lineOf(finding, options_);
-            return;
-        }
-        count.further += std::max<std::size_t>(finding.further, 1);
-        count.level = std::max(count.level, finding.level);
+        else
+            count.further += std::max<std::size_t>(finding.further, 1);
     }
 
     std::string finish(Finding place) {
@@ -91,11 +89,11 @@ public:
         place.pointer.clear();
         place.position = {};
         place.loss = Loss::Nothing;
-        for (const auto& [fault, count] : counts_) {
+        for (const auto& [kind, count] : counts_) {
             if (count.further == 0)
                 continue;
-            place.level = count.level;
-            place.message = fmt::format("{} more of this kind", count.further);
+            place.level = kind.second;
+            place.message = furtherText(kind.first, count.further);
             text_ += lineOf(place, options_);
         }
         return std::move(text_);
@@ -107,12 +105,11 @@ private:
     struct Count {
         std::size_t told = 0;
         std::size_t further = 0;
-        Level level = Level::Note;
     };
 
     const CheckReportOptions& options_;
     std::string text_;
-    std::map<Fault, Count> counts_;
+    std::map<std::pair<Fault, Level>, Count> counts_;
 };
 
 std::string asText(const std::vector<const Finding*>& findings, const CheckResult& result,

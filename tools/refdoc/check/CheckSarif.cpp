@@ -100,11 +100,14 @@ json::object resultOf(const Finding& finding, Artifacts& artifacts) {
                                             : fmt::format("{}: {}", finding.item, finding.message);
     if (finding.loss != Loss::Nothing)
         text += fmt::format("; {}", lossText(finding.loss));
-    return {{"ruleId", ruleOf(finding.fault).id},
-            {"ruleIndex", static_cast<std::size_t>(finding.fault)},
-            {"level", levelName(finding.level)},
-            {"message", message(text)},
-            {"locations", json::array({locationOf(finding, artifacts)})}};
+    json::object result{{"ruleId", ruleOf(finding.fault).id},
+                        {"ruleIndex", static_cast<std::size_t>(finding.fault)},
+                        {"level", levelName(finding.level)},
+                        {"message", message(text)},
+                        {"locations", json::array({locationOf(finding, artifacts)})}};
+    if (finding.further > 0)
+        result["properties"] = json::object{{"further", finding.further}};
+    return result;
 }
 
 } // namespace

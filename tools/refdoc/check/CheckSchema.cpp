@@ -26,8 +26,8 @@ namespace json = boost::json;
 /// The faults of an item with more values than this are not told one by one: the validator keeps
 /// all of them at once.
 constexpr std::size_t kMostExplainedValues = 20000;
-/// Nor are those of further items: finding out costs much more than what is told is worth.
-constexpr std::size_t kMostExplainedItems = 1000;
+/// Nor are those of items beyond so many values: finding out costs more than what is told is worth.
+constexpr std::size_t kMostExplainedInAll = 500000;
 
 void eraseEverywhere(json::value& value, std::string_view member) {
     if (json::object* object = value.if_object()) {
@@ -165,7 +165,9 @@ private:
             if (item_.accepts(item))
                 continue;
             const std::string itemPointer = fmt::format("{}/refItems/{}", pointer, i);
-            if (++explained <= kMostExplainedItems && countValues(item) <= kMostExplainedValues)
+            const std::size_t values = countValues(item);
+            explained += values;
+            if (values <= kMostExplainedValues && explained <= kMostExplainedInAll)
                 explain(item_, item, itemPointer, resource, findings);
             else
                 addUnexplained(item, itemPointer, findings);

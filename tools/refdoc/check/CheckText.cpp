@@ -64,7 +64,7 @@ std::string itemName(const json::value& resource, std::string_view pointer) {
     if (item == nullptr)
         return {};
     const std::string name = textMember(*item, "name");
-    return name.empty() ? textMember(*item, "href") : name;
+    return shortened(name.empty() ? textMember(*item, "href") : name);
 }
 
 bool liesInText(const Finding& finding) {
@@ -79,20 +79,26 @@ bool liesInText(const Finding& finding) {
     }
 }
 
-void addRepeatedMembers(const ResourceText& text, const JsonPlaces& places, FindingList& findings) {
+void addRepeatedMembers(const ResourceText& text, const json::value& resource,
+                        const JsonPlaces& places, FindingList& findings) {
     std::vector<std::size_t> offsets;
     for (const RepeatedMember& member : places.repeated)
         offsets.push_back(member.offset);
     const auto positions = positionsOf(text.content, offsets);
-    for (std::size_t i = 0; i < places.repeatedCount; ++i) {
-        const bool isKnown = i < places.repeated.size();
-        const std::string pointer = isKnown ? places.repeated[i].pointer : std::string();
-        const std::string name = isKnown ? pointerSteps(pointer).back() : std::string();
-        findings.addAt(
-            isKnown ? positions[i] : TextPosition{}, Fault::RepeatedMember, Loss::Nothing,
-            fmt::format("{} is there already: what was said before is lost", inQuotes(name)),
-            pointer);
+    for (std::size_t i = 0; i < places.repeated.size(); ++i) {
+        const std::string& pointer = places.repeated[i].pointer;
+        Finding* finding =
+            findings.addAt(Level::Warning, Fault::RepeatedMember, Loss::Nothing,
+                           fmt::format("{} is there already: what was said before is "
+                                       "lost",
+                                       inQuotes(pointerSteps(pointer).back())),
+                           pointer);
+        if (finding == nullptr)
+            continue;
+        finding->position = positions[i];
+        finding->item = itemName(resource, pointer);
     }
+    findings.addFurther(Fault::RepeatedMember, places.repeatedCount - places.repeated.size());
 }
 
 } // namespace
@@ -135,7 +141,7 @@ void locateFindings(const ResourceText& text, const json::value& resource, bool 
     for (std::size_t i = 0; i < wanted.size(); ++i)
         wanted[i]->position = positions[i];
     if (tellRepeatedMembers)
-        addRepeatedMembers(text, places, findings);
+        addRepeatedMembers(text, resource, places, findings);
 }
 
 } // namespace refdoc

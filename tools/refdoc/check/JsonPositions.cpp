@@ -109,16 +109,19 @@ private:
     }
 
     void addRepeated(std::size_t offset) {
-        if (++places_.repeatedCount > mostRepeated_)
+        constexpr std::size_t mostBytes = std::size_t{4} << 20;
+        if (++places_.repeatedCount > mostRepeated_ || repeatedBytes_ > mostBytes)
             return;
         std::string pointer;
         for (const std::string& step : path_)
             pointer += pointerStep(step);
+        repeatedBytes_ += pointer.size();
         places_.repeated.push_back({std::move(pointer), offset});
     }
 
     std::string_view text_;
     std::size_t mostRepeated_;
+    std::size_t repeatedBytes_ = 0; // of the pointers that are kept
     std::size_t at_ = 0;
     std::vector<std::string> path_;
     JsonPlaces places_;

@@ -18,7 +18,7 @@ struct RepeatedMember {
 struct JsonPlaces {
     /// The byte at which the value of each pointer begins, in their order.
     std::vector<std::size_t> offsets;
-    /// The first of them, as many as are asked for.
+    /// The first of them, at most as many as are asked for, and not too many long ones.
     std::vector<RepeatedMember> repeated;
     std::size_t repeatedCount = 0;
 };
