@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -23,7 +22,9 @@ struct LookupKind {
     std::string language;
     std::string readers;
 
-    auto operator<=>(const LookupKind&) const = default;
+    bool operator<(const LookupKind& other) const {
+        return std::tie(language, readers) < std::tie(other.language, other.readers);
+    }
 };
 
 /// English texts for everybody.
