@@ -94,12 +94,17 @@ protected:
         return delivered;
     }
 
-    /// The documents that are there after all that is told to be lost.
-    static Delivered expected(const std::string& text,
-                              const std::vector<refdoc::Finding>& findings) {
-        Delivered expected;
+    struct Document {
+        std::string key;
+        boost::json::value content;
+    };
+
+    /// The documents of a text that are there after all that is told to be lost.
+    static std::vector<Document> documentsLeft(const std::string& text,
+                                               const std::vector<refdoc::Finding>& findings) {
+        std::vector<Document> documents;
         if (loses(findings, refdoc::Loss::File))
-            return expected;
+            return documents;
         std::set<std::string> lost;
         for (const refdoc::Finding& finding : findings)
             if (finding.loss == refdoc::Loss::Document)
@@ -107,8 +112,7 @@ protected:
         const auto add = [&](const boost::json::value& document, const char* key,
                              const std::string& pointer) {
             if (!lost.contains(pointer))
-                expected.emplace(asRead(document.at(key)),
-                                 std::string(document.at("productName").as_string()));
+                documents.push_back({asRead(document.at(key)), document});
         };
         const boost::json::value resource = boost::json::parse(text);
         add(resource, "helpFolder", "");
@@ -116,6 +120,15 @@ protected:
                 resource.as_object().if_contains("supportPackages"))
             for (std::size_t i = 0; i < packages->as_array().size(); ++i)
                 add(packages->at(i), "baseCode", numbered("/supportPackages/", i));
+        return documents;
+    }
+
+    static Delivered expected(const std::string& text,
+                              const std::vector<refdoc::Finding>& findings) {
+        Delivered expected;
+        for (const Document& document : documentsLeft(text, findings))
+            expected.emplace(document.key,
+                             std::string(document.content.at("productName").as_string()));
         return expected;
     }
 
@@ -135,24 +148,10 @@ protected:
         std::copy_if(findings.begin(), findings.end(), std::back_inserter(own),
                      [&file](const refdoc::Finding& each) { return each.file.ends_with(file); });
         std::vector<std::tuple<std::string, std::string, std::string>> items;
-        if (loses(own, refdoc::Loss::File))
-            return items;
-        const auto add = [&](const boost::json::value& document, const char* key,
-                             const std::string& pointer) {
-            const bool isLost = std::any_of(own.begin(), own.end(), [&](const auto& each) {
-                return each.loss == refdoc::Loss::Document && each.pointer == pointer;
-            });
-            if (!isLost)
-                for (const boost::json::value& item : document.at("refItems").as_array())
-                    items.emplace_back(asRead(document.at(key)), asRead(item.at("href")),
-                                       std::string(item.at("refpurpose").as_string()));
-        };
-        const boost::json::value resource = boost::json::parse(text);
-        add(resource, "helpFolder", "");
-        if (const boost::json::value* packages =
-                resource.as_object().if_contains("supportPackages"))
-            for (std::size_t i = 0; i < packages->as_array().size(); ++i)
-                add(packages->at(i), "baseCode", numbered("/supportPackages/", i));
+        for (const Document& document : documentsLeft(text, own))
+            for (const boost::json::value& item : document.content.at("refItems").as_array())
+                items.emplace_back(document.key, asRead(item.at("href")),
+                                   std::string(item.at("refpurpose").as_string()));
         return items;
     }
 
