@@ -12,23 +12,23 @@ using reference::property::RefItemLookup;
 using Lookups = std::vector<RefItemLookup>;
 
 // The lookups of `incoming` whose href neither `held` nor an earlier one of them has.
-std::vector<RefItemLookup*> findLackingLookups(const Lookups& held, Lookups& incoming) {
+std::vector<RefItemLookup*> findMissingLookups(const Lookups& held, Lookups& incoming) {
     std::set<std::u16string_view> hrefs;
     for (const RefItemLookup& lookup : held)
         hrefs.insert(lookup.getHref());
-    std::vector<RefItemLookup*> lacking;
+    std::vector<RefItemLookup*> missing;
     for (RefItemLookup& lookup : incoming)
         if (hrefs.insert(lookup.getHref()).second)
-            lacking.push_back(&lookup);
-    return lacking;
+            missing.push_back(&lookup);
+    return missing;
 }
 
 void completeLookups(Lookups& held, Lookups& incoming) {
     if (held.size() >= incoming.size())
         return;
-    const std::vector<RefItemLookup*> lacking = findLackingLookups(held, incoming);
-    held.reserve(held.size() + lacking.size());
-    for (RefItemLookup* lookup : lacking)
+    const std::vector<RefItemLookup*> missing = findMissingLookups(held, incoming);
+    held.reserve(held.size() + missing.size());
+    for (RefItemLookup* lookup : missing)
         held.push_back(std::move(*lookup));
 }
 

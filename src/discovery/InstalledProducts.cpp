@@ -32,8 +32,7 @@ bool hasShortName(const TopLevelProductList& products, const std::string& name) 
 
 } // namespace
 
-std::shared_ptr<const std::vector<std::shared_ptr<const doc_products_shared::TopLevelDocProduct>>>
-getTopLevelProducts() {
+doc_products_shared::TopLevelProductList getTopLevelProducts() {
     const std::lock_guard lock(topLevelProductsMutex);
     return topLevelProductsProvider();
 }

@@ -66,13 +66,16 @@ private:
     Properties properties_;
 };
 
+/// An immutable list of products, shared by all who hold it.
+using TopLevelProductList =
+    std::shared_ptr<const std::vector<std::shared_ptr<const TopLevelDocProduct>>>;
+
 /// Lists the installed products.
 class DocProductCollector {
 public:
     /// Asks the host's service, exactly once, and hands on what it gives or throws. The list never
     /// changes and stays valid for as long as it is held; a host may give null for none.
-    std::shared_ptr<const std::vector<std::shared_ptr<const TopLevelDocProduct>>>
-    getInstalledTopLevelDocProducts() const;
+    TopLevelProductList getInstalledTopLevelDocProducts() const;
 };
 
 /// Keeps the current collector. Any thread may ask.

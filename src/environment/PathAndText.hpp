@@ -185,7 +185,7 @@ public:
 /// One code unit of the same value per byte, 0x80 to 0xFF included.
 class codecvt_ascii_to_ustring final : public codecvt_to_ustring {
 public:
-    /// As `codecvt_to_ustring::convert`; see the class for what is malformed.
+    /// As `codecvt_to_ustring::convert`; nothing is malformed.
     std::u16string convert(const char* text, std::size_t length) const override;
 };
 

@@ -12,9 +12,7 @@
 
 namespace environment {
 
-/// An immutable list of products, shared by all who hold it.
-using TopLevelProductList = std::shared_ptr<
-    const std::vector<std::shared_ptr<const doc_products_shared::TopLevelDocProduct>>>;
+using doc_products_shared::TopLevelProductList;
 
 /// The services that are the host's own. Each is called from whichever thread asks, possibly from
 /// several at once, with no lock of the environment held. The library does hold a lock of its own

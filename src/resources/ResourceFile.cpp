@@ -36,10 +36,10 @@ void overlayDocument(DocResource<RefItem>& english, DocResource<RefItem>& locali
 }
 
 void overlayResource(ParsedResource<RefItem>& english, ParsedResource<RefItem>& localized) {
-    for (auto& [key, document] : localized) {
-        const auto [held, isNew] = english.try_emplace(key, std::move(document));
-        if (!isNew)
-            overlayDocument(held->second, document);
+    while (!localized.empty()) {
+        auto moved = english.insert(localized.extract(localized.begin()));
+        if (!moved.inserted)
+            overlayDocument(moved.position->second, moved.node.mapped());
     }
 }
 

@@ -10,7 +10,8 @@
 namespace reference::docparser {
 namespace {
 
-// Boost.Log's conversion to narrow text never ends on a lone high surrogate at the end of a text.
+// Boost.Log's conversion to narrow text never ends on a high surrogate at the end of a text, and
+// throws on any other lone surrogate.
 std::u16string makeWellFormed(const std::u16string& text) {
     const std::string utf8 = fl::i18n::to_string(text);
     return utf8Converter.convert(utf8.data(), utf8.size());

@@ -12,14 +12,13 @@
 
 /// The library's only mutable state: three immutable snapshots, each behind a mutex of its own.
 ///
-/// Lock order: `referenceRootsMutex` and `topLevelProductsMutex` are only ever taken together by
-/// deadlock-avoiding acquisition; `supportPackageCacheMutex` may be taken inside the two, or
-/// together with `topLevelProductsMutex` by the same acquisition, and nothing is locked inside it.
-/// Readers copy a snapshot under its mutex and work on it without.
+/// Lock order: what needs both `referenceRootsMutex` and `topLevelProductsMutex` takes them by
+/// deadlock-avoiding acquisition. `supportPackageCacheMutex` may be taken inside the two, or
+/// together with `topLevelProductsMutex` by the same acquisition; neither of the others is taken
+/// inside it. Readers copy a snapshot under its mutex and work on it without.
 namespace reference::docparser {
 
-using TopLevelProductList = std::shared_ptr<
-    const std::vector<std::shared_ptr<const doc_products_shared::TopLevelDocProduct>>>;
+using doc_products_shared::TopLevelProductList;
 using TopLevelProductsProvider = std::function<TopLevelProductList()>;
 using SupportPackageSet = std::shared_ptr<const std::unordered_set<std::u16string>>;
 

@@ -137,9 +137,7 @@ DOCPARSER_API ProductFiles getAllProducts(const std::u16string& folder,
 /// @par Thread safety
 /// Locks the products while the service runs: a service must not call this function,
 /// `isProductInstalled`, `setTestProducts` or `restoreDefaultSettings`.
-DOCPARSER_API
-std::shared_ptr<const std::vector<std::shared_ptr<const doc_products_shared::TopLevelDocProduct>>>
-getTopLevelProducts();
+DOCPARSER_API doc_products_shared::TopLevelProductList getTopLevelProducts();
 
 /// The names of the installed hardware support packages: read from the installation at the first
 /// call and then kept until `clearSupportPackageCache` or `restoreDefaultSettings`.
@@ -192,10 +190,13 @@ DOCPARSER_API void setTestProducts(const std::vector<std::u16string>& products,
 ///
 /// @return the documents of installed products and support packages, and those of all others.
 ///         A file or package that cannot be read or breaks the format is left out, the others
-///         stand; nothing is reported for it beyond what `openAndReadFile` logs.
-/// @throws std::bad_alloc when memory runs out outside the reading of a file. What the language
-///         service throws passes through, and what the documentation root service throws when no
-///         roots are in force yet.
+///         stand, and so does what a package gave before it failed; nothing is reported beyond
+///         what `openAndReadFile` logs. What `isProductInstalled` throws costs the remaining
+///         documents of the file at hand.
+/// @throws std::bad_alloc when memory runs out outside the reading of a file, the handling of a
+///         package and the question whether a product is installed. What the language service
+///         throws passes through, and what the documentation root service throws when no roots are
+///         in force yet.
 ///
 /// @par Format
 /// As for `getResourceFile`, with items that have at least the strings "name", "refpurpose" and
@@ -204,8 +205,8 @@ DOCPARSER_API void setTestProducts(const std::vector<std::u16string>& products,
 /// Nothing is locked while files are read and parsed; nothing is cached.
 /// @par Complexity
 /// About linear in the bytes of all files, plus one call of `isProductInstalled` for each document.
-/// A name that has a longer list than each of several further documents of its key costs its whole
-/// list again for each of them.
+/// A name that has a longer list than each of several further localized documents of its key costs
+/// its whole list again for each of them.
 DOCPARSER_API LookupResources getResourceLookupFiles();
 
 /// Reads the full reference entries of one resource: the file `<name>.json` in the reference API

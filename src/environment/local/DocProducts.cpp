@@ -65,8 +65,7 @@ TopLevelDocProduct::TopLevelDocProduct(std::string displayName, std::string help
       altShortName_(std::move(altShortName)), availability_(std::move(availability)),
       properties_(std::move(properties)) {}
 
-std::shared_ptr<const std::vector<std::shared_ptr<const TopLevelDocProduct>>>
-DocProductCollector::getInstalledTopLevelDocProducts() const {
+TopLevelProductList DocProductCollector::getInstalledTopLevelDocProducts() const {
     return environment::local::currentServices()->installedTopLevelDocProducts();
 }
 

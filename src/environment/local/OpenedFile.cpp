@@ -27,8 +27,8 @@ int openDescriptor(const std::string& path) {
     }
 }
 
-/// Moves the descriptor's position. A file system that knows of no holes has none; one that cannot
-/// tell is not trusted.
+/// Moves the descriptor's position. Where the file system has no notion of holes there are none;
+/// any other failure to tell counts as large holes.
 bool hasLargeHoles(int descriptor, off_t size) {
     off_t holes = 0;
     for (off_t position = 0; size - position + holes > kMaximumHoles;) {

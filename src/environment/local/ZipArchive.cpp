@@ -16,9 +16,9 @@ namespace {
 
 constexpr std::uint64_t kMaximumContentSize = std::uint64_t{1} << 30;
 
-/// How many times the size of its file the stored contents of a package may have together. More
-/// than once they have it only where entries share what is stored, or lie; a few liars do not use
-/// the others' share up.
+/// How many times the size of its file the stored contents of a package may have together. They
+/// have it more than once only where entries share stored bytes or declare false sizes. An entry
+/// that declares more than the whole file is refused without being counted.
 constexpr std::uint64_t kMaximumSharing = 8;
 
 std::u16string decoded(std::string_view name) {
