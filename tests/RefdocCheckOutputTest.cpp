@@ -147,6 +147,22 @@ TEST_F(RefdocCheck, KeepsOnlySoMuchOfHostileFiles) {
                 HasSubstr("\n0 errors, 2000 warnings and 0 notes in 2 files"));
 }
 
+TEST(RootFindings, KeepsOnlySoMuch) {
+    using namespace refdoc;
+    const std::string longText(std::size_t{1} << 20, 'm');
+    RootFindings root;
+    for (int i = 40; i > 0; --i)
+        root.add({{Fault::DeadLink, Level::Warning, Loss::Nothing, "f", {}, {}, {}, longText}});
+    root.add({{Fault::NotJson, Level::Error, Loss::File, "e", {}, {}, {}, "m", {}, 3}});
+    const std::vector<Finding> kept = root.take();
+    ASSERT_EQ(kept.size(), 33u);
+    EXPECT_EQ(kept[30].file, "f");
+    EXPECT_EQ(kept[31].message, "3 more of not-json");
+    EXPECT_EQ(kept[32].message, "9 more of dead-link");
+    EXPECT_EQ(kept[32].file, "");
+    EXPECT_EQ(kept[32].further, 9u);
+}
+
 template <typename Definition>
 std::vector<std::string> textsOf() {
     return {Definition::texts.begin(), Definition::texts.end()};

@@ -13,9 +13,6 @@
 #include <boost/json/value.hpp>
 #include <gtest/gtest.h>
 
-#include "refdoc/check/CheckFiles.hpp"
-#include "refdoc/check/CheckJson.hpp"
-#include "refdoc/check/CheckText.hpp"
 #include "support/CheckAgreementFixture.hpp"
 #include "support/RandomRoot.hpp"
 
@@ -154,6 +151,8 @@ private:
     static void takeRecords(const RandomFile& file, const RandomText& text, const Told& told,
                             const Take& take) {
         const Audience audience = testsupport::audienceOf(file, text);
+        EXPECT_TRUE(!audience.readers.empty() || told.textIsLost() || text.leaf.ends_with(".txt"))
+            << file.name << ':' << text.leaf;
         if (audience.readers.empty() || told.textIsLost())
             return;
         SCOPED_TRACE(file.name + ':' + text.leaf + ": " + text.content);
@@ -198,53 +197,6 @@ TEST_F(RefdocCheckRootAgreement, OnRandomRoots) {
         for (int i = 0; i < 300 && !HasFailure(); ++i) {
             SCOPED_TRACE(testsupport::numbered("root ", static_cast<std::size_t>(i)));
             expectAgreement(testsupport::randomFiles(random));
-        }
-    }
-}
-
-/// A leaf without readers is told to be lost, or to be no resource file.
-TEST_F(RefdocCheckRootAgreement, NamesEveryLeafThatNobodyGets) {
-    Random random(4);
-    for (int i = 0; i < 300; ++i) {
-        const std::vector<RandomFile> files = testsupport::randomFiles(random);
-        root.remove("docCatalog");
-        for (const RandomFile& file : files)
-            root.lookupFile(file.name, file.bytes);
-        const std::vector<Finding> findings = check();
-        for (const RandomFile& file : files) {
-            for (const RandomText& text : file.texts) {
-                const bool isTold = text.leaf.ends_with(".txt") ||
-                                    Told(findings, file.name, text.leaf).textIsLost();
-                EXPECT_TRUE(isTold || !testsupport::audienceOf(file, text).readers.empty())
-                    << file.name << ':' << text.leaf;
-            }
-        }
-    }
-}
-
-TEST_F(RefdocCheckRootAgreement, OnKeptPackages) {
-    for (const std::string& bytes : testsupport::keptInputs("zip_package")) {
-        root.remove("docCatalog");
-        root.lookupFile("m.zip", bytes);
-        std::map<std::string, std::set<std::string>> expected; // keys by readers
-        for (const refdoc::CatalogFile& file : refdoc::listCatalog(refdoc::Catalog::Lookup).files)
-            refdoc::readTexts(file, [&expected](const auto& text, refdoc::FindingList& findings) {
-                const auto resource = refdoc::parseText(text, findings);
-                if (resource)
-                    refdoc::checkText(text, *resource, findings);
-                if (findings.losesText())
-                    return;
-                for (const refdoc::ResourceDocument& document : refdoc::documentsOf(*resource))
-                    for (const char* code : {"en", "ja", "de"})
-                        if (text.language == "en" || text.language == code)
-                            expected[code].insert(asRead(json::string(document.key)));
-            });
-        for (const char* code : {"en", "ja", "de"}) {
-            language = refdoc::fromUtf8(code);
-            std::set<std::string> keys;
-            for (const auto& [key, product] : deliveredLookups())
-                keys.insert(key);
-            EXPECT_EQ(expected[code], keys) << code;
         }
     }
 }

@@ -52,6 +52,8 @@ TEST_F(RefdocCheck, TellsWhyATextIsNotJson) {
         {"{\"a\": \"é\xE4\"}", "1:9", "not JSON: a byte that is not UTF-8"},
         {"{\"a\": \"é\n\"}", "1:9", "not JSON: " + inQuotes},
         {"{\"a\": \"C:\\docs\"}", "1:11", "not JSON: " + escape},
+        {"[\"\\ud83d it\"]", "1:9",
+         R"(not JSON: half of a surrogate pair: \uD800 to \uDFFF come in pairs)"},
         {"{\"a\":\n \"é\" ,}", "2:7", "not JSON: a comma before a closing bracket"},
         {"[1, 2,\n]", "2:1", "not JSON: a comma before a closing bracket"},
         {"{\"a\": 1 // one\n}", "1:9", "not JSON: JSON has no comments"},
@@ -161,6 +163,7 @@ TEST_F(RefdocCheck, TellsWhatIsShownOtherwiseThanMeant) {
         {"lookup", withItems(R"({"name": "s", "refpurpose": "p", "href": "https://x.y/z"})"), ""},
         {"lookup", withItems(R"({"name": "s", "refpurpose": "p", "href": "a%2ehtml"})"), ""},
         {"lookup", withItems(R"({"name": "s", "refpurpose": "p", "href": "page.html"})"), ""},
+        {"lookup", withItems(R"({"name": "s", "refpurpose": "p", "href": "..x/page.html"})"), ""},
         {"lookup", withItems(R"({"name": "s", "refpurpose": "p", "href": "1%25%20%zz%4.html"})"),
          ""},
         {"lookup",
@@ -188,6 +191,7 @@ TEST_F(RefdocCheck, TellsWhatIsShownOtherwiseThanMeant) {
              " (/refItems/0/seealso/0/url)"},
     };
     root_.writeFile("h/page.html", "");
+    root_.writeFile("..x/page.html", "");
     root_.writeFile("1% %zz%4.html", "");
     for (const auto& [kind, text, expected] : cases) {
         reset();

@@ -20,6 +20,7 @@
 #include "refdoc/Text.hpp"
 #include "refdoc/check/CheckFinding.hpp"
 #include "refdoc/check/CheckRoot.hpp"
+#include "refdoc/check/ResourceText.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 #include "support/LookupFixture.hpp"
 #include "support/RandomDamage.hpp"

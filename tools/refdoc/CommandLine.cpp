@@ -54,7 +54,7 @@ void declareGlobalOptions(CLI::App& application, GlobalOptions& options) {
                     "The documentation language (else that of the locale)")
         ->type_name("CODE")
         ->take_last();
-    application.add_flag("--json", options.json, "Print one JSON document instead of text");
+    application.add_flag("--json", options.json, "Print JSON instead of text");
     application.add_flag("--verbose", options.verbose, "Say on stderr which files are read");
     application.set_help_flag("-h,--help", "Print this help and exit");
     application.set_version_flag("--version", fmt::format("refdoc {}", kVersion),

@@ -87,8 +87,8 @@ void addOptionValues(const std::string& option, Collector& collector) {
         for (const std::string& language : supportedLanguages())
             collector.add(language);
     if (option == "--level")
-        for (const Level level : {Level::Error, Level::Warning, Level::Note})
-            collector.add(std::string(levelName(level)));
+        for (const std::string_view level : kLevelNames)
+            collector.add(std::string(level));
     if (option == "--type")
         for (const std::string_view type : reference::property::RefEntityType::texts)
             collector.add(std::string(type));

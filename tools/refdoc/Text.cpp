@@ -90,6 +90,8 @@ std::vector<std::u16string_view> splitLines(std::u16string_view text) {
 
 std::u16string foldCase(std::u16string_view text) {
     constexpr std::size_t mostUnitsPerUnit = 3;
+    if (text.size() >= std::size_t{1} << 29)
+        return std::u16string(text);
     std::u16string folded(mostUnitsPerUnit * text.size(), u'\0');
     UErrorCode status = U_ZERO_ERROR;
     const std::int32_t length =

@@ -9,6 +9,11 @@ namespace refdoc {
 /// A lone surrogate becomes U+FFFD.
 std::string toUtf8(std::u16string_view text);
 
+/// Whether a byte of UTF-8 is not the first one of its character.
+constexpr bool continuesCharacter(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
+
 /// Malformed input becomes U+FFFD.
 std::u16string fromUtf8(std::string_view text);
 
@@ -22,7 +27,8 @@ std::string printableUtf8(std::string_view text);
 /// The lines of `text` without their ends, which may be LF, CR LF or CR.
 std::vector<std::u16string_view> splitLines(std::u16string_view text);
 
-/// `text` as it compares when letter case counts for nothing.
+/// `text` as it compares when letter case counts for nothing; a text of 2^29 units and more as it
+/// is.
 std::u16string foldCase(std::u16string_view text);
 
 bool equalsIgnoringCase(std::u16string_view left, std::u16string_view right);

@@ -14,8 +14,9 @@
 #include <fmt/format.h>
 
 #include "refdoc/Text.hpp"
+#include "refdoc/check/CheckLinks.hpp"
 #include "refdoc/check/CheckNames.hpp"
-#include "refdoc/check/CheckText.hpp"
+#include "refdoc/check/ResourceDocument.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 
 namespace refdoc {
@@ -111,10 +112,7 @@ private:
 
     void checkLinks(const ResourceDocument& document) {
         const json::array& items = document.value->at("refItems").as_array();
-        const std::string help =
-            fs::path(std::string_view(document.value->at("helpLocation").as_string()))
-                .lexically_normal()
-                .generic_string();
+        const std::string help = normalisedPath(textMember(*document.value, "helpLocation"));
         for (std::size_t i = 0; i < items.size(); ++i) {
             const json::object& item = items[i].as_object();
             const std::string pointer = fmt::format("{}/refItems/{}", document.pointer, i);
@@ -154,9 +152,9 @@ private:
         if (folder.size() + page.size() > PATH_MAX || page.find('\0') != page.npos)
             return false;
         const std::string path = (fs::path(folder) / page).lexically_normal().generic_string();
+        const bool leavesRoot = path == ".." || path.starts_with("../") || path.starts_with('/');
         std::error_code ignored;
-        return !path.starts_with("..") && !path.starts_with('/') &&
-               fs::is_regular_file(root_ / path, ignored);
+        return !leavesRoot && fs::is_regular_file(root_ / path, ignored);
     }
 
     const ResourceText& text_;

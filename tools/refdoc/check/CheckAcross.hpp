@@ -2,9 +2,9 @@
 
 #include <boost/json/value.hpp>
 
-#include "refdoc/check/CheckFiles.hpp"
 #include "refdoc/check/CheckFinding.hpp"
 #include "refdoc/check/CheckIndex.hpp"
+#include "refdoc/check/ResourceText.hpp"
 
 namespace refdoc {
 

@@ -1,6 +1,6 @@
 #include "refdoc/check/CheckCommand.hpp"
 
-#include <array>
+#include <algorithm>
 #include <cstddef>
 #include <filesystem>
 #include <memory>
@@ -43,8 +43,6 @@ Examples:
   refdoc check build/docroot            check a root of one's own
   refdoc check --level error docroot    tell only what is lost)";
 
-constexpr std::array<Level, 3> kLevels{Level::Note, Level::Warning, Level::Error};
-
 struct CheckArguments {
     std::optional<std::string> root;
     std::string level = std::string(levelName(Level::Note));
@@ -52,10 +50,11 @@ struct CheckArguments {
 };
 
 Level levelNamed(const std::string& name) {
-    for (const Level level : kLevels)
-        if (levelName(level) == name)
-            return level;
-    throw UsageError(fmt::format("--level: {} is no level; these are: error, warning, note", name));
+    const auto known = std::find(kLevelNames.begin(), kLevelNames.end(), name);
+    if (known == kLevelNames.end())
+        throw UsageError(fmt::format("--level: {} is no level; these are: {}", name,
+                                     fmt::join(kLevelNames.rbegin(), kLevelNames.rend(), ", ")));
+    return static_cast<Level>(known - kLevelNames.begin());
 }
 
 CheckReportOptions reportOptions(const CheckArguments& arguments, const GlobalOptions& options) {

@@ -9,7 +9,7 @@
 
 #include "refdoc/Text.hpp"
 #include "refdoc/check/CheckNames.hpp"
-#include "refdoc/check/CheckText.hpp"
+#include "refdoc/check/ResourceDocument.hpp"
 #include "reference/docparser/ParsingTools.hpp"
 
 namespace refdoc {

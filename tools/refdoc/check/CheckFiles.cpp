@@ -166,12 +166,12 @@ CatalogFolder listCatalog(Catalog catalog) {
     return result;
 }
 
-std::vector<Finding> readTexts(const CatalogFile& file, const TextVisitor& visit) {
+void readTexts(const CatalogFile& file, const TextVisitor& visit, const FindingSink& sink) {
     if (file.isPackage)
-        return readPackage(file, visit);
+        return readPackage(file, visit, sink);
     FindingList findings(file.name, {});
     readPlainFile(file, visit, findings);
-    return findings.take();
+    sink(findings.take());
 }
 
 } // namespace refdoc

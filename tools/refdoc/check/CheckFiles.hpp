@@ -1,26 +1,11 @@
 #pragma once
 
-#include <cstddef>
-#include <functional>
-#include <string>
 #include <vector>
 
 #include "refdoc/check/CheckFinding.hpp"
+#include "refdoc/check/ResourceText.hpp"
 
 namespace refdoc {
-
-enum class Catalog { Lookup, Reference };
-
-/// A file whose name is that of a resource file.
-struct CatalogFile {
-    Catalog catalog;
-    std::u16string path;
-    std::string name; ///< relative to the root
-    std::string stem;
-    std::string resource; ///< the stem without language suffix
-    std::string language;
-    bool isPackage;
-};
 
 struct CatalogFolder {
     std::vector<CatalogFile> files; ///< in the order of their names
@@ -30,26 +15,7 @@ struct CatalogFolder {
 /// Lists one folder of the root in force by the rules for names, for all languages at once.
 CatalogFolder listCatalog(Catalog catalog);
 
-/// The text of a file, or of a leaf of a package.
-struct ResourceText {
-    const CatalogFile& file;
-    std::string leaf; ///< the whole name of the entry
-    std::size_t leafNumber;
-    std::string language; ///< that it counts as
-    /// The language of those who get it. English texts go to all, but for those in packages of one
-    /// language.
-    std::string readers;
-    std::string content;
-
-    /// The file's name, with the leaf's behind a colon.
-    std::string shownName() const { return leaf.empty() ? file.name : file.name + ':' + leaf; }
-};
-
-/// Called with each text that the library reads in any language, and with the list for all that is
-/// found about it.
-using TextVisitor = std::function<void(const ResourceText& text, FindingList& findings)>;
-
 /// Reads a file as the library does. What cannot be read is told and not visited.
-std::vector<Finding> readTexts(const CatalogFile& file, const TextVisitor& visit);
+void readTexts(const CatalogFile& file, const TextVisitor& visit, const FindingSink& sink);
 
 } // namespace refdoc

@@ -1,13 +1,23 @@
 #include "refdoc/check/CheckFinding.hpp"
 
+#include <algorithm>
+#include <tuple>
+
 #include <fmt/format.h>
+
+#include "refdoc/Text.hpp"
 
 namespace refdoc {
 
-std::string_view levelName(Level level) {
-    constexpr std::array<std::string_view, 3> names{"note", "warning", "error"};
-    return names[static_cast<std::size_t>(level)];
+namespace {
+
+Finding furtherFinding(std::pair<Fault, Level> kind, std::size_t count, const std::string& file,
+                       const std::string& leaf) {
+    const auto [fault, level] = kind;
+    return {fault, level, Loss::Nothing, file, leaf, {}, {}, furtherText(fault, count), {}, count};
 }
+
+} // namespace
 
 std::string_view lossText(Loss loss) {
     constexpr std::array<std::string_view, 5> texts{"", "the item is lost", "the document is lost",
@@ -21,13 +31,22 @@ std::string shortened(std::string_view text) {
     if (text.size() <= mostBytes)
         return std::string(text);
     std::size_t end = mostBytes;
-    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
+    while (end > 0 && continuesCharacter(text[end]))
         --end;
     return std::string(text.substr(0, end)) + "...";
 }
 
 std::string inQuotes(std::string_view text) {
     return fmt::format("\"{}\"", shortened(text));
+}
+
+std::string sentenceOf(const Finding& finding) {
+    std::string sentence = finding.item.empty()
+                               ? finding.message
+                               : fmt::format("{}: {}", finding.item, finding.message);
+    if (finding.loss != Loss::Nothing)
+        sentence += fmt::format("; {}", lossText(finding.loss));
+    return sentence;
 }
 
 std::string furtherText(Fault fault, std::size_t count) {
@@ -60,21 +79,34 @@ void FindingList::addFurther(Fault fault, std::size_t count) {
 }
 
 std::vector<Finding> FindingList::take() {
-    for (const auto& [kind, count] : counts_) {
-        const auto [fault, level] = kind;
+    for (const auto& [kind, count] : counts_)
         if (count.further > 0)
-            findings_.push_back({fault,
-                                 level,
-                                 Loss::Nothing,
-                                 file_,
-                                 leaf_,
-                                 {},
-                                 {},
-                                 furtherText(fault, count.further),
-                                 {},
-                                 count.further});
-    }
+            findings_.push_back(furtherFinding(kind, count.further, file_, leaf_));
     counts_.clear();
+    return std::move(findings_);
+}
+
+void RootFindings::add(std::vector<Finding> findings) {
+    for (Finding& finding : findings) {
+        bytes_ += sizeof(Finding) + finding.file.size() + finding.leaf.size() +
+                  finding.pointer.size() + finding.item.size() + finding.message.size();
+        if (bytes_ <= kMostBytes)
+            findings_.push_back(std::move(finding));
+        else
+            further_[{finding.fault, finding.level}] += std::max<std::size_t>(finding.further, 1);
+    }
+}
+
+std::vector<Finding> RootFindings::take() {
+    const auto order = [](const Finding& finding) {
+        return std::tuple(std::string_view(finding.file), std::string_view(finding.leaf),
+                          finding.further > 0, finding.position.line, finding.position.column);
+    };
+    std::stable_sort(
+        findings_.begin(), findings_.end(),
+        [order](const Finding& left, const Finding& right) { return order(left) < order(right); });
+    for (const auto& [kind, count] : further_)
+        findings_.push_back(furtherFinding(kind, count, {}, {}));
     return std::move(findings_);
 }
 

@@ -1,63 +1,19 @@
 #include "refdoc/check/CheckIndex.hpp"
 
-#include <algorithm>
-#include <cctype>
-#include <charconv>
-#include <filesystem>
 #include <functional>
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 
+#include "refdoc/check/CheckLinks.hpp"
 #include "refdoc/check/CheckNames.hpp"
-#include "refdoc/check/CheckText.hpp"
+#include "refdoc/check/ResourceDocument.hpp"
 
 namespace refdoc {
 
 namespace {
 
 namespace json = boost::json;
-
-void addPagesOf(const json::value* document, std::unordered_set<std::string>& pages) {
-    const json::object* object = document->if_object();
-    const json::value* items = object ? object->if_contains("refItems") : nullptr;
-    if (items == nullptr || !items->is_array())
-        return;
-    for (const json::value& item : items->as_array()) {
-        const json::object* fields = item.if_object();
-        const json::value* href = fields ? fields->if_contains("href") : nullptr;
-        if (href != nullptr && href->is_string())
-            pages.insert(pageOf(href->as_string()));
-    }
-}
-
-/// Whether the link begins with "name:", as only one that leaves the documentation does.
-bool hasScheme(std::string_view link) {
-    const std::size_t end = link.find_first_of(":/?#");
-    const auto belongs = [](char byte) {
-        return std::isalnum(static_cast<unsigned char>(byte)) != 0 || byte == '+' || byte == '-' ||
-               byte == '.';
-    };
-    return end != link.npos && end > 0 && link[end] == ':' &&
-           std::all_of(link.begin(), link.begin() + static_cast<std::ptrdiff_t>(end), belongs);
-}
-
-/// Escapes that are none stay as they are.
-std::string percentDecoded(std::string_view path) {
-    std::string decoded;
-    for (std::size_t at = 0; at < path.size(); ++at) {
-        unsigned char byte = 0;
-        const char* const digits = path.data() + at + 1;
-        if (path[at] == '%' && path.size() - at > 2 &&
-            std::from_chars(digits, digits + 2, byte, 16).ptr == digits + 2) {
-            decoded += static_cast<char>(byte);
-            at += 2;
-        } else {
-            decoded += path[at];
-        }
-    }
-    return decoded;
-}
 
 } // namespace
 
@@ -103,13 +59,11 @@ void CheckIndex::addReferences(const ResourceText& text, const json::value& reso
 }
 
 void CheckIndex::addPages(const json::value& resource) {
-    addPagesOf(&resource, pages_);
-    const json::object* object = resource.if_object();
-    const json::value* packages = object ? object->if_contains("supportPackages") : nullptr;
-    if (packages == nullptr || !packages->is_array())
-        return;
-    for (const json::value& package : packages->as_array())
-        addPagesOf(&package, pages_);
+    forEachDocument(resource, [this](const ResourceDocument& document) {
+        if (const json::array* items = listMember(*document.value, "refItems"))
+            for (const json::value& item : *items)
+                pages_.insert(pageOf(textMember(item, "href")));
+    });
 }
 
 bool CheckIndex::hasEnglish(const ResourceText& text) const {
@@ -150,13 +104,6 @@ const std::string* CheckIndex::holderOf(const LookupKind& kind, const std::strin
 
 CheckIndex::Version CheckIndex::versionOf(const ResourceText& text) {
     return {text.file.name, text.leafNumber, std::hash<std::string>()(text.content)};
-}
-
-std::string pageOf(std::string_view link) {
-    const std::string_view path = link.substr(0, link.find_first_of("?#"));
-    if (path.empty() || path.starts_with('/') || hasScheme(link))
-        return {};
-    return std::filesystem::path(percentDecoded(path)).lexically_normal().generic_string();
 }
 
 } // namespace refdoc

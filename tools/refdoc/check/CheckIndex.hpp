@@ -13,7 +13,7 @@
 
 #include <boost/json/value.hpp>
 
-#include "refdoc/check/CheckFiles.hpp"
+#include "refdoc/check/ResourceText.hpp"
 
 namespace refdoc {
 
@@ -87,9 +87,5 @@ private:
     std::map<std::string, std::map<std::string, HrefCounts>>
         englishReferences_; // by resource and key
 };
-
-/// The page that a link leads to: the link without what follows "#" or "?", its escapes decoded,
-/// normalised. Empty for links that leave the documentation or stay on their page.
-std::string pageOf(std::string_view link);
 
 } // namespace refdoc

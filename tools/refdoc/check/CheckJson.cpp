@@ -101,7 +101,7 @@ std::size_t characterSize(char first) {
 std::optional<std::size_t> brokenCharacter(std::string_view text, std::size_t at) {
     constexpr std::size_t mostBytes = 4;
     std::size_t begin = at - std::min(at, mostBytes);
-    while (begin > 0 && begin < at && (static_cast<unsigned char>(text[begin]) & 0xC0) == 0x80)
+    while (begin > 0 && begin < at && continuesCharacter(text[begin]))
         ++begin;
     while (begin <= at && begin < text.size()) {
         const std::string_view character = text.substr(begin, characterSize(text[begin]));
@@ -124,9 +124,23 @@ bool isQuoted(std::string_view text, std::size_t at) {
     return isQuoted;
 }
 
-std::string_view causeInQuotes(std::string_view text, std::size_t at) {
+/// Whether the escape of a leading surrogate ends at `at`, or a backslash before.
+bool followsLeadingSurrogate(std::string_view text, std::size_t at) {
+    constexpr std::size_t escapeSize = 6;
+    const std::size_t end = at > 0 && text[at - 1] == '\\' ? at - 1 : at;
+    if (end < escapeSize)
+        return false;
+    const std::string_view escape = text.substr(end - escapeSize, escapeSize);
+    return escape.starts_with("\\u") && (escape[2] == 'd' || escape[2] == 'D') &&
+           std::string_view("89abAB").find(escape[3]) != std::string_view::npos;
+}
+
+std::string_view causeInQuotes(std::string_view text, std::size_t at,
+                               const json::error_code& failure) {
     if (static_cast<unsigned char>(text[at]) < 0x20)
         return R"(a line break or control character within a text: it is written as \n, \t or \u)";
+    if (failure == json::error::illegal_trailing_surrogate || followsLeadingSurrogate(text, at))
+        return R"(half of a surrogate pair: \uD800 to \uDFFF come in pairs)";
     return R"(an escape that there is not: a backslash is written as \\)";
 }
 
@@ -170,7 +184,7 @@ std::string_view syntaxCause(std::string_view text, std::size_t at,
         return "there is more behind its end";
     if (at >= text.size())
         return "the text ends too early";
-    return isQuoted(text, at) ? causeInQuotes(text, at) : causeBetweenQuotes(text, at);
+    return isQuoted(text, at) ? causeInQuotes(text, at, failure) : causeBetweenQuotes(text, at);
 }
 
 /// Where and why the text is no JSON.

@@ -4,8 +4,8 @@
 
 #include <boost/json/value.hpp>
 
-#include "refdoc/check/CheckFiles.hpp"
 #include "refdoc/check/CheckFinding.hpp"
+#include "refdoc/check/ResourceText.hpp"
 
 namespace refdoc {
 

@@ -35,8 +35,8 @@ std::string contentOf(const FileSystemEntry& leaf, const FileSystemManager& mana
 
 class PackageReader {
 public:
-    PackageReader(const CatalogFile& file, const TextVisitor& visit)
-        : file_(file), visit_(visit),
+    PackageReader(const CatalogFile& file, const TextVisitor& visit, const FindingSink& sink)
+        : file_(file), visit_(visit), sink_(sink),
           operations_(storage::microservicestoragesystem::GetStorageSystemReference()),
           physicalPackage_(file.path, operations_, true), package_(physicalPackage_),
           manager_(package_, operations_) {
@@ -46,23 +46,17 @@ public:
             stems_.insert(toUtf8(fl::filesystem::detail::extract_stem(leaf.getBaseName())));
     }
 
-    std::vector<Finding> read() {
+    void read() {
         for (std::size_t number = 0; number < leaves_.size(); ++number)
             readLeaf(number);
         if (leaves_.empty()) {
             FindingList list(file_.name, {});
             list.add(Fault::OtherFile, Loss::Nothing, "the package holds no leaves");
-            append(list);
+            sink_(list.take());
         }
-        return std::move(findings_);
     }
 
 private:
-    void append(FindingList& list) {
-        for (Finding& finding : list.take())
-            findings_.push_back(std::move(finding));
-    }
-
     void readLeaf(std::size_t number) {
         const FileSystemEntry& leaf = leaves_[number];
         const std::u16string name =
@@ -77,7 +71,7 @@ private:
                          "the extension is not in lower-case letters");
         else
             findings.add(Fault::OtherFile, Loss::Nothing, "no resource file: passed over");
-        append(findings);
+        sink_(findings.take());
     }
 
     void readResource(std::size_t number, const std::string& path, const std::string& stem,
@@ -140,28 +134,28 @@ private:
 
     const CatalogFile& file_;
     const TextVisitor& visit_;
+    const FindingSink& sink_;
     opc::FileSystemOpsSelector operations_;
     opc::zippackage::ZipPhysicalPackage physicalPackage_;
     opc::model::Package package_;
     FileSystemManager manager_;
     std::vector<FileSystemEntry> leaves_;
     std::set<std::string> stems_;
-    std::vector<Finding> findings_;
 };
 
 } // namespace
 
-std::vector<Finding> readPackage(const CatalogFile& file, const TextVisitor& visit) {
+void readPackage(const CatalogFile& file, const TextVisitor& visit, const FindingSink& sink) {
     std::optional<PackageReader> reader;
     try {
-        reader.emplace(file, visit);
+        reader.emplace(file, visit, sink);
     } catch (const std::exception& failure) {
         FindingList findings(file.name, {});
         findings.add(Fault::Unreadable, Loss::File,
                      fmt::format("the package cannot be read: {}", failure.what()));
-        return findings.take();
+        return sink(findings.take());
     }
-    return reader->read();
+    reader->read();
 }
 
 } // namespace refdoc

@@ -1,12 +1,10 @@
 #pragma once
 
-#include <vector>
-
-#include "refdoc/check/CheckFiles.hpp"
+#include "refdoc/check/ResourceText.hpp"
 
 namespace refdoc {
 
 /// Reads the leaves of a zip package as the library does.
-std::vector<Finding> readPackage(const CatalogFile& file, const TextVisitor& visit);
+void readPackage(const CatalogFile& file, const TextVisitor& visit, const FindingSink& sink);
 
 } // namespace refdoc

@@ -27,7 +27,7 @@ std::string shown(std::string_view text) {
 }
 
 std::string pathIn(const std::string& root, const std::string& file) {
-    return root.ends_with('/') ? root + file : root + '/' + file;
+    return file.empty() || root.ends_with('/') ? root + file : root + '/' + file;
 }
 
 std::string placeOf(const Finding& finding, const std::string& root) {
@@ -45,11 +45,7 @@ std::string styledLevel(Level level, bool styled) {
 }
 
 std::string lineOf(const Finding& finding, const CheckReportOptions& options) {
-    std::string message = finding.message;
-    if (!finding.item.empty())
-        message = fmt::format("{}: {}", finding.item, message);
-    if (finding.loss != Loss::Nothing)
-        message += fmt::format("; {}", lossText(finding.loss));
+    std::string message = sentenceOf(finding);
     if (!finding.pointer.empty())
         message += fmt::format(" ({})", finding.pointer);
     return fmt::format("{}: {}: {}\n", shown(placeOf(finding, options.root)),

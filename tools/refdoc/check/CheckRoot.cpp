@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <iterator>
 #include <set>
-#include <string_view>
-#include <tuple>
 #include <utility>
 
 #include "refdoc/check/CheckAcross.hpp"
@@ -25,7 +23,7 @@ public:
     CheckResult run() {
         for (const Catalog catalog : {Catalog::Lookup, Catalog::Reference}) {
             CatalogFolder folder = listCatalog(catalog);
-            append(std::move(folder.findings));
+            findings_.add(std::move(folder.findings));
             std::move(folder.files.begin(), folder.files.end(), std::back_inserter(files_));
         }
         // As the library reads them; it matters to documents of one key.
@@ -36,19 +34,20 @@ public:
         readDeliveries();
         for (const CatalogFile& file : files_)
             checkBesideOthers(file);
-        return finish();
+        return {files_.size(), findings_.take()};
     }
 
 private:
     void showProgress(std::size_t done) const { host_.showProgress(done, 3 * files_.size()); }
 
-    void append(std::vector<Finding> findings) {
-        std::move(findings.begin(), findings.end(), std::back_inserter(result_.findings));
+    void readTextsOf(const CatalogFile& file, const TextVisitor& visit) {
+        readTexts(file, visit,
+                  [this](std::vector<Finding> findings) { findings_.add(std::move(findings)); });
     }
 
     void checkAlone(const CatalogFile& file) {
         index_.addFile(file);
-        append(readTexts(file, [this](const ResourceText& text, FindingList& findings) {
+        readTextsOf(file, [this](const ResourceText& text, FindingList& findings) {
             const auto resource = parseText(text, findings);
             if (!resource)
                 return;
@@ -58,7 +57,7 @@ private:
                 index_.addPages(*resource);
             if (!findings.losesText())
                 index_.addSoundText(text, *resource);
-        }));
+        });
         showProgress(++done_);
     }
 
@@ -75,7 +74,8 @@ private:
     }
 
     void checkBesideOthers(const CatalogFile& file) {
-        readTexts(file, [this](const ResourceText& text, FindingList&) {
+        const FindingSink toldAlready = [](const std::vector<Finding>&) {};
+        const TextVisitor visit = [this](const ResourceText& text, FindingList&) {
             FindingList findings(text.file.name, text.leaf);
             const auto resource = index_.isSound(text) ? parseText(text, findings) : std::nullopt;
             if (!resource || findings.losesText())
@@ -83,22 +83,10 @@ private:
             checkDelivery(text, *resource, index_, deliveries_, findings);
             checkAcross(text, *resource, index_, findings);
             locateFindings(text, *resource, false, findings);
-            append(findings.take());
-        });
-        showProgress(++done_);
-    }
-
-    CheckResult finish() {
-        const auto order = [](const Finding& finding) {
-            return std::tuple(std::string_view(finding.file), std::string_view(finding.leaf),
-                              finding.further > 0, finding.position.line, finding.position.column);
+            findings_.add(findings.take());
         };
-        std::stable_sort(result_.findings.begin(), result_.findings.end(),
-                         [order](const Finding& left, const Finding& right) {
-                             return order(left) < order(right);
-                         });
-        result_.fileCount = files_.size();
-        return std::move(result_);
+        readTexts(file, visit, toldAlready);
+        showProgress(++done_);
     }
 
     const CheckHost& host_;
@@ -106,7 +94,7 @@ private:
     std::vector<CatalogFile> files_;
     CheckIndex index_;
     Deliveries deliveries_;
-    CheckResult result_;
+    RootFindings findings_;
 };
 
 } // namespace

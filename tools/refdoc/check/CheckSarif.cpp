@@ -96,14 +96,10 @@ json::object locationOf(const Finding& finding, Artifacts& artifacts) {
 }
 
 json::object resultOf(const Finding& finding, Artifacts& artifacts) {
-    std::string text = finding.item.empty() ? finding.message
-                                            : fmt::format("{}: {}", finding.item, finding.message);
-    if (finding.loss != Loss::Nothing)
-        text += fmt::format("; {}", lossText(finding.loss));
     json::object result{{"ruleId", ruleOf(finding.fault).id},
                         {"ruleIndex", static_cast<std::size_t>(finding.fault)},
                         {"level", levelName(finding.level)},
-                        {"message", message(text)},
+                        {"message", message(sentenceOf(finding))},
                         {"locations", json::array({locationOf(finding, artifacts)})}};
     if (finding.further > 0)
         result["properties"] = json::object{{"further", finding.further}};

@@ -15,6 +15,7 @@
 #include "refdoc/Schemas.hpp"
 #include "refdoc/Text.hpp"
 #include "refdoc/check/JsonPositions.hpp"
+#include "refdoc/check/ResourceDocument.hpp"
 #include "refdoc/check/SchemaValidator.hpp"
 
 namespace refdoc {
@@ -109,7 +110,10 @@ std::string_view wantedKind(const json::object* rule) {
 }
 
 std::string wrongText(const json::value& value, const json::object* rule) {
-    const json::array& texts = rule->at("enum").as_array();
+    const json::value* enumeration = rule == nullptr ? nullptr : rule->if_contains("enum");
+    if (enumeration == nullptr)
+        return "does not keep to the format";
+    const json::array& texts = enumeration->as_array();
     std::string message;
     if (const json::string* text = value.if_string()) {
         std::set<std::u16string> known;
@@ -138,39 +142,28 @@ public:
     void check(const json::value& resource, FindingList& findings) const {
         explain(root_, resource, {}, resource, findings);
         std::size_t explained = 0;
-        checkItems(resource, {}, resource, explained, findings);
-        const json::object* object = resource.if_object();
-        const json::value* packages = object ? object->if_contains("supportPackages") : nullptr;
-        if (packages == nullptr || !packages->is_array())
-            return;
-        for (std::size_t i = 0; i < packages->as_array().size(); ++i) {
-            const std::string pointer = fmt::format("/supportPackages/{}", i);
-            const json::value& package = packages->as_array()[i];
-            if (!document_.accepts(package))
-                explain(document_, package, pointer, resource, findings);
-            checkItems(package, pointer, resource, explained, findings);
-        }
+        forEachDocument(resource, [&](const ResourceDocument& document) {
+            if (document.value != &resource && !document_.accepts(*document.value))
+                explain(document_, *document.value, document.pointer, resource, findings);
+            checkItems(document, resource, explained, findings);
+        });
     }
 
 private:
-    void checkItems(const json::value& document, const std::string& pointer,
-                    const json::value& resource, std::size_t& explained,
-                    FindingList& findings) const {
-        const json::object* object = document.if_object();
-        const json::value* items = object ? object->if_contains("refItems") : nullptr;
-        if (items == nullptr || !items->is_array())
-            return;
-        for (std::size_t i = 0; i < items->as_array().size(); ++i) {
-            const json::value& item = items->as_array()[i];
+    void checkItems(const ResourceDocument& document, const json::value& resource,
+                    std::size_t& explained, FindingList& findings) const {
+        const json::array* items = listMember(*document.value, "refItems");
+        for (std::size_t i = 0; items != nullptr && i < items->size(); ++i) {
+            const json::value& item = items->at(i);
             if (item_.accepts(item))
                 continue;
-            const std::string itemPointer = fmt::format("{}/refItems/{}", pointer, i);
+            const std::string pointer = fmt::format("{}/refItems/{}", document.pointer, i);
             const std::size_t values = countValues(item);
             explained += values;
             if (values <= kMostExplainedValues && explained <= kMostExplainedInAll)
-                explain(item_, item, itemPointer, resource, findings);
+                explain(item_, item, pointer, resource, findings);
             else
-                addUnexplained(item, itemPointer, findings);
+                addUnexplained(item, pointer, findings);
         }
     }
 

@@ -11,7 +11,6 @@
 #include <boost/json/object.hpp>
 #include <fmt/format.h>
 
-#include "refdoc/check/CheckText.hpp"
 #include "refdoc/check/JsonPositions.hpp"
 
 namespace refdoc {
@@ -64,6 +63,14 @@ const Part& partOf(std::string_view member) {
     return parts.at(member);
 }
 
+void checkAscii(std::string_view text, std::string_view name, const std::string& pointer,
+                FindingList& findings) {
+    if (!isAscii(text))
+        findings.add(Fault::GarbledText, Loss::Nothing,
+                     fmt::format("{} has characters beyond ASCII and comes out garbled", name),
+                     pointer);
+}
+
 /// Goes through an item. `name` is the member that holds what is gone through, empty for the item.
 class SevenBitCheck {
 public:
@@ -108,10 +115,7 @@ private:
     }
 
     void checkTextAt(std::string_view text, std::string_view name, const std::string& pointer) {
-        if (!isAscii(text))
-            findings_.add(Fault::GarbledText, Loss::Nothing,
-                          fmt::format("{} has characters beyond ASCII and comes out garbled", name),
-                          pointer);
+        checkAscii(text, name, pointer, findings_);
     }
 
     bool namesAreUtf8_;
@@ -123,20 +127,16 @@ private:
 void checkSevenBit(Catalog catalog, const ResourceDocument& document, FindingList& findings) {
     const json::object& object = document.value->as_object();
     for (const char* name : {"baseCode", "helpFolder", "helpLocation"})
-        if (!isAscii(object.at(name).as_string()))
-            findings.add(Fault::GarbledText, Loss::Nothing,
-                         fmt::format("{} has characters beyond ASCII and comes out garbled", name),
-                         document.pointer + pointerStep(name));
+        checkAscii(object.at(name).as_string(), name, document.pointer + pointerStep(name),
+                   findings);
     const json::array& items = object.at("refItems").as_array();
     for (std::size_t i = 0; i < items.size(); ++i) {
         const json::object& item = items[i].as_object();
         const std::string pointer = fmt::format("{}/refItems/{}", document.pointer, i);
         if (catalog == Catalog::Reference)
             SevenBitCheck(documentsApp(item), findings).checkObject(item, {}, pointer);
-        else if (!isAscii(item.at("href").as_string()))
-            findings.add(Fault::GarbledText, Loss::Nothing,
-                         "href has characters beyond ASCII and comes out garbled",
-                         pointer + "/href");
+        else
+            checkAscii(item.at("href").as_string(), "href", pointer + "/href", findings);
     }
 }
 

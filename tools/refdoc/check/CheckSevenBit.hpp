@@ -1,11 +1,10 @@
 #pragma once
 
-#include "refdoc/check/CheckFiles.hpp"
 #include "refdoc/check/CheckFinding.hpp"
+#include "refdoc/check/ResourceDocument.hpp"
+#include "refdoc/check/ResourceText.hpp"
 
 namespace refdoc {
-
-struct ResourceDocument;
 
 /// Tells the texts of a sound document that are read byte by byte, and so come out garbled, since
 /// they are not ASCII.

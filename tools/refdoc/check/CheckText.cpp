@@ -2,42 +2,22 @@
 
 #include <cstddef>
 #include <map>
-#include <set>
+#include <string>
 #include <string_view>
-#include <utility>
+#include <vector>
 
-#include <boost/json/array.hpp>
-#include <boost/json/object.hpp>
 #include <fmt/format.h>
 
 #include "refdoc/check/CheckSchema.hpp"
 #include "refdoc/check/CheckSevenBit.hpp"
 #include "refdoc/check/JsonPositions.hpp"
+#include "refdoc/check/ResourceDocument.hpp"
 
 namespace refdoc {
 
 namespace {
 
 namespace json = boost::json;
-
-std::string textMember(const json::value& value, std::string_view name) {
-    const json::object* object = value.if_object();
-    const json::value* member = object ? object->if_contains(name) : nullptr;
-    return member && member->is_string() ? std::string(member->as_string()) : std::string();
-}
-
-/// Calls `take` with each document that there is, and its pointer.
-template <typename Take>
-void forEachDocument(const json::value& resource, Take take) {
-    take({&resource, {}, textMember(resource, "helpFolder")});
-    const json::value* packages = resource.as_object().if_contains("supportPackages");
-    if (packages == nullptr)
-        return;
-    for (std::size_t i = 0; i < packages->as_array().size(); ++i) {
-        const json::value& package = packages->as_array()[i];
-        take({&package, fmt::format("/supportPackages/{}", i), textMember(package, "baseCode")});
-    }
-}
 
 void checkKeys(const json::value& resource, FindingList& findings) {
     std::map<std::string, std::string> pointers;
@@ -102,16 +82,6 @@ void addRepeatedMembers(const ResourceText& text, const json::value& resource,
 }
 
 } // namespace
-
-std::vector<ResourceDocument> documentsOf(const json::value& resource) {
-    std::vector<ResourceDocument> documents;
-    std::set<std::string> known;
-    forEachDocument(resource, [&](ResourceDocument document) {
-        if (known.insert(document.key).second)
-            documents.push_back(std::move(document));
-    });
-    return documents;
-}
 
 void checkText(const ResourceText& text, const json::value& resource, FindingList& findings) {
     const bool isLookup = text.file.catalog == Catalog::Lookup;

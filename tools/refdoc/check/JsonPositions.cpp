@@ -9,6 +9,8 @@
 #include <boost/json/parse.hpp>
 #include <boost/json/value.hpp>
 
+#include "refdoc/Text.hpp"
+
 namespace refdoc {
 
 namespace {
@@ -127,10 +129,6 @@ private:
     JsonPlaces places_;
 };
 
-bool beginsCharacter(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0) != 0x80;
-}
-
 } // namespace
 
 JsonPlaces findInJson(std::string_view text, const std::vector<std::string>& pointers,
@@ -165,7 +163,7 @@ std::vector<TextPosition> positionsOf(std::string_view text,
         for (; at < std::min(offsets[number], text.size()); ++at) {
             if (text[at] == '\n')
                 position = {position.line + 1, 1};
-            else if (beginsCharacter(text[at]))
+            else if (!continuesCharacter(text[at]))
                 ++position.column;
         }
         positions[number] = position;

@@ -5,9 +5,13 @@
 #include <string_view>
 #include <vector>
 
-#include "refdoc/check/CheckFinding.hpp"
-
 namespace refdoc {
+
+/// Where in a text; lines and columns count from 1, and columns in characters.
+struct TextPosition {
+    std::size_t line = 0; ///< 0 for nowhere in it
+    std::size_t column = 0;
+};
 
 /// A member whose name its object has already.
 struct RepeatedMember {
