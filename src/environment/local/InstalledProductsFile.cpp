@@ -74,31 +74,48 @@ std::string readWhole(const std::u16string& path) {
     return text;
 }
 
-std::string optionalText(const boost::json::object& product, boost::json::string_view name) {
-    const boost::json::value* member = product.if_contains(name);
-    return member == nullptr ? std::string() : std::string(member->as_string());
-}
+/// Makes a product of what the file says.
+class ProductReader {
+public:
+    ProductReader(const std::u16string& path, std::size_t number) : path_(path), number_(number) {}
 
-std::shared_ptr<const TopLevelDocProduct> makeProduct(const boost::json::object& product) {
-    return std::make_shared<const TopLevelDocProduct>(
-        optionalText(product, "displayName"), optionalText(product, "helpLocation"),
-        std::string(product.at("shortName").as_string()), optionalText(product, "baseCode"),
-        optionalText(product, "altShortName"), optionalText(product, "availability"),
-        TopLevelDocProduct::Properties());
-}
+    std::shared_ptr<const TopLevelDocProduct> read(const boost::json::value& product) const {
+        const boost::json::object* members = product.if_object();
+        if (members == nullptr)
+            throwBroken(path_, subject() + " is no object");
+        if (!members->contains("shortName"))
+            throwBroken(path_, subject() + " has no shortName");
+        return std::make_shared<const TopLevelDocProduct>(
+            text(*members, "displayName"), text(*members, "helpLocation"),
+            text(*members, "shortName"), text(*members, "baseCode"), text(*members, "altShortName"),
+            text(*members, "availability"), TopLevelDocProduct::Properties());
+    }
+
+private:
+    std::string subject() const { return "product " + std::to_string(number_); }
+
+    std::string text(const boost::json::object& product, const char* name) const {
+        const boost::json::value* member = product.if_contains(name);
+        if (member != nullptr && !member->is_string())
+            throwBroken(path_, subject() + ": " + name + " is no text");
+        return member == nullptr ? std::string() : std::string(member->as_string());
+    }
+
+    const std::u16string& path_;
+    std::size_t number_; // counted from 1
+};
 
 TopLevelProductList readProducts(const std::u16string& path) {
     const std::string text = readWhole(path);
+    boost::json::error_code failure;
+    const boost::json::value document = boost::json::parse(text, failure);
+    if (failure)
+        throwBroken(path, "not JSON: " + failure.message());
+    if (!document.is_array())
+        throwBroken(path, "no list of products");
     ProductList products;
-    try {
-        const boost::json::value document = boost::json::parse(text);
-        for (const boost::json::value& product : document.as_array())
-            products.push_back(makeProduct(product.as_object()));
-    } catch (const std::bad_alloc&) {
-        throw;
-    } catch (const std::exception& failure) {
-        throwBroken(path, failure.what());
-    }
+    for (const boost::json::value& product : document.get_array())
+        products.push_back(ProductReader(path, products.size() + 1).read(product));
     return std::make_shared<const ProductList>(std::move(products));
 }
 
