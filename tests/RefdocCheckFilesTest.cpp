@@ -51,6 +51,12 @@ TEST_F(RefdocCheck, TellsWhatNamesCost) {
         {"referenceapi/alpha_pt-br.json", withItems(kPage),
          ": warning: _pt-br is not the suffix _pt_BR: read as English, of a resource "
          "\"alpha_pt-br\""},
+        {"referenceapi/alpha-ja.json", withItems(kPage),
+         ": warning: -ja is not the suffix _ja: read as English, of a resource \"alpha-ja\""},
+        {"referenceapi/alpha.JA.json", withItems(kPage),
+         ": warning: .JA is not the suffix _ja: read as English, of a resource \"alpha.JA\""},
+        {"referenceapi/beta-ja.json", withItems(kPage), ""},
+        {"referenceapi/alpha-fr.1.json", withItems(kPage), ""},
         {"referenceapi/alpha_pt_BR.json", withItems(kPage), ""},
     };
     for (const auto& [file, text, expected] : cases) {
@@ -64,7 +70,10 @@ TEST_F(RefdocCheck, TellsWhatNamesCost) {
                           "whole file is lost\n");
     reset();
     root_.makeFolder("docCatalog/referenceapi/folder.json");
-    EXPECT_EQ(findings(), "referenceapi/folder.json: note: no file: passed over\n");
+    root_.writeFile("docCatalog/referenceapi_lookup/ja/alpha.json", "");
+    EXPECT_EQ(findings(), "referenceapi/folder.json: note: a folder: passed over\n"
+                          "referenceapi_lookup/ja: error: folders are not looked into, and this "
+                          "one holds 1 resource file; all files of the folder are lost\n");
 }
 
 TEST_F(RefdocCheck, TellsWhatPackagesLose) {
@@ -80,10 +89,14 @@ TEST_F(RefdocCheck, TellsWhatPackagesLose) {
     } cases[] = {
         {"alpha.zip", one("other.json"), ""},
         {"alpha.zip", one("folder/alpha.json"), ""},
-        {"alpha.zip", ZipFile().add("folder/", "").build(), ": note: the package holds no leaves"},
+        {"alpha.zip", ZipFile().add("folder/", "").build(),
+         ": warning: the package holds no leaves"},
         {"alpha.zip", one("alpha.JSON"),
          ":alpha.JSON: error: the extension is not in lower-case letters; the whole leaf is lost"},
         {"alpha.zip", one("alpha.txt"), ":alpha.txt: note: no resource file: passed over"},
+        {"alpha.zip", ZipFile().add("__MACOSX/._a.json", std::string("\0\5\x16\7", 4)).build(),
+         ":__MACOSX/._a.json: note: metadata of macOS, no documentation: it counts as a leaf of "
+         "the package all the same"},
         {"alpha.zip", one("alpha_ja.json"),
          ":alpha_ja.json: warning: the package's only leaf: read as English, not as ja, since the "
          "package's name has no language"},
@@ -150,7 +163,7 @@ TEST_F(RefdocCheck, ComparesLocalizedFilesWithEnglishOnes) {
         "lost\n"
         "referenceapi/more_ja.json:3:1: warning: b.html: English has 2 items of this href: readers "
         "of ja only get what is here, 1 of them (/refItems/0)\n"
-        "referenceapi_lookup/alpha_de.json:3:24: warning: there is no English document "
+        "referenceapi_lookup/alpha_de.json:3:24: warning: there is no sound English document "
         "\"N\": readers of other languages get nothing (/supportPackages/0)\n"
         "referenceapi_lookup/alpha_ja.json:3:10: warning: Spin: the name \"Spin\" is not in "
         "the English document (/refItems/0/name)\n");

@@ -86,8 +86,6 @@ TEST_F(RefdocCheck, PrintsForPrograms) {
 
 TEST_F(RefdocCheck, RefusesWhatItCannotCheck) {
     const std::string root = root_.nativePathOf("").string();
-    root_.makeFolder("broken/docCatalog/referenceapi");
-    root_.writeFile("broken/installedProducts.json", "{");
     const struct {
         Words words;
         std::string complaint;
@@ -97,13 +95,37 @@ TEST_F(RefdocCheck, RefusesWhatItCannotCheck) {
         {{"check", "--level", "fatal"}, "fatal is no level"},
         {{"check", "--json", "--sarif"}, "exclude each other"},
         {{"check", root, "x"}, "x"},
-        {{"check", root + "broken"}, "installedProducts.json"},
     };
     for (const auto& [words, complaint] : cases) {
         const ProcessResult result = refdoc(words);
         EXPECT_EQ(result.exitCode, 2) << complaint;
         EXPECT_EQ(result.output, "") << complaint;
         EXPECT_THAT(result.errors, HasSubstr(complaint));
+    }
+}
+
+/// While the list of products cannot be had, nobody gets any lookup.
+TEST_F(RefdocCheck, TellsWhatIsWrongWithTheInstalledProducts) {
+    const struct {
+        std::string list;
+        std::string finding;
+    } cases[] = {
+        {"[{\"shortName\": \"alpha\"},]",
+         ":1:25: error: not JSON: a comma before a closing bracket"},
+        {"{}", ": error: no list of products"},
+        {"[{\"shortName\": \"a\"}, {\"shortname\": \"b\"}]", ": error: product 2 has no shortName"},
+        {"[{\"shortName\": 1}]", ": error: product 1: shortName is no text"},
+        {"[1]", ": error: product 1 is no object"},
+    };
+    root_.lookupFile("beta.JSON", "");
+    for (const auto& [list, finding] : cases) {
+        root_.writeFile("installedProducts.json", list);
+        const ProcessResult result = refdoc({"check"});
+        EXPECT_THAT(result.output,
+                    HasSubstr("installedProducts.json" + finding + "; all lookup files are lost\n"))
+            << list;
+        EXPECT_THAT(result.output, HasSubstr("beta.JSON: error")) << list;
+        EXPECT_EQ(result.exitCode, 1);
     }
 }
 

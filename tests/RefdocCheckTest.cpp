@@ -30,7 +30,7 @@ TEST_F(RefdocCheck, TellsNothingOfSoundFiles) {
 TEST_F(RefdocCheck, TellsWhyATextIsNotJson) {
     const std::string inQuotes =
         "a line break or control character within a text: it is written as "
-        R"(\n, \t or \u)";
+        R"(\n, \t or \u, or the closing quote is missing)";
     const std::string escape = R"(an escape that there is not: a backslash is written as \\)";
     const std::string word =
         "a word that is none of true, false and null: a text stands in double quotes";
@@ -68,9 +68,13 @@ TEST_F(RefdocCheck, TellsWhyATextIsNotJson) {
         {"[trve]", "1:4", "not JSON: " + word},
         {"[01]", "1:3", "not JSON: a number is not written in this way"},
         {"[+1]", "1:2", "not JSON: a number is not written in this way"},
-        {"[\xE2\x80\x9C"
-         "a]",
-         "1:2", "not JSON: syntax error"},
+        {"[1\u3000]", "1:3",
+         "not JSON: \"\u3000\" (U+3000) stands outside of a text: JSON's own signs and blanks are "
+         "ASCII"},
+        {"[1,, 2]", "1:4", "not JSON: a value is missing before the comma"},
+        {"{\"a\" = 1}", "1:6", "not JSON: a colon stands between a name and its value"},
+        {"[\"a \"b\" c\"]", "1:6",
+         R"(not JSON: a comma or colon is missing, or a quote within a text is not written as \")"},
         {"[:]", "1:2", "not JSON: syntax error"},
         {withItems(kSpin) + "\nx", "4:1", "not JSON: there is more behind its end"},
         {withItems(kSpin).substr(0, 70), "2:10", "not JSON: the text ends too early"},
@@ -93,6 +97,9 @@ TEST_F(RefdocCheck, TellsWhatCostsALookupFile) {
          ":3:43: error: 日本: href is null, not a text" + lost + " (/refItems/0/href)"},
         {"", withItems(kSpin + R"(, {"name": "n", "refpurpose": "p"})"),
          ":3:56: error: n: href is missing" + lost + " (/refItems/1)"},
+        {"", withItems(R"({"name": "n", "refPurpose": "p", "href": "a.html"})"),
+         ":3:1: error: n: refpurpose is missing (there is \"refPurpose\")" + lost +
+             " (/refItems/0)"},
         {"", withItems(kSpin, R"(, "supportPackages": {})"),
          ":3:76: error: supportPackages is an object, not a list" + lost + " (/supportPackages)"},
         {"", withItems(kSpin, ", \"supportPackages\": [\n[]]"),
@@ -145,7 +152,7 @@ TEST_F(RefdocCheck, TellsWhatIsShownOtherwiseThanMeant) {
         " leads nowhere: no full reference file documents the page, and there is no such file";
     const Case cases[] = {
         {"lookup", spin(R"("type": "Fuction")"),
-         R"(:3:63: warning: spin: type is "Fuction", a text that it does not know (did you mean )"
+         R"(:3:63: warning: spin: type is "Fuction", which is none of its texts (did you mean )"
          R"("function"?); it counts as "unknown" (/refItems/0/type))"},
         {"lookup", spin(R"("fcntype": [])"),
          R"(:3:66: warning: spin: fcntype is a list, not a text; it counts as "unspecified" )"
@@ -153,6 +160,19 @@ TEST_F(RefdocCheck, TellsWhatIsShownOtherwiseThanMeant) {
         {"lookup", spin(R"("\u006eame": "turn")"),
          R"(:3:55: warning: turn: "name" is there already: what was said before is lost )"
          R"((/refItems/0/name))"},
+        {"lookup", spin(R"("typ": "class", "colour": 1, "names": [])"),
+         R"(:3:62: warning: spin: "typ" is not read (did you mean "type"?) (/refItems/0/typ))"},
+        {"lookup",
+         withItems(kSpin, ", \"supportPackages\": [\n" +
+                              package("C").insert(1, R"("supportPackages": [],)") + "]"),
+         ":4:21: warning: supportPackages is not read: a support package has none of its own "
+         "(/supportPackages/0/supportPackages)"},
+        {"reference", withItems(R"({"href": "a.html", "refpurpose": "p", "refEntity": [],
+"inputgroup": [{"inputs": [], "namevaluepairs": [{"title": "t", "input": [], "inputs": []}]}]})"),
+         ":3:52: warning: a.html: \"refEntity\" is not read (did you mean \"refentity\"?) "
+         "(/refItems/0/refEntity)\n"
+         "referenceapi/alpha.json:4:27: warning: a.html: inputs is not read beside namevaluepairs "
+         "(/refItems/0/inputgroup/0/inputs)"},
         {"lookup", withItems(R"({"name": "spin", "refpurpose": "p", "href": "b.html#x"})"),
          ":3:45: warning: spin: the href \"b.html#x\"" + deadEnd + " (/refItems/0/href)"},
         {"lookup", withItems(R"({"name": "spin", "refpurpose": "p", "href": "../alpha.json"})"),

@@ -95,11 +95,12 @@ private:
     }
 
     void addNoEnglishDocument(const ResourceDocument& document) {
-        findings_.add(Fault::NoEnglish, Loss::Nothing,
-                      fmt::format("there is no English document {}: readers of other languages get "
-                                  "nothing",
-                                  inQuotes(document.key)),
-                      document.pointer);
+        findings_.add(
+            Fault::NoEnglish, Loss::Nothing,
+            fmt::format("there is no sound English document {}: readers of other languages get "
+                        "nothing",
+                        inQuotes(document.key)),
+            document.pointer);
     }
 
     void addNoEnglishItem(std::string_view member, const std::string& text,

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <system_error>
+#include <vector>
 
 #include <CLI/App.hpp>
 #include <fmt/format.h>
@@ -17,6 +18,7 @@
 #include "refdoc/Progress.hpp"
 #include "refdoc/Terminal.hpp"
 #include "refdoc/Text.hpp"
+#include "refdoc/check/CheckProducts.hpp"
 #include "refdoc/check/CheckReport.hpp"
 #include "refdoc/check/CheckRoot.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
@@ -82,17 +84,28 @@ std::string checkedRoot() {
         toUtf8(roots->referenceApiLookupFolder), toUtf8(roots->referenceApiFolder)));
 }
 
+/// The services of a root whose list of products is of no use.
+environment::Services servicesWithoutProducts(const GlobalOptions& options) {
+    environment::Services services = hostServices(options);
+    services.installedTopLevelDocProducts = [] { return environment::TopLevelProductList(); };
+    return services;
+}
+
 CheckResult checkWithProgress(GlobalOptions options) {
+    const std::vector<Finding> products = checkProducts();
+    const auto servicesOf = products.empty() ? hostServices : servicesWithoutProducts;
     Progress progress;
     CheckHost host;
     host.showProgress = [&progress](std::size_t done, std::size_t all) {
         progress.show(done, all);
     };
-    host.setLanguage = [&options](const std::string& language) {
+    host.setLanguage = [&options, servicesOf](const std::string& language) {
         options.language = language;
-        environment::setServices(hostServices(options));
+        environment::setServices(servicesOf(options));
     };
-    return checkRoot(host);
+    CheckResult result = checkRoot(host);
+    result.findings.insert(result.findings.end(), products.begin(), products.end());
+    return result;
 }
 
 ExitCode check(const CheckArguments& arguments, GlobalOptions options) {
@@ -104,8 +117,6 @@ ExitCode check(const CheckArguments& arguments, GlobalOptions options) {
     report.root = checkedRoot();
     if (arguments.sarif)
         report.root = std::filesystem::absolute(report.root).lexically_normal().native();
-    // Where this fails, the library gives nothing, whatever the files are like.
-    reference::docparser::DocResourceParser::getTopLevelProducts();
     const CheckResult result = checkWithProgress(options);
     writeOutput(checkReport(result, report));
     return result.hasErrors() ? ExitCode::NothingFound : ExitCode::Found;

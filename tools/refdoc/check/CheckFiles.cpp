@@ -54,7 +54,7 @@ void addListingFailure(const std::string& folder, const std::error_code& failure
     if (!failure || failure == std::errc::no_such_file_or_directory)
         return;
     FindingList list(folder, {});
-    list.add(Fault::Unreadable, Loss::File,
+    list.add(Fault::Unreadable, Loss::Folder,
              fmt::format("the folder cannot be listed: {}", failure.message()));
     findings = list.take();
 }
@@ -73,7 +73,10 @@ public:
         if (!entry.exists(failure) && isResource)
             findings.add(Fault::Unreadable, Loss::File,
                          fmt::format("the file cannot be read: {}",
-                                     failure ? failure.message() : "a link that leads nowhere"));
+                                     entry.is_symlink(failure) ? "a link that leads nowhere"
+                                                               : failure.message()));
+        else if (entry.is_directory(failure))
+            addFolder(entry.path(), findings);
         else if (!entry.is_regular_file(failure))
             findings.add(Fault::OtherFile, Loss::Nothing, "no file: passed over");
         else if (!isResource)
@@ -114,6 +117,22 @@ private:
         stems_.insert(stem);
         result_.files.push_back({catalog_, std::move(path), folderName_ + '/' + toUtf8(name), stem,
                                  parts.resource, parts.language, isPackage});
+    }
+
+    static void addFolder(const fs::path& folder, FindingList& findings) {
+        std::error_code ignored;
+        const fs::directory_iterator entries(folder, ignored);
+        const auto count = std::count_if(begin(entries), end(entries), [](const auto& entry) {
+            return DocResourceParser::isValidFilename(
+                fl::filesystem::upath(fromUtf8(entry.path().filename().native())));
+        });
+        if (count > 0)
+            findings.add(Fault::UnreadName, Loss::Folder,
+                         fmt::format("folders are not looked into, and this one holds {} resource "
+                                     "file{}",
+                                     count, count == 1 ? "" : "s"));
+        else
+            findings.add(Fault::OtherFile, Loss::Nothing, "a folder: passed over");
     }
 
     static void addOtherName(const std::u16string& name, FindingList& findings) {

@@ -20,9 +20,13 @@ Finding furtherFinding(std::pair<Fault, Level> kind, std::size_t count, const st
 } // namespace
 
 std::string_view lossText(Loss loss) {
-    constexpr std::array<std::string_view, 5> texts{"", "the item is lost", "the document is lost",
+    constexpr std::array<std::string_view, 7> texts{"",
+                                                    "the item is lost",
+                                                    "the document is lost",
                                                     "the whole leaf is lost",
-                                                    "the whole file is lost"};
+                                                    "the whole file is lost",
+                                                    "all files of the folder are lost",
+                                                    "all lookup files are lost"};
     return texts[static_cast<std::size_t>(loss)];
 }
 

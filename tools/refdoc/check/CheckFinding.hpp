@@ -29,7 +29,7 @@ std::string shortened(std::string_view text);
 std::string inQuotes(std::string_view text);
 
 /// What readers do not get because of a fault.
-enum class Loss { Nothing, Item, Document, Leaf, File };
+enum class Loss { Nothing, Item, Document, Leaf, File, Folder, Lookups };
 
 /// What is lost, as a clause of its own; empty for nothing.
 std::string_view lossText(Loss loss);
@@ -47,6 +47,7 @@ enum class Fault {
     GarbledText,
     ReplacedItem,
     RepeatedMember,
+    UnreadMember,
     SharedKey,
     UnknownLanguage,
     NoEnglish,
@@ -62,7 +63,7 @@ struct Rule {
 };
 
 /// By the fault.
-inline constexpr std::array<Rule, 16> kRules{{
+inline constexpr std::array<Rule, 17> kRules{{
     {Fault::Unreadable, "unreadable", Level::Error,
      "A file, package or leaf whose content cannot be had"},
     {Fault::NotJson, "not-json", Level::Error, "Text that is not JSON"},
@@ -83,6 +84,8 @@ inline constexpr std::array<Rule, 16> kRules{{
      "An English item that a localized file takes from the readers of its language"},
     {Fault::RepeatedMember, "repeated-member", Level::Warning,
      "A member that an object has twice: the last one counts"},
+    {Fault::UnreadMember, "unread-member", Level::Warning,
+     "A member that seems to be meant and is not read where it stands"},
     {Fault::SharedKey, "shared-key", Level::Warning,
      "A document whose header another file's of its language replaces"},
     {Fault::UnknownLanguage, "unknown-language", Level::Warning,

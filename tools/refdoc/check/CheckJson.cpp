@@ -12,6 +12,7 @@
 #include <boost/json/basic_parser_impl.hpp>
 #include <boost/json/parse.hpp>
 #include <fmt/format.h>
+#include <unicode/utf16.h>
 
 #include "refdoc/Text.hpp"
 #include "refdoc/check/JsonPositions.hpp"
@@ -138,7 +139,8 @@ bool followsLeadingSurrogate(std::string_view text, std::size_t at) {
 std::string_view causeInQuotes(std::string_view text, std::size_t at,
                                const json::error_code& failure) {
     if (static_cast<unsigned char>(text[at]) < 0x20)
-        return R"(a line break or control character within a text: it is written as \n, \t or \u)";
+        return R"(a line break or control character within a text: it is written as \n, \t or \u, or )"
+               "the closing quote is missing";
     if (failure == json::error::illegal_trailing_surrogate || followsLeadingSurrogate(text, at))
         return R"(half of a surrogate pair: \uD800 to \uDFFF come in pairs)";
     return R"(an escape that there is not: a backslash is written as \\)";
@@ -156,11 +158,25 @@ bool beginsValue(char byte) {
     return std::string_view("\"[{-").find(byte) != std::string_view::npos || isWordByte(byte);
 }
 
-std::string_view causeBetweenQuotes(std::string_view text, std::size_t at) {
+/// A character beyond ASCII, which may look like one of JSON's own.
+std::string foreignCharacter(std::string_view text, std::size_t at) {
+    const std::string_view bytes = text.substr(at, characterSize(text[at]));
+    std::size_t next = 0;
+    UChar32 character = 0;
+    const std::u16string units = fromUtf8(bytes);
+    U16_NEXT(units.data(), next, units.size(), character);
+    return fmt::format("{} (U+{:04X}) stands outside of a text: JSON's own signs and blanks are "
+                       "ASCII",
+                       inQuotes(bytes), static_cast<std::uint32_t>(character));
+}
+
+std::string causeBetweenQuotes(std::string_view text, std::size_t at) {
     const char here = text[at];
     const std::size_t last = at == 0 ? text.npos : text.find_last_not_of(" \t\r\n", at - 1);
     const char before = last == text.npos ? '[' : text[last];
     const bool isWithinWord = last + 1 == at && isWordByte(before) && isWordByte(here);
+    if ((here & 0x80) != 0)
+        return foreignCharacter(text, at);
     if (here == '/' || here == '#')
         return "JSON has no comments";
     if (here == '\'')
@@ -169,6 +185,12 @@ std::string_view causeBetweenQuotes(std::string_view text, std::size_t at) {
         return "a comma before a closing bracket";
     if (before == '{')
         return "the name of a member, in double quotes, is missing";
+    if (here == ',')
+        return "a value is missing before the comma";
+    if (here == '=')
+        return "a colon stands between a name and its value";
+    if (before == '"' && isWordByte(here))
+        return R"(a comma or colon is missing, or a quote within a text is not written as \")";
     if (endsValue(before) && beginsValue(here) && !isWithinWord)
         return "a comma or colon is missing";
     if (std::isdigit(static_cast<unsigned char>(here)) != 0 || here == '+' || here == '.')
@@ -178,13 +200,13 @@ std::string_view causeBetweenQuotes(std::string_view text, std::size_t at) {
     return "syntax error";
 }
 
-std::string_view syntaxCause(std::string_view text, std::size_t at,
-                             const json::error_code& failure) {
+std::string syntaxCause(std::string_view text, std::size_t at, const json::error_code& failure) {
     if (failure == json::error::extra_data)
         return "there is more behind its end";
     if (at >= text.size())
         return "the text ends too early";
-    return isQuoted(text, at) ? causeInQuotes(text, at, failure) : causeBetweenQuotes(text, at);
+    return isQuoted(text, at) ? std::string(causeInQuotes(text, at, failure))
+                              : causeBetweenQuotes(text, at);
 }
 
 /// Where and why the text is no JSON.

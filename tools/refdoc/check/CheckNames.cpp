@@ -49,14 +49,16 @@ struct MeantLanguage {
     Level level;
 };
 
-/// What the part of a stem behind an underscore seems to be meant as.
-std::optional<MeantLanguage> meantWith(const std::string& suffix, bool hasResource) {
+/// What the end of a stem seems to be meant as: a sign, usually an underscore, and a code.
+std::optional<MeantLanguage> meantWith(const std::string& end, bool hasResource) {
+    const std::string suffix = end.substr(1);
     const std::string code = normalizedCode(suffix);
     for (const std::u16string& supported : parsing::getSupportedDocLocales())
         if (normalizedCode(toUtf8(supported.substr(1))) == code)
-            return MeantLanguage{fmt::format("_{} is not the suffix {}", suffix, toUtf8(supported)),
+            return MeantLanguage{fmt::format("{} is not the suffix {}", end, toUtf8(supported)),
                                  Level::Warning};
-    if (!looksLikeCode(code) || !(isLanguageOrCountry(code) || (hasResource && code.size() == 2)))
+    if (!end.starts_with('_') || !looksLikeCode(code) ||
+        !(isLanguageOrCountry(code) || (hasResource && code.size() == 2)))
         return std::nullopt;
     const Level level = hasResource ? Level::Warning : Level::Note;
     if (code == kEnglish)
@@ -78,10 +80,13 @@ NameLanguage languageOfStem(const std::string& stem) {
 void checkMeantLanguage(const std::string& stem, const std::set<std::string>& stems,
                         FindingList& findings) {
     constexpr std::size_t mostBytes = 12; // of a code
-    for (std::size_t at = stem.find('_', 1); at != stem.npos; at = stem.find('_', at + 1)) {
-        if (stem.size() - at > mostBytes)
+    constexpr std::string_view signs = "_-.";
+    for (std::size_t at = stem.find_first_of(signs, 1); at != stem.npos;
+         at = stem.find_first_of(signs, at + 1)) {
+        const bool hasResource = stems.contains(stem.substr(0, at));
+        if (stem.size() - at > mostBytes || (stem[at] != '_' && !hasResource))
             continue;
-        const auto meant = meantWith(stem.substr(at + 1), stems.contains(stem.substr(0, at)));
+        const auto meant = meantWith(stem.substr(at), hasResource);
         if (!meant)
             continue;
         findings.addAt(

@@ -8,6 +8,7 @@
 #include <set>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include <fmt/format.h>
@@ -33,6 +34,9 @@ std::string contentOf(const FileSystemEntry& leaf, const FileSystemManager& mana
     return std::move(content).str();
 }
 
+/// How a file begins in which macOS keeps what a zip package has no place for.
+constexpr std::string_view kMacMetadata("\x00\x05\x16\x07", 4);
+
 class PackageReader {
 public:
     PackageReader(const CatalogFile& file, const TextVisitor& visit, const FindingSink& sink)
@@ -51,7 +55,8 @@ public:
             readLeaf(number);
         if (leaves_.empty()) {
             FindingList list(file_.name, {});
-            list.add(Fault::OtherFile, Loss::Nothing, "the package holds no leaves");
+            list.addAt(Level::Warning, Fault::OtherFile, Loss::Nothing,
+                       "the package holds no leaves");
             sink_(list.take());
         }
     }
@@ -87,6 +92,10 @@ private:
             return findings.add(Fault::Unreadable, Loss::Leaf,
                                 fmt::format("the leaf cannot be read: {}", failure.what()));
         }
+        if (text.content.starts_with(kMacMetadata))
+            return findings.add(Fault::OtherFile, Loss::Nothing,
+                                "metadata of macOS, no documentation: it counts as a leaf of the "
+                                "package all the same");
         visit_(text, findings);
     }
 

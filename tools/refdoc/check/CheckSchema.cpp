@@ -102,6 +102,18 @@ const json::object* ruleAt(const json::value& root, const json::object& rule,
     return whole == nullptr ? nullptr : ruleAt(root, whole->at(0).as_object(), steps, depth);
 }
 
+/// A member of nearly the name of the one that is missing.
+std::string insteadOf(const std::string& missing, const json::value& value) {
+    constexpr std::size_t mostMembers = 100;
+    const json::object* object = value.if_object();
+    std::set<std::u16string> names;
+    if (object != nullptr && object->size() <= mostMembers)
+        for (const json::key_value_pair& member : *object)
+            names.insert(fromUtf8(member.key()));
+    const auto near = nearNames(fromUtf8(missing), names);
+    return near.empty() ? "" : fmt::format(" (there is {})", inQuotes(toUtf8(near.front())));
+}
+
 std::string_view wantedKind(const json::object* rule) {
     const json::value* type = rule == nullptr ? nullptr : rule->if_contains("type");
     if (type == nullptr)
@@ -119,7 +131,7 @@ std::string wrongText(const json::value& value, const json::object* rule) {
         std::set<std::u16string> known;
         for (const json::value& each : texts)
             known.insert(fromUtf8(std::string_view(each.as_string())));
-        message = fmt::format("is {}, a text that it does not know", inQuotes(*text));
+        message = fmt::format("is {}, which is none of its texts", inQuotes(*text));
         const auto near = nearNames(fromUtf8(std::string_view(*text)), known);
         if (!near.empty())
             message += fmt::format(" (did you mean \"{}\"?)", toUtf8(near.front()));
@@ -148,6 +160,8 @@ public:
             checkItems(document, resource, explained, findings);
         });
     }
+
+    const json::value& schema() const { return schema_; }
 
 private:
     void checkItems(const ResourceDocument& document, const json::value& resource,
@@ -191,8 +205,10 @@ private:
         const json::object* rule = ruleAt(schema_, schema_.as_object(), steps, 0);
         switch (error.kind) {
         case SchemaError::Kind::MissingMember:
-            return findings.add(Fault::MissingMember, findings.wholeText(),
-                                fmt::format("{} is missing", error.member), pointer);
+            return findings.add(
+                Fault::MissingMember, findings.wholeText(),
+                fmt::format("{} is missing{}", error.member, insteadOf(error.member, value)),
+                pointer);
         case SchemaError::Kind::WrongKind:
             return findings.add(Fault::WrongKind, findings.wholeText(),
                                 fmt::format("{} is {}, not {}", subjectOf(steps), kindName(value),
@@ -220,6 +236,10 @@ CheckSchema::~CheckSchema() = default;
 
 void CheckSchema::check(const json::value& resource, FindingList& findings) const {
     validation_->check(resource, findings);
+}
+
+const json::value& CheckSchema::schema() const {
+    return validation_->schema();
 }
 
 const CheckSchema& lookupSchema() {

@@ -22,6 +22,8 @@ public:
     /// costs the whole text. Takes linear time, and memory for the findings of one item.
     void check(const boost::json::value& resource, FindingList& findings) const;
 
+    const boost::json::value& schema() const;
+
 private:
     class Validation;
     std::unique_ptr<const Validation> validation_;

@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "refdoc/check/CheckMembers.hpp"
 #include "refdoc/check/CheckSchema.hpp"
 #include "refdoc/check/CheckSevenBit.hpp"
 #include "refdoc/check/JsonPositions.hpp"
@@ -84,10 +85,12 @@ void addRepeatedMembers(const ResourceText& text, const json::value& resource,
 } // namespace
 
 void checkText(const ResourceText& text, const json::value& resource, FindingList& findings) {
-    const bool isLookup = text.file.catalog == Catalog::Lookup;
-    (isLookup ? lookupSchema() : referenceSchema()).check(resource, findings);
+    const CheckSchema& schema =
+        text.file.catalog == Catalog::Lookup ? lookupSchema() : referenceSchema();
+    schema.check(resource, findings);
     if (findings.losesText())
         return;
+    checkMembers(schema.schema(), resource, findings);
     checkKeys(resource, findings);
     for (const ResourceDocument& document : documentsOf(resource))
         checkSevenBit(text.file.catalog, document, findings);
