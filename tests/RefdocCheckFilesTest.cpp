@@ -179,6 +179,26 @@ std::string ofProduct(const std::string& name, std::string text) {
 }
 
 /// What comes of documents that have one key.
+TEST_F(RefdocCheck, LooksForPagesWhereReadersDo) {
+    root_.referenceFile("alpha.json", "{");
+    root_.referenceFile("beta.json", withItems(R"({"href": "b.html", "refpurpose": "p",
+        "seealso": [{"name": "n", "url": "alpha/gone.html"}]})"));
+    const std::string unknown =
+        ":1:1: note: links that cannot be looked for, since the full reference "
+        "file of their pages cannot be read: 1\n";
+    EXPECT_EQ(findings(), "referenceapi/alpha.json:1:2: error: not JSON: the text ends too early; "
+                          "the whole file is lost\n"
+                          "referenceapi/beta.json" +
+                              unknown + "referenceapi_lookup/alpha.json" + unknown);
+    reset();
+    root_.referenceFile("alpha.json", withItems(""));
+    root_.referenceFile("beta.json", withItems(kPage));
+    EXPECT_EQ(findings(),
+              "referenceapi_lookup/alpha.json:3:45: warning: spin: the href \"a.html\" is "
+              "documented, but not in alpha.json, where readers look for it by the help folder "
+              "(/refItems/0/href)\n");
+}
+
 TEST_F(RefdocCheck, TellsWhatOtherFilesTakeFromReaders) {
     const std::string lookups = "docCatalog/referenceapi_lookup/";
     const std::string lost = " error: spin: " + lookups;

@@ -43,7 +43,7 @@ std::u16string documentationRoot(const std::string& folder) {
         root.pop_back();
     std::error_code ignored;
     if (!std::filesystem::is_directory(toUtf8(root), ignored))
-        throw UsageError(fmt::format("--root: {} is no folder", folder));
+        throw UsageError(fmt::format("{} is no folder: no data root", folder));
     return root;
 }
 

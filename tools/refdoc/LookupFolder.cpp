@@ -1,12 +1,13 @@
 #include "refdoc/LookupFolder.hpp"
 
 #include <algorithm>
-#include <functional>
+#include <exception>
+#include <iterator>
 #include <map>
-#include <string_view>
 #include <utility>
 
-#include "refdoc/Text.hpp"
+#include "environment/PathAndText.hpp"
+#include "environment/ZipPackages.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 #include "reference/docparser/ParsingTools.hpp"
 
@@ -31,9 +32,22 @@ void addFiles(const std::vector<ProductPathData>& records, const std::u16string&
     }
 }
 
-bool contains(const std::string& bytes, const std::string& part) {
-    const std::boyer_moore_horspool_searcher searcher(part.begin(), part.end());
-    return std::search(bytes.begin(), bytes.end(), searcher) != bytes.end();
+/// The stems of the leaves that a package has; none when it cannot be read.
+std::vector<std::u16string> leafStems(const std::u16string& path) {
+    std::vector<std::u16string> stems;
+    try {
+        opc::FileSystemOpsSelector operations(
+            storage::microservicestoragesystem::GetStorageSystemReference());
+        opc::zippackage::ZipPhysicalPackage physicalPackage(path, operations, true);
+        opc::model::Package package(physicalPackage);
+        opc::zqservices::FileSystemManager manager(package, operations);
+        package.open(opc::interfaces::OpenMode::Read);
+        for (const opc::zqservices::FileSystemEntry& leaf : manager.getAllLeafs())
+            stems.push_back(fl::filesystem::detail::extract_stem(leaf.getBaseName()));
+    } catch (const std::exception&) {
+        return {};
+    }
+    return stems;
 }
 
 } // namespace
@@ -59,17 +73,20 @@ std::vector<LookupFile> findLookupFiles() {
 }
 
 std::vector<std::u16string> possibleLanguages(const std::vector<LookupFile>& files) {
-    std::string packages;
+    std::vector<std::u16string> stems;
     for (const LookupFile& file : files)
         if (file.isPackage && file.language == parsing::kEnglishLocale)
-            packages += DocResourceParser::openAndReadFile(file.path);
+            std::ranges::move(leafStems(file.path), std::back_inserter(stems));
     std::vector<std::u16string> languages;
     for (const std::u16string& suffix : parsing::getSupportedDocLocales()) {
         const std::u16string language = suffix.substr(1);
         const bool inName = std::any_of(files.begin(), files.end(), [&](const LookupFile& file) {
             return file.language == language;
         });
-        if (inName || contains(packages, toUtf8(suffix) + '.'))
+        const bool inPackage =
+            std::any_of(stems.begin(), stems.end(),
+                        [&suffix](const std::u16string& stem) { return stem.ends_with(suffix); });
+        if (inName || inPackage)
             languages.push_back(language);
     }
     return languages;

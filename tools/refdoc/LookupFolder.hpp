@@ -19,8 +19,8 @@ struct LookupFile {
 /// The files of all supported languages, in the order of their paths.
 std::vector<LookupFile> findLookupFiles();
 
-/// The languages other than English that there may be documents in: those of the files' names, and
-/// those whose suffix stands in a package, which holds the names of its entries as they are.
+/// The languages other than English that there may be documents in: those that the files' names
+/// tell, and the names of the leaves of packages.
 std::vector<std::u16string> possibleLanguages(const std::vector<LookupFile>& files);
 
 } // namespace refdoc

@@ -41,6 +41,11 @@ public:
                 isLookup_ ? checkEnglishNames(document) : checkEnglishItems(document);
             checkLinks(document);
         }
+        if (unknownLinks_ > 0)
+            findings_.addAt(Level::Note, Fault::DeadLink, Loss::Nothing,
+                            fmt::format("links that cannot be looked for, since the full "
+                                        "reference file of their pages cannot be read: {}",
+                                        unknownLinks_));
     }
 
 private:
@@ -113,6 +118,7 @@ private:
 
     void checkLinks(const ResourceDocument& document) {
         const json::array& items = document.value->at("refItems").as_array();
+        resource_ = isLookup_ ? textMember(*document.value, "helpFolder") : text_.file.resource;
         const std::string help = normalisedPath(textMember(*document.value, "helpLocation"));
         for (std::size_t i = 0; i < items.size(); ++i) {
             const json::object& item = items[i].as_object();
@@ -139,13 +145,30 @@ private:
                    const std::string& pointer) {
         const std::string_view link = holder.at(member).as_string();
         const std::string page = pageOf(link);
-        if (page.empty() || index_.hasPage(page) || isFile({}, page) || isFile(help, page))
+        if (page.empty() || isDocumented(page) || isFile({}, page) || isFile(help, page))
             return;
+        if (index_.isUnreadable(resource_) || index_.isUnreadable(page.substr(0, page.find('/')))) {
+            ++unknownLinks_;
+            return;
+        }
+        if (index_.hasPage(page))
+            return findings_.add(
+                Fault::DeadLink, Loss::Nothing,
+                fmt::format("the {} {} is documented, but not in {}.json, where readers look for "
+                            "it by the help folder",
+                            member, inQuotes(link), shortened(resource_)),
+                fmt::format("{}/{}", pointer, member));
         findings_.add(Fault::DeadLink, Loss::Nothing,
                       fmt::format("the {} {} leads nowhere: no full reference file documents the "
                                   "page, and there is no such file",
                                   member, inQuotes(link)),
                       fmt::format("{}/{}", pointer, member));
+    }
+
+    /// Lookups lead to the full reference file that their document's help folder names, other links
+    /// to any.
+    bool isDocumented(const std::string& page) const {
+        return isLookup_ ? index_.hasPage(resource_, page) : index_.hasPage(page);
     }
 
     /// Nothing outside the root counts, nor what no file can be called.
@@ -163,6 +186,8 @@ private:
     FindingList& findings_;
     fs::path root_;
     bool isLookup_;
+    std::string resource_; ///< in which readers look for the pages of the document at hand
+    std::size_t unknownLinks_ = 0;
 };
 
 } // namespace

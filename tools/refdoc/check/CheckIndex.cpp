@@ -58,12 +58,18 @@ void CheckIndex::addReferences(const ResourceText& text, const json::value& reso
     }
 }
 
-void CheckIndex::addPages(const json::value& resource) {
-    forEachDocument(resource, [this](const ResourceDocument& document) {
+void CheckIndex::addPages(const ResourceText& text, const json::value& resource) {
+    std::unordered_set<std::string_view>& own = pagesOf_[text.file.resource];
+    forEachDocument(resource, [&](const ResourceDocument& document) {
         if (const json::array* items = listMember(*document.value, "refItems"))
             for (const json::value& item : *items)
-                pages_.insert(pageOf(textMember(item, "href")));
+                own.insert(*pages_.insert(pageOf(textMember(item, "href"))).first);
     });
+}
+
+bool CheckIndex::hasPage(const std::string& resource, const std::string& page) const {
+    const auto own = pagesOf_.find(resource);
+    return own != pagesOf_.end() && own->second.contains(page);
 }
 
 bool CheckIndex::hasEnglish(const ResourceText& text) const {

@@ -40,12 +40,17 @@ public:
     /// Texts come in the order in which the library reads them.
     void addSoundText(const ResourceText& text, const boost::json::value& resource);
     /// The pages that a full reference file documents, sound or not: links to them are meant.
-    void addPages(const boost::json::value& resource);
+    void addPages(const ResourceText& text, const boost::json::value& resource);
+    /// A full reference file whose pages cannot be known.
+    void addUnreadable(const CatalogFile& file) { unreadable_.insert(file.resource); }
 
     /// Whether exactly this text was added as a sound one.
     bool isSound(const ResourceText& text) const { return sound_.contains(versionOf(text)); }
     bool hasReferenceFile(const std::string& stem) const { return referenceStems_.contains(stem); }
     bool hasPage(const std::string& page) const { return pages_.contains(page); }
+    bool hasPage(const std::string& resource, const std::string& page) const;
+    /// Whether the pages of a resource, named by its full reference files, are known in part only.
+    bool isUnreadable(const std::string& resource) const { return unreadable_.contains(resource); }
 
     /// Whether the English file of a full reference file was sound.
     bool hasEnglish(const ResourceText& text) const;
@@ -81,6 +86,8 @@ private:
     std::set<std::string> referenceStems_;
     std::set<Version> sound_;
     std::unordered_set<std::string> pages_;
+    std::map<std::string, std::unordered_set<std::string_view>> pagesOf_; // by resource
+    std::set<std::string> unreadable_;
     std::vector<std::string> texts_; // as they are shown
     std::set<std::string> lookupReaders_;
     std::map<LookupKind, LookupDocuments> lookups_;

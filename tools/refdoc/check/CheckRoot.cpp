@@ -47,17 +47,21 @@ private:
 
     void checkAlone(const CatalogFile& file) {
         index_.addFile(file);
-        readTextsOf(file, [this](const ResourceText& text, FindingList& findings) {
+        bool isParsed = false;
+        readTextsOf(file, [this, &isParsed](const ResourceText& text, FindingList& findings) {
             const auto resource = parseText(text, findings);
-            if (!resource)
+            isParsed = resource.has_value();
+            if (!isParsed)
                 return;
             checkText(text, *resource, findings);
             locateFindings(text, *resource, true, findings);
             if (text.file.catalog == Catalog::Reference)
-                index_.addPages(*resource);
+                index_.addPages(text, *resource);
             if (!findings.losesText())
                 index_.addSoundText(text, *resource);
         });
+        if (file.catalog == Catalog::Reference && !isParsed)
+            index_.addUnreadable(file);
         showProgress(++done_);
     }
 
