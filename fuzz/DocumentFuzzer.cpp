@@ -1,0 +1,42 @@
+// Parses an input as a resource file: of any text is read what its format says, and no JSON is told
+// from JSON that breaks the format. What else is thrown ends the process.
+
+#include <optional>
+#include <string>
+
+#include <boost/json/object.hpp>
+#include <boost/json/parse.hpp>
+#include <boost/json/value.hpp>
+#include <boost/system/error_code.hpp>
+#include <boost/system/system_error.hpp>
+
+#include "Support.hpp"
+#include "environment/ReferenceProperty.hpp"
+#include "reference/docparser/DocParserException.hpp"
+#include "reference/docparser/RefItem.hpp"
+#include "resources/ReferenceResource.hpp"
+#include "support/RefItemDescription.hpp"
+#include "support/ResourceModel.hpp"
+
+namespace docparser = reference::docparser;
+using docparser::RefItem;
+using reference::property::RefItemLookup;
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string text(fuzz::textOf(data, size));
+    boost::system::error_code failure;
+    const boost::json::value parsed = boost::json::parse(text, failure);
+    std::optional<boost::json::object> expected;
+    if (!failure)
+        expected = testsupport::expectedResource<DOCPARSER_FUZZED_ITEM>(parsed);
+    try {
+        const auto resource = docparser::parseReferenceResource<DOCPARSER_FUZZED_ITEM>(text);
+        fuzz::require(expected && testsupport::describe(resource) == *expected,
+                      "what is read is what stands there");
+    } catch (const boost::system::system_error&) {
+        fuzz::require(failure.failed(), "JSON is read");
+    } catch (const docparser::DocParserException&) {
+        fuzz::require(!failure && !expected, "only JSON that breaks the format is refused");
+    }
+    return 0;
+}
