@@ -1,4 +1,5 @@
 #include <string>
+#include <utility>
 
 #include <boost/json/array.hpp>
 #include <boost/json/parse.hpp>
@@ -109,28 +110,30 @@ TEST_F(RefdocLookup, PrintsJson) {
          "productName": "Beta", "helpFolder": "beta", "installed": false}])"));
 }
 
-TEST_F(RefdocLookup, SaysWhyNothingMatches) {
+TEST_F(RefdocLookup, SaysWhyNothingIsFound) {
     const struct {
         Words arguments;
         int exitCode;
         std::string complaint;
     } cases[] = {
-        {{"zomo"}, 1, "no name matches \"zomo\"\n  similar names: Zoom, zoom"},
-        {{"UNZOMM"}, 1, "similar names: Unzoom"},
-        {{"rotate"}, 1, "documented only by what is not installed: beta (--all shows it)"},
-        {{"ca", "--type", "object"}, 1, "not installed: AC (--all"},
-        {{"rotat", "--product", "beta"}, 1, "not installed: beta (--all"},
-        {{"rotaet", "--all"}, 1, "similar names: rotate"},
-        {{"zoom", "--type", "macro"}, 1, "no macro matches \"zoom\"\n"},
-        {{"--type", "macro"}, 1, "no macro is documented\n"},
-        {{"x", "--product", "alhpa"}, 1, "no product has that key"},
-        {{"x", "--product", "alhpa"}, 1, "similar names: alpha"},
-        {{"*ZOOM"}, 1, "letter case counted"},
-        {{"x", "--type", "thing"}, 2, "these are: unknown, function, method"},
-        {{"x", "--limit", "0"}, 2, "0 is not a number, 1 or more"},
-        {{"x", "--limit", "-1"}, 2, "-1 is not a number, 1 or more"},
-        {{"x", "--limit", "many"}, 2, "many is not a number"},
-        {{"x", "y"}, 2, "y"},
+        {{"lookup", "zomo"}, 1, "no name matches \"zomo\"\n  similar names: Zoom, zoom"},
+        {{"lookup", "UNZOMM"}, 1, "similar names: Unzoom"},
+        {{"lookup", "rotate"},
+         1,
+         "documented only by what is not installed: beta (--all shows it)"},
+        {{"lookup", "ca", "--type", "object"}, 1, "not installed: AC (--all"},
+        {{"lookup", "rotat", "--product", "beta"}, 1, "not installed: beta (--all"},
+        {{"lookup", "rotaet", "--all"}, 1, "similar names: rotate"},
+        {{"lookup", "zoom", "--type", "macro"}, 1, "no macro matches \"zoom\"\n"},
+        {{"lookup", "--type", "macro"}, 1, "no macro is documented\n"},
+        {{"lookup", "x", "--product", "alhpa"}, 1, "no product has that key"},
+        {{"lookup", "x", "--product", "alhpa"}, 1, "similar names: alpha"},
+        {{"lookup", "*ZOOM"}, 1, "letter case counted"},
+        {{"lookup", "x", "--type", "thing"}, 2, "these are: unknown, function, method"},
+        {{"lookup", "x", "--limit", "0"}, 2, "0 is not a number, 1 or more"},
+        {{"lookup", "x", "--limit", "-1"}, 2, "-1 is not a number, 1 or more"},
+        {{"lookup", "x", "--limit", "many"}, 2, "many is not a number"},
+        {{"lookup", "x", "y"}, 2, "y"},
         {{"show", "zomo"}, 1, "zomo.json: no such file"},
         {{"show", "zomo"}, 1, "tried the 17 lookup records in " + root_.lookupFolder().string()},
         {{"show", "zomo"}, 1, "similar names: Zoom, zoom"},
@@ -141,18 +144,37 @@ TEST_F(RefdocLookup, SaysWhyNothingMatches) {
         {{"show", "card"},
          1,
          "Alpha Card documents \"card\", but its resource \"alpha\" has no entry"},
+        {{"show", "missing"}, 1, "missing.json: no such file"},
+        {{"show", "missing", "--language", "ja"}, 1, "missing_ja.json: no such file"},
+        {{"show", "broken"}, 1, "broken.json: unreadable, not in the format"},
+        {{"show", ""}, 1, "no reference entries found"},
+        {{"show", "alpha", "zoon"}, 1, "similar names: zoom"},
+        {{"show", "alpha", "show"}, 1, "\"alpha\" documents nothing named \"show\""},
+        {{"show", "alpha", "show"}, 1, "alpha.json: not in it"},
+        {{"show", "alpha", ""}, 1, "nothing named \"\""},
+        {{"show", "alpha", "--", "--json"}, 1, "nothing named \"--json\""},
+        {{"show"}, 2, "RESOURCE is required"},
+        {{}, 2, "subcommand is required"},
+        {{"frob"}, 2, "frob is no command"},
+        {{"--frob"}, 2, "--frob is no option"},
+        {{"show", "alpha", "zoom", "more"}, 2, "more"},
+        {{"show", "alpha", "--frob"}, 2, "--frob"},
+        {{"show", "alpha", "--language", "xx"}, 2, "these are: en, "},
+        {{"show", "alpha", "--root", "/does/not/exist"}, 2, "/does/not/exist is no folder"},
+        {{"show", "alpha", "--root", REFDOC_PROGRAM}, 2, "is no folder"},
     };
-    for (auto [arguments, exitCode, complaint] : cases) {
-        if (arguments.front() != "show")
-            arguments.insert(arguments.begin(), "lookup");
+    for (const auto& [arguments, exitCode, complaint] : cases) {
         const ProcessResult result = refdoc(arguments);
         EXPECT_EQ(result.exitCode, exitCode) << testing::PrintToString(arguments);
         EXPECT_THAT(result.errors, AllOf(testing::StartsWith("refdoc: "), HasSubstr(complaint)));
         EXPECT_THAT(result.output, IsEmpty());
     }
-    const ProcessResult json = refdoc({"lookup", "zomo", "--json"});
-    EXPECT_EQ(json.exitCode, 1);
-    EXPECT_EQ(boost::json::parse(json.output).at("records"), boost::json::array{});
+    for (const auto& [arguments, list] : {std::pair(Words{"lookup", "zomo", "--json"}, "records"),
+                                          {{"show", "alpha", "zoon", "--json"}, "documents"}}) {
+        const ProcessResult json = refdoc(arguments);
+        EXPECT_EQ(json.exitCode, 1);
+        EXPECT_EQ(boost::json::parse(json.output).at(list), boost::json::array{});
+    }
 }
 
 TEST_F(RefdocLookup, NamesOnlyTheFirstOfManyProductsThatAreNotInstalled) {
@@ -187,10 +209,11 @@ TEST_F(RefdocLookup, NeverPrintsControlCharactersOfDocuments) {
           Words{"products"}, Words{"products", "--json"}, Words{"show", "\x1b[31mx"},
           Words{"show", "e\x1bsc"}, Words{"show", "alpha"}, Words{"show", "alpha", "e\x1bsc"},
           Words{"show", "alpha", "--json"}, Words{"show", "alpha", "\x1b[1m"},
-          Words{"complete", "2", "--", "refdoc", "lookup", "e"}}) {
+          Words{"complete", "4", "--", "refdoc", "--root", root_.nativePathOf("").string(),
+                "lookup", ""}}) {
         const ProcessResult result = refdoc(arguments);
-        for (const std::string& text : {result.output, result.errors})
-            EXPECT_THAT(text, AllOf(Not(HasSubstr("\x1b")), Not(HasSubstr("\xC2\x9B"))));
+        EXPECT_THAT(result.output + result.errors,
+                    AllOf(Not(IsEmpty()), Not(HasSubstr("\x1b")), Not(HasSubstr("\xC2\x9B"))));
     }
 }
 

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "refdoc/ShellWords.hpp"
 #include "support/RefdocLookupFixture.hpp"
 
 namespace {
@@ -52,7 +53,7 @@ TEST_F(RefdocShowByName, PrefersTheResourceToTheName) {
 }
 
 TEST_F(RefdocShowByName, TellsTheCommandsToChooseFrom) {
-    const std::string root = root_.nativePathOf("").string();
+    const std::string root = refdoc::shellQuoted(root_.nativePathOf("").string());
     for (const Words& options : {Words{}, Words{"--json"}}) {
         Words arguments{"show", "zoom"};
         arguments.insert(arguments.end(), options.begin(), options.end());

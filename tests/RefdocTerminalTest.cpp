@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "refdoc/ShellWords.hpp"
 #include "support/RefdocFixture.hpp"
 
 namespace {
@@ -49,7 +50,7 @@ TEST_F(RefdocOnTerminal, FitsTheTerminal) {
 
 TEST_F(RefdocOnTerminal, UsesThePagerOfTheUser) {
     const std::string record = root_.nativePathOf("recorded").string();
-    const std::string recorder = std::string("cat >").append(record) + "; echo recorded $LESS";
+    const std::string recorder = "cat >" + refdoc::shellQuoted(record) + "; echo recorded $LESS";
     const struct {
         Environment environment;
         bool paged;

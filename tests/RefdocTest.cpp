@@ -142,42 +142,6 @@ TEST_F(Refdoc, PrintsJsonWithAllMembers) {
     EXPECT_EQ(item.as_object().size(), 15u);
 }
 
-TEST_F(Refdoc, SaysWhyNothingWasFound) {
-    const struct {
-        Words arguments;
-        int exitCode;
-        std::string complaint;
-    } cases[] = {
-        {{"show", "missing"}, 1, "missing.json: no such file"},
-        {{"show", "missing", "--language", "ja"}, 1, "missing_ja.json: no such file"},
-        {{"show", "broken"}, 1, "broken.json: unreadable, not in the format"},
-        {{"show", ""}, 1, "no reference entries found"},
-        {{"show", "alpha", "zoon"}, 1, "similar names: zoom"},
-        {{"show", "alpha", "show"}, 1, "\"alpha\" documents nothing named \"show\""},
-        {{"show", "alpha", "show"}, 1, "alpha.json: not in it"},
-        {{"show", "alpha", ""}, 1, "nothing named \"\""},
-        {{"show", "alpha", "--", "--json"}, 1, "nothing named \"--json\""},
-        {{"show"}, 2, "RESOURCE is required"},
-        {{}, 2, "subcommand is required"},
-        {{"frob"}, 2, "frob is no command"},
-        {{"--frob"}, 2, "--frob is no option"},
-        {{"show", "alpha", "zoom", "more"}, 2, "more"},
-        {{"show", "alpha", "--frob"}, 2, "--frob"},
-        {{"show", "alpha", "--language", "xx"}, 2, "these are: en, "},
-        {{"show", "alpha", "--root", "/does/not/exist"}, 2, "/does/not/exist is no folder"},
-        {{"show", "alpha", "--root", REFDOC_PROGRAM}, 2, "is no folder"},
-    };
-    for (const auto& [arguments, exitCode, complaint] : cases) {
-        const ProcessResult result = refdoc(arguments);
-        EXPECT_EQ(result.exitCode, exitCode) << testing::PrintToString(arguments);
-        EXPECT_THAT(result.errors, AllOf(testing::StartsWith("refdoc: "), HasSubstr(complaint)));
-        EXPECT_THAT(result.output, IsEmpty());
-    }
-    const ProcessResult json = refdoc({"show", "alpha", "zoon", "--json"});
-    EXPECT_EQ(json.exitCode, 1);
-    EXPECT_EQ(boost::json::parse(json.output).at("documents"), boost::json::array{});
-}
-
 TEST_F(Refdoc, LogsOnStandardErrorWhenAsked) {
     EXPECT_EQ(refdoc({"show", "alpha"}).errors, "");
     const ProcessResult verbose = refdoc({"show", "alpha", "--verbose", "--json"});
