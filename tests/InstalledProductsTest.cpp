@@ -99,18 +99,6 @@ TEST_F(InstalledProductsTest, AMissingListOrProductIsNone) {
     }
 }
 
-TEST_F(InstalledProductsTest, EachQuestionAsksForTheProductsOnceAndForThePackagesOnlyFirst) {
-    EXPECT_TRUE(isProductInstalled(u"host"));
-    EXPECT_EQ(takeAsked(), "rsp");
-    EXPECT_TRUE(isProductInstalled(u"board"));
-    EXPECT_FALSE(isProductInstalled(u"none"));
-    EXPECT_EQ(getTopLevelProducts(), products);
-    getHardwareSupportPackages();
-    EXPECT_EQ(takeAsked(), "ppp");
-    products = makeProducts({"none"});
-    EXPECT_TRUE(isProductInstalled(u"none"));
-}
-
 TEST_F(InstalledProductsTest, SupportPackagesAreKeptUntilTheyAreCleared) {
     for (void (*clear)() : {clearSupportPackageCache, restoreDefaultSettings}) {
         packages = {u"a"};

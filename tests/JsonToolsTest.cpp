@@ -2,7 +2,6 @@
 #include <vector>
 
 #include <boost/json/parse.hpp>
-#include <boost/json/string.hpp>
 #include <boost/json/value.hpp>
 #include <gtest/gtest.h>
 
@@ -22,26 +21,6 @@ using testsupport::valuesOfOtherKinds;
 
 constexpr auto kAscii = StringParsingType::Ascii;
 constexpr auto kUtf8 = StringParsingType::Utf8;
-
-TEST(TextConversionTest, DecodesUtf8OrWidensBytes) {
-    struct Case {
-        std::string bytes;
-        std::u16string decoded;
-        std::u16string widened;
-    };
-    // Malformed text, which no parsed document holds, is put into the value directly.
-    for (const auto& [bytes, decoded, widened] : {
-             Case{"", u"", u""},
-             Case{"a\0\x7F"s, u"a\0\x7F"s, u"a\0\x7F"s},
-             Case{"x\xE6\x97\xA5", u"x\u65E5", u"x\u00E6\u0097\u00A5"},
-             Case{"\xC3(", u"\uFFFD(", u"\u00C3("},
-         }) {
-        const json::value value = json::string(bytes);
-        EXPECT_EQ(getFluString(value, kAscii), widened) << value;
-        for (const int type : {static_cast<int>(kUtf8), 2, -1, 256})
-            EXPECT_EQ(getFluString(value, static_cast<StringParsingType>(type)), decoded) << type;
-    }
-}
 
 TEST(MemberAccessTest, FindsExactlyTheNamedMember) {
     const json::object object =

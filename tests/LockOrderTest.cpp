@@ -150,7 +150,8 @@ protected:
 
     /// Each exported function, and what it does one after the other.
     std::vector<std::pair<std::function<void()>, std::string>> functions() {
-        const std::string installed = " +C -C +P products -P";
+        const std::string products = " +P products -P";
+        const std::string installed = " +C -C" + products;
         const std::u16string file = root.pathOf(root.lookupFolder() / "a.json");
         return {
             {[] { restoreDefaultSettings(); }, "+R ?P root +C -C -R -P"},
@@ -158,9 +159,11 @@ protected:
             {[this] { setReferenceRoot(root.path()); }, "+R -R"},
             {[] { ReferenceRoots(); }, "root"},
             {[] { clearSupportPackageCache(); }, "+C -C"},
-            {[] { getHardwareSupportPackages(); }, "+C folder packages -C"},
+            {[] { isProductInstalled(u"f"); }, "+C folder packages -C" + products},
             {[] { getHardwareSupportPackages(); }, "+C -C"},
             {[] { getTopLevelProducts(); }, "+P products -P"},
+            {[] { clearSupportPackageCache(); }, "+C -C"},
+            {[] { getHardwareSupportPackages(); }, "+C folder packages -C"},
             {[] { isProductInstalled(u"f"); }, "+C -C +P products -P"},
             {[] { getResourceFile(u"abc"); }, "+R -R open language open"},
             {[] { getResourceLookupFiles(); },

@@ -16,23 +16,11 @@
 namespace {
 
 using fl::filesystem::basic_ifstream;
-using fl::i18n::codecvt_ascii_to_ustring;
 using fl::i18n::codecvt_string_to_ustring;
 using testsupport::ScopedRoot;
 
 std::u16string decode(const std::string& text, bool replaceMalformed = true) {
     return codecvt_string_to_ustring("utf8", replaceMalformed).convert(text.data(), text.size());
-}
-
-TEST(AsciiConverter, WidensEveryByteToTheUnitOfTheSameValue) {
-    std::string bytes;
-    for (int value = 0; value < 3 * 256 + 7; ++value)
-        bytes.push_back(static_cast<char>(value));
-    const std::u16string units = codecvt_ascii_to_ustring().convert(bytes.data(), bytes.size());
-    ASSERT_EQ(units.size(), bytes.size());
-    for (std::size_t i = 0; i < units.size(); ++i)
-        EXPECT_EQ(units[i], i % 256);
-    EXPECT_EQ(codecvt_ascii_to_ustring().convert(nullptr, 0), u"");
 }
 
 struct Decoding {
@@ -75,17 +63,13 @@ const Decoding kDecodings[] = {
 // Below, at and above the length up to which text is decoded on the stack.
 const std::size_t kPaddings[] = {0, 1, 1000, 1023, 1024, 1025, 70000};
 
-TEST(Utf8Converter, DecodesAndReplacesMaximalSubparts) {
-    for (const Decoding& row : kDecodings)
+TEST(Utf8Converter, ReplacesMaximalSubpartsOrThrows) {
+    for (const Decoding& row : kDecodings) {
+        SCOPED_TRACE(testing::PrintToString(row.utf8));
         for (const std::size_t padding : kPaddings)
             EXPECT_EQ(decode(std::string(padding, 'p') + row.utf8),
                       std::u16string(padding, u'p') + row.utf16)
-                << testing::PrintToString(row.utf8) << " after " << padding;
-}
-
-TEST(Utf8Converter, ThrowsForMalformedTextWhenToldNotToReplace) {
-    for (const Decoding& row : kDecodings) {
-        SCOPED_TRACE(testing::PrintToString(row.utf8));
+                << "after " << padding;
         if (row.wellFormed)
             EXPECT_EQ(decode(row.utf8, false), row.utf16);
         else
