@@ -74,14 +74,6 @@ TEST_F(LookupCollectionTest, ASingleLeafFollowsItsPackageOthersTheirOwnNames) {
             << package << ' ' << testing::PrintToString(leaves);
 }
 
-TEST_F(LookupCollectionTest, WithoutAFolderThereIsNothing) {
-    EXPECT_EQ(collect(), "");
-    root.writeFile(root.lookupFolder(), "a file");
-    EXPECT_EQ(collect(), "");
-    setReferenceRoot(u"");
-    EXPECT_EQ(collect(), "");
-}
-
 TEST_F(LookupCollectionTest, APackageMayHaveMoreThan65535Leaves) {
     constexpr int kLeaves = 65'537;
     constexpr int kStep = 16;

@@ -94,16 +94,6 @@ TEST_F(ResourceFileTest, NameAndLanguageMakeTheFileNames) {
     }
 }
 
-TEST_F(ResourceFileTest, EachCallReadsAnew) {
-    write("abc.json", "f:En a=1");
-    write("abc_de.json", "f:De a=2");
-    EXPECT_EQ(notationOf(getResourceFile(u"abc")), "f:En a=1");
-    language = u"de";
-    EXPECT_EQ(notationOf(getResourceFile(u"abc")), "f:De a=2");
-    root.remove(root.referenceFolder() / "abc_de.json");
-    EXPECT_EQ(notationOf(getResourceFile(u"abc")), "f:En a=1");
-}
-
 TEST_F(ResourceFileTest, RootsAreTakenFirstAndTheLanguageIsAskedOnceAfterEnglishIsRead) {
     write("abc.json", "f:En a=1");
     write("abc_ja.json", "f:Ja b=2");
