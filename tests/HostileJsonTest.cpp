@@ -91,45 +91,15 @@ TEST_F(HostileJsonTest, TextThatIsNotUtf8IsLost) {
         bool isRead = false;
     };
     for (const auto& [what, text, isRead] : {
-             Case{"U+0080, U+07FF", "\xC2\x80\xDF\xBF", true},
-             Case{"U+0800, U+FFFF", "\xE0\xA0\x80\xEF\xBF\xBF", true},
              Case{"U+10000, U+10FFFF", "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", true},
-             Case{"a byte-order mark inside", "\xEF\xBB\xBF", true},
              Case{"overlong, 2 bytes", "\xC0\x80"},
-             Case{"overlong, 2 bytes, last", "\xC1\xBF"},
-             Case{"overlong, 3 bytes", "\xE0\x80\x80"},
-             Case{"overlong, 3 bytes, last", "\xE0\x9F\xBF"},
-             Case{"overlong, 4 bytes", "\xF0\x80\x80\x80"},
-             Case{"overlong, 4 bytes, last", "\xF0\x8F\xBF\xBF"},
              Case{"high surrogate", "\xED\xA0\x80"},
-             Case{"low surrogate", "\xED\xBF\xBF"},
-             Case{"surrogate pair", "\xED\xA0\xBD\xED\xB8\x80"},
              Case{"beyond U+10FFFF", "\xF4\x90\x80\x80"},
-             Case{"far beyond", "\xF7\xBF\xBF\xBF"},
-             Case{"5 bytes", "\xF8\x88\x80\x80\x80"},
-             Case{"6 bytes", "\xFC\x84\x80\x80\x80\x80"},
              Case{"stray continuation", "\x80"},
-             Case{"stray continuation behind a character", "\xC2\x80\xBF"},
-             Case{"1 of 2 bytes", "\xC2"},
              Case{"2 of 3 bytes", "\xE2\x82"},
-             Case{"3 of 4 bytes", "\xF0\x9F\x98"},
-             Case{"cut by a character", "\xE2\x82x"},
-             Case{"0xFE", "\xFE"},
-             Case{"0xFF", "\xFF"},
-             Case{"Latin-1", "caf\xE9 au lait"},
-             // Escapes and control characters.
              Case{"escaped pair", R"(\ud83d\ude00)", true},
-             Case{"escaped NUL", R"(\u0000)", true},
-             Case{"escaped noncharacter", R"(\uffff)", true},
              Case{"escaped high surrogate alone", R"(\ud800)"},
-             Case{"escaped low surrogate alone", R"(\udc00)"},
-             Case{"escaped pair the wrong way round", R"(\ude00\ud83d)"},
-             Case{"escaped surrogate before a character", R"(\ud800x)"},
-             Case{"escape that is cut", R"(\u12)"},
-             Case{"unknown escape", R"(\x41)"},
              Case{"NUL", "\0"s},
-             Case{"line end", "\n"},
-             Case{"DEL", "\x7F", true},
          }) {
         SCOPED_TRACE(what);
         checkMember("\"x\":\"" + text + '"', {isRead});
@@ -147,12 +117,8 @@ TEST_F(HostileJsonTest, OneValueInUtf8IsADocument) {
     for (const auto& [what, before, behind, isRead] : {
              Case{"blanks", " \r\n\t", "\r\n\t ", true},
              Case{"byte-order mark", "\xEF\xBB\xBF", ""},
-             Case{"NUL before", "\0"s, ""},
              Case{"NUL behind", "", "\0"s},
-             Case{"form feed", "", "\f"},
-             Case{"comment", "/**/", ""},
              Case{"another document", "", "{}"},
-             Case{"comma", "", ","},
              Case{"one of a list", "[", "]"},
          }) {
         SCOPED_TRACE(what);
@@ -172,30 +138,12 @@ TEST_F(HostileJsonTest, NumbersAndWordsNeedOnlyBeJson) {
         bool isRead = false;
     };
     for (const auto& [value, isRead] : {
-             Case{"-0", true},
-             Case{"-0.0e-0", true},
              Case{"18446744073709551616", true},
-             Case{"-9223372036854775809", true},
-             Case{repeated("9", 300), true},
              Case{"0." + repeated("1", 100'000), true},
-             Case{"1e-999", true},
              Case{"1e999", true},
-             Case{"1e999999999", true},
-             Case{"1e-999999999", true},
              Case{"1e99999999999999999999"},
-             Case{"+1"},
-             Case{"01"},
-             Case{".5"},
-             Case{"5."},
-             Case{"0x10"},
              Case{"NaN"},
-             Case{"Infinity"},
-             Case{"True"},
-             Case{"nul"},
-             Case{"'text'"},
              Case{"[1,]"},
-             Case{"{\"y\":1,}"},
-             Case{"{y:1}"},
          }) {
         SCOPED_TRACE(value.substr(0, 30));
         checkMember("\"x\":" + value, {isRead});
