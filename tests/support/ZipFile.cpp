@@ -175,32 +175,6 @@ ZipBytes& ZipBytes::shareContent(std::size_t entry, std::size_t other) {
     return shareLocalHeader(entry, other);
 }
 
-ZipBytes& ZipBytes::setEndField(std::size_t offset, std::size_t width, std::uint32_t number) {
-    setNumberAt(endRecord() + offset, width, number);
-    return *this;
-}
-
-ZipBytes& ZipBytes::makeLarge(const LargeEnd& lies) {
-    const std::uint64_t count = lies.count.value_or(numberAt(endRecord() + 10, 2));
-    const std::string record = "PK\6\6" + littleEndian(44, 8) + littleEndian(45, 2) +
-                               littleEndian(45, 2) + littleEndian(0, 8) + littleEndian(count, 8) +
-                               littleEndian(count, 8) +
-                               littleEndian(lies.size.value_or(numberAt(endRecord() + 12, 4)), 8) +
-                               littleEndian(lies.offset.value_or(directoryOffset()), 8);
-    const std::string locator = "PK\6\7" + littleEndian(0, 4) +
-                                littleEndian(lies.recordOffset.value_or(endRecord()), 8) +
-                                littleEndian(1, 4);
-    bytes_.insert(endRecord(), record + locator);
-    bytes_.replace(endRecord() + 8, 12, std::string(12, '\xFF'));
-    return *this;
-}
-
-ZipBytes& ZipBytes::setComment(const std::string& comment) {
-    setEndField(20, 2, static_cast<std::uint32_t>(comment.size()));
-    bytes_ += comment;
-    return *this;
-}
-
 void ZipBytes::write(const std::filesystem::path& path) const {
     std::filesystem::create_directories(path.parent_path());
     std::ofstream file(path, std::ios_base::binary);

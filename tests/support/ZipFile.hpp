@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <map>
-#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -13,14 +12,6 @@
 namespace testsupport {
 
 enum class ZipMethod { Stored, Deflated };
-
-/// What an end record of the large format says; what is empty is true.
-struct LargeEnd {
-    std::optional<std::uint64_t> count{};
-    std::optional<std::uint64_t> size{};
-    std::optional<std::uint64_t> offset{};
-    std::optional<std::uint64_t> recordOffset{};
-};
 
 /// `number` in so many bytes, the lowest first.
 std::string littleEndian(std::uint64_t number, int width);
@@ -44,7 +35,7 @@ public:
     ZipBytes& setCompressedSize(std::size_t entry, std::uint32_t size);
     ZipBytes& setFlags(std::size_t entry, std::uint16_t flags);
 
-    // In the central directory alone. The damage to what stands at the end of the file comes last.
+    // In the central directory alone.
     /// `name` is any bytes, of any length.
     ZipBytes& setCentralName(std::size_t entry, const std::string& name);
     ZipBytes& setCentralField(std::size_t entry, std::size_t offset, std::size_t width,
@@ -53,10 +44,6 @@ public:
     ZipBytes& shareLocalHeader(std::size_t entry, std::size_t other);
     /// The entry becomes the other one's bytes, under its own name.
     ZipBytes& shareContent(std::size_t entry, std::size_t other);
-    ZipBytes& setEndField(std::size_t offset, std::size_t width, std::uint32_t number);
-    /// Leaves the directory to be found by the end record of the large format.
-    ZipBytes& makeLarge(const LargeEnd& lies);
-    ZipBytes& setComment(const std::string& comment);
 
     std::size_t directoryOffset() const;
     const std::string& bytes() const noexcept { return bytes_; }
