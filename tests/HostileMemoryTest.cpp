@@ -1,7 +1,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <utility>
 
@@ -21,7 +20,6 @@ namespace {
 namespace fs = std::filesystem;
 using testsupport::lookupText;
 using testsupport::ZipBytes;
-using testsupport::ZipFile;
 
 constexpr std::size_t kMebibyte = 1 << 20;
 
@@ -42,19 +40,14 @@ protected:
     }
 };
 
-TEST_F(HostileMemoryTest, NoHeaderIsBelieved) {
-    const ZipBytes sound = ZipFile().add("m.json", std::string(1000, '{')).build();
+TEST_F(HostileMemoryTest, NoBombIsRead) {
     const std::uint64_t bombSize = std::uint64_t{4} << 30;
     const ZipBytes bomb = testsupport::makeZipBomb("m.json", bombSize, 0xFFFF'FFFE);
-    const auto package = [&sound] { return ZipBytes(sound); };
     const std::pair<const char*, ZipBytes> rows[] = {
         {"content of 4 GiB", bomb},
         {"content of 4 GiB said to be 100 bytes", ZipBytes(bomb).setDeclaredSize(0, 100)},
         {"content of 4 GiB said to be 1 GiB, and cut short",
          ZipBytes(bomb).setDeclaredSize(0, 1U << 30).setCompressedSize(0, 100)},
-        {"1000 bytes said to be 1 GiB", package().setDeclaredSize(0, 1U << 30)},
-        {"stored bytes said to be 1 GiB",
-         package().setMethod(0, 0).setDeclaredSize(0, 1U << 30).setCompressedSize(0, 1U << 30)},
     };
     for (const auto& [what, bytes] : rows) {
         bytes.write(root.lookupFolder() / "m.zip");
