@@ -9,13 +9,19 @@
 namespace {
 
 using testsupport::ProcessCall;
+using testsupport::RefdocLookup;
 
 constexpr const char* kZsh = "/usr/bin/zsh";
 
 /// Asks bash what completes a command line. COMP_WORDS is what bash makes of the line: words end at
 /// blanks, and "=" and ":" stand apart.
-class RefdocCompletion : public testsupport::RefdocLookup {
+class RefdocCompletion : public RefdocLookup {
 protected:
+    void SetUp() override {
+        if (root_.nativePathOf("").string().find(' ') != std::string::npos)
+            GTEST_SKIP() << "the words of these lines end at the blank of the temporary folder";
+    }
+
     std::string completions(const std::string& line) const {
         const std::string script = R"(
             source "$1" || exit 9
@@ -139,7 +145,7 @@ TEST_F(RefdocCompletion, CompletesInZsh) {
     EXPECT_THAT(completionsInZsh("refdoc "), testing::StartsWith("lookup:"));
 }
 
-TEST_F(RefdocCompletion, ExplainsCompletionsInTheLanguageTyped) {
+TEST_F(RefdocLookup, ExplainsCompletionsInTheLanguageTyped) {
     EXPECT_EQ(refdoc({"complete", "4", "--", "refdoc", "--root", root_.nativePathOf("").string(),
                       "lookup", "Unz"})
                   .output,

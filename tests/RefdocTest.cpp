@@ -13,7 +13,6 @@ namespace {
 
 using testing::AllOf;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testsupport::ProcessCall;
 using testsupport::ProcessResult;
 using testsupport::Refdoc;
