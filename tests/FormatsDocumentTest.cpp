@@ -27,6 +27,9 @@ TEST(FormatsDocumentTest, ExamplesAreReadInFull) {
     const auto reference = parseReferenceResource<RefItem>(readExample("reference"));
     const RefItem& item = reference.at(u"alpha").items.at(u"alpha/spin.html").at(0);
     EXPECT_EQ(item.inputGroups.at(1).inputs.at(0).info.name, u"Axis");
+    EXPECT_EQ(item.outputs.size() + item.classPropertyGroups.size() + item.seeAlso.size() +
+                  item.examples.size() + item.parameters.size(),
+              5U);
 
     const auto lookup =
         parseReferenceResource<reference::property::RefItemLookup>(readExample("lookup"));
