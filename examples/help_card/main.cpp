@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <charconv>
 #include <cstddef>
 #include <exception>
 #include <fstream>
@@ -15,6 +16,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -81,7 +83,8 @@ std::string readLine(const std::string& file, std::size_t number) {
 }
 
 struct Found {
-    std::u16string product; ///< the key of its document, and the name of its resource
+    std::u16string product;    ///< the key of its document
+    std::u16string helpFolder; ///< names its resource: a support package is in its product's
     RefItemLookup lookup;
 };
 
@@ -91,17 +94,19 @@ std::optional<Found> find(const std::u16string& name) {
     for (const auto* documents : {&resources.first, &resources.second})
         for (const auto& [product, document] : *documents)
             if (const auto entry = document.items.find(name); entry != document.items.end())
-                return Found{product, entry->second.front()};
+                return Found{product, document.header.getHelpFolder(), entry->second.front()};
     return std::nullopt;
 }
 
 /// The full entry behind a lookup, when the product has one.
 std::optional<RefItem> findItem(const Found& found) {
-    for (const auto& [key, document] : docs::getResourceFile(found.product))
-        if (const auto entry = document.items.find(found.lookup.getHref());
-            entry != document.items.end())
-            return entry->second.front();
-    return std::nullopt;
+    const auto documents = docs::getResourceFile(found.helpFolder);
+    const auto document = documents.find(found.product);
+    if (document == documents.end())
+        return std::nullopt;
+    const auto entry = document->second.items.find(found.lookup.getHref());
+    return entry == document->second.items.end() ? std::nullopt
+                                                 : std::optional(entry->second.front());
 }
 
 void printCard(const Found& found, const std::optional<RefItem>& item) {
@@ -117,14 +122,30 @@ void printCard(const Found& found, const std::optional<RefItem>& item) {
     std::cout << "  " << to_string(found.lookup.getHref()) << '\n';
 }
 
+/// A line or a column: nothing but digits, and at least 1.
+std::optional<std::size_t> parsePosition(const std::string& text) {
+    std::size_t position = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, position);
+    return error == std::errc() && rest == end && position > 0 ? std::optional(position)
+                                                               : std::nullopt;
+}
+
+int tellUsage() {
+    std::cerr << "usage: help_card DOCROOT LANGUAGE FILE LINE COLUMN\n"
+                 "LINE and COLUMN are numbers, from 1 on.\n";
+    return 2;
+}
+
 int run(const std::vector<std::string>& arguments) {
-    if (arguments.size() != 5) {
-        std::cerr << "usage: help_card DOCROOT LANGUAGE FILE LINE COLUMN\n";
-        return 2;
-    }
+    if (arguments.size() != 5)
+        return tellUsage();
+    const auto lineNumber = parsePosition(arguments[3]);
+    const auto column = parsePosition(arguments[4]);
+    if (!lineNumber || !column)
+        return tellUsage();
     plugIn(arguments[0], arguments[1]);
-    const std::string line = readLine(arguments[2], std::stoul(arguments[3]));
-    const std::string name = nameAt(line, std::stoul(arguments[4]));
+    const std::string name = nameAt(readLine(arguments[2], *lineNumber), *column);
     const auto found = find(fromUtf8(name));
     if (!found) {
         std::cerr << "help_card: nothing is known about \"" << name << "\"\n";
