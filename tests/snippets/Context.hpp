@@ -2,20 +2,13 @@
 
 // What surrounds the fragments of the documentation in a host's source file.
 
-#include <iostream>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
+// Nothing more: what a fragment needs it includes itself.
 
-#include <boost/json/parse.hpp>
+#include <string>
 
 #include "environment/PathAndText.hpp"
-#include "environment/Services.hpp"
-#include "reference/docparser/DocParserException.hpp"
-#include "reference/docparser/DocResourceParser.hpp"
-#include "reference/docparser/ParsingTools.hpp"
 
+namespace reference::docparser::DocResourceParser {}
 namespace docs = reference::docparser::DocResourceParser;
 using fl::i18n::to_string;
 
