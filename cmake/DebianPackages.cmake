@@ -31,8 +31,10 @@ This package has the shared libraries that programs use.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libdocparser-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
-  "${runtime_package} (= ${PROJECT_VERSION}-1), libboost-json1.81-dev, libboost-log1.81-dev")
+# pkg-config looks for what stands in Requires.private, too.
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${runtime_package} (= ${PROJECT_VERSION}-1)"
+  libboost-json1.81-dev libboost-log1.81-dev libicu-dev libzip-dev)
+list(JOIN CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", " CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS)
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
   "reader of reference documentation - development files
 Reads the reference documentation of installed products: JSON resource
