@@ -20,6 +20,7 @@ install(DIRECTORY src/environment DESTINATION "${private_include_root}" COMPONEN
 
 install(EXPORT reference-docparser-targets NAMESPACE reference::
   DESTINATION "${package_dir}" COMPONENT development)
+get_target_property(library_type docparser TYPE)
 configure_package_config_file(cmake/reference-docparser-config.cmake.in
   "${CMAKE_CURRENT_BINARY_DIR}/reference-docparser-config.cmake"
   INSTALL_DESTINATION "${package_dir}")

@@ -13,3 +13,15 @@ expect_card("${WORK_DIR}/example/help_card")
 
 build_by_pkg_config("${WORK_DIR}/installed" "${WORK_DIR}/help_card" --static)
 expect_card("${WORK_DIR}/help_card")
+
+# What a static library needs beside it is named where it is missing.
+set(ENV{PKG_CONFIG_LIBDIR} "${WORK_DIR}")
+execute_process(
+  COMMAND ${CMAKE_COMMAND} -S "${EXAMPLE_DIR}" -B "${WORK_DIR}/without_libzip" -G "${GENERATOR}"
+    "-DCMAKE_MAKE_PROGRAM=${MAKE_PROGRAM}" "-DCMAKE_CXX_COMPILER=${CXX_COMPILER}"
+    "-DCMAKE_PREFIX_PATH=${WORK_DIR}/installed"
+  OUTPUT_QUIET ERROR_VARIABLE errors)
+string(REGEX REPLACE "[ \n]+" " " errors "${errors}")
+if(NOT errors MATCHES "NOT FOUND.*libzip 1.7 or later could not be found")
+  message(FATAL_ERROR "It is not said that libzip is missing:\n${errors}")
+endif()

@@ -1,5 +1,5 @@
 # Builds the example with the library's sources as a part of its project: no flag, test or install
-# rule of the library may reach it.
+# rule of the library may reach it, unless it asks for the install rules.
 include("${CMAKE_CURRENT_LIST_DIR}/Support.cmake")
 
 configure("${EXAMPLE_DIR}" "${WORK_DIR}/build" "-DDOCPARSER_SOURCE_DIR=${SOURCE_DIR}"
@@ -28,3 +28,11 @@ run(${CMAKE_COMMAND} --install "${WORK_DIR}/build" --prefix "${WORK_DIR}/install
 if(EXISTS "${WORK_DIR}/installed")
   message(FATAL_ERROR "The library's install rules reach its user")
 endif()
+
+# The libraries are static here, for the project did not say what kind it wants.
+configure("${EXAMPLE_DIR}" "${WORK_DIR}/build" -DDOCPARSER_INSTALL=ON)
+run(${CMAKE_COMMAND} --build "${WORK_DIR}/build")
+run(${CMAKE_COMMAND} --install "${WORK_DIR}/build" --prefix "${WORK_DIR}/installed")
+configure("${EXAMPLE_DIR}" "${WORK_DIR}/user" "-DCMAKE_PREFIX_PATH=${WORK_DIR}/installed")
+run(${CMAKE_COMMAND} --build "${WORK_DIR}/user")
+expect_card("${WORK_DIR}/user/help_card")
