@@ -32,11 +32,14 @@ install(FILES
   "${CMAKE_CURRENT_BINARY_DIR}/reference-docparser-config-version.cmake"
   DESTINATION "${package_dir}" COMPONENT development)
 
-# The module finds its prefix from where it lies, so that the tree can be moved.
+# The module finds its prefix from where it lies, and the rest from there, so that the tree can be moved.
 set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
-file(RELATIVE_PATH prefix_from_pkgconfig
-  "${CMAKE_INSTALL_PREFIX}/${pkgconfig_dir}" "${CMAKE_INSTALL_PREFIX}")
-string(REGEX REPLACE "/$" "" prefix_from_pkgconfig "${prefix_from_pkgconfig}")
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX
+  BASE_DIRECTORY "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" OUTPUT_VARIABLE prefix_from_pkgconfig)
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_LIBDIR
+  BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}" OUTPUT_VARIABLE libdir_from_prefix)
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_INCLUDEDIR
+  BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}" OUTPUT_VARIABLE includedir_from_prefix)
 configure_file(cmake/reference-docparser.pc.in
   "${CMAKE_CURRENT_BINARY_DIR}/reference-docparser.pc" @ONLY)
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/reference-docparser.pc"
