@@ -9,9 +9,9 @@ function(docparser_configure target)
 endfunction()
 
 include(CheckLinkerFlag)
-check_linker_flag(CXX "-Wl,-z,nodelete" DOCPARSER_LINKER_KNOWS_NODELETE)
+check_linker_flag(CXX "LINKER:-z,nodelete" DOCPARSER_LINKER_KNOWS_NODELETE)
 file(WRITE "${CMAKE_CURRENT_BINARY_DIR}/probe.map" "{ global: *; };\n")
-check_linker_flag(CXX "-Wl,--version-script=${CMAKE_CURRENT_BINARY_DIR}/probe.map"
+check_linker_flag(CXX "LINKER:--version-script=${CMAKE_CURRENT_BINARY_DIR}/probe.map"
   DOCPARSER_LINKER_KNOWS_VERSION_SCRIPTS)
 
 # Makes the symbols of a list, one demangled name a line, all that a shared library exports.
@@ -27,8 +27,10 @@ function(docparser_export_only target list)
     string(APPEND exported "    \"${symbol}\";\n")
   endforeach()
   set(script "${CMAKE_CURRENT_BINARY_DIR}/${target}.map")
-  file(WRITE "${script}" "{\n  global: extern \"C++\" {\n${exported}  };\n  local: *;\n};\n")
-  target_link_options(${target} PRIVATE "-Wl,--version-script=${script}")
+  # It keeps its time while nothing changes, so that configuring anew links nothing anew.
+  file(CONFIGURE OUTPUT "${script}" @ONLY
+    CONTENT "{\n  global: extern \"C++\" {\n${exported}  };\n  local: *;\n};\n")
+  target_link_options(${target} PRIVATE "LINKER:--version-script=${script}")
   set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${script}")
 endfunction()
 
@@ -46,6 +48,6 @@ function(docparser_add_library target)
   endif()
   if(DOCPARSER_LINKER_KNOWS_NODELETE)
     # What callers still hold after dlclose, snapshots and exceptions, ends in code of the library.
-    target_link_options(${target} PRIVATE "-Wl,-z,nodelete")
+    target_link_options(${target} PRIVATE "LINKER:-z,nodelete")
   endif()
 endfunction()
