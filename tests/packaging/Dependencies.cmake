@@ -23,6 +23,9 @@ expect_failure_when_missing(ICU "docparser needs ICU 60 or later COMPONENTS uc")
 expect_failure_when_missing(CLI11
   "docparser needs CLI11 2.1 or later. Debian has it in libcli11-dev")
 expect_failure_when_missing(fmt "docparser needs fmt 9 or later. Debian has it in libfmt-dev")
+expect_failure(missing_GTest
+  "docparser needs GTest 1.12 or later. Debian has it in libgtest-dev and libgmock-dev"
+  -DCMAKE_DISABLE_FIND_PACKAGE_GTest=ON -DDOCPARSER_BUILD_TESTS=ON)
 
 # An empty one counts as given.
 expect_failure(missing_valijson
