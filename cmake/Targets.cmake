@@ -8,6 +8,25 @@ function(docparser_configure target)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
 endfunction()
 
+# For a folder of tests: what is tested is the optimised library; the tests themselves build faster without.
+function(docparser_optimise_little)
+  add_compile_options($<$<CONFIG:Release>:-Og>)
+endfunction()
+
+# Whether the build is one for ThreadSanitizer, wherever its flag comes from.
+function(docparser_find_thread_sanitizer variable)
+  try_compile(found SOURCE_FROM_CONTENT thread_sanitizer.cpp [[
+#if defined(__SANITIZE_THREAD__)
+int main() {}
+#elif defined(__has_feature)
+#if __has_feature(thread_sanitizer)
+int main() {}
+#endif
+#endif
+]] NO_CACHE)
+  set(${variable} ${found} PARENT_SCOPE)
+endfunction()
+
 include(CheckLinkerFlag)
 check_linker_flag(CXX "LINKER:-z,nodelete" DOCPARSER_LINKER_KNOWS_NODELETE)
 file(WRITE "${CMAKE_CURRENT_BINARY_DIR}/probe.map" "{ global: *; };\n")
