@@ -29,7 +29,8 @@ struct ProductSurvey {
 ///
 /// A product's languages are "en", unless it has no English document, and each other one in which
 /// its name or a record differs from the English one. Its files are those that its header's help
-/// folder names, as is the convention. Lookup files are read once for each language that occurs among them.
+/// folder names, as is the convention. Lookup files are read once for each language that occurs
+/// among them.
 ///
 /// @throws what the library's calls throw.
 ProductSurvey surveyProducts(const GlobalOptions& options);
