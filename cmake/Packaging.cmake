@@ -32,7 +32,8 @@ install(FILES
   "${CMAKE_CURRENT_BINARY_DIR}/reference-docparser-config-version.cmake"
   DESTINATION "${package_dir}" COMPONENT development)
 
-# The module finds its prefix from where it lies, and the rest from there, so that the tree can be moved.
+# The module finds its prefix from where it lies, and the rest from there, so that the tree can be
+# moved.
 set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX
   BASE_DIRECTORY "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" OUTPUT_VARIABLE prefix_from_pkgconfig)

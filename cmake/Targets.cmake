@@ -8,7 +8,8 @@ function(docparser_configure target)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
 endfunction()
 
-# For a folder of tests: what is tested is the optimised library; the tests themselves build faster without.
+# For a folder of tests: what is tested is the optimised library; the tests themselves build faster
+# without.
 function(docparser_optimise_little)
   add_compile_options($<$<CONFIG:Release>:-Og>)
 endfunction()

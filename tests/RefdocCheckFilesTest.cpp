@@ -71,7 +71,12 @@ TEST_F(RefdocCheck, TellsWhatNamesCost) {
     reset();
     root_.makeFolder("docCatalog/referenceapi/folder.json");
     root_.writeFile("docCatalog/referenceapi_lookup/ja/alpha.json", "");
+    root_.writeFile("docCatalog/referenceapi_lookup/.tool/settings.json", "");
+    root_.lookupFile("._alpha_xx.json", std::string("\0\5\x16\7", 4));
     EXPECT_EQ(findings(), "referenceapi/folder.json: note: a folder: passed over\n"
+                          "referenceapi_lookup/._alpha_xx.json: note: metadata of macOS, no "
+                          "documentation\n"
+                          "referenceapi_lookup/.tool: note: a folder: passed over\n"
                           "referenceapi_lookup/ja: error: folders are not looked into, and this "
                           "one holds 1 resource file; all files of the folder are lost\n");
 }
@@ -180,23 +185,30 @@ std::string ofProduct(const std::string& name, std::string text) {
 
 /// What comes of documents that have one key.
 TEST_F(RefdocCheck, LooksForPagesWhereReadersDo) {
+    const std::string unknown = ":1:1: note: links that cannot be looked for, since the full "
+                                "reference file alpha.json cannot be read: 1\n";
+    const std::string broken = ":1:2: error: not JSON: the text ends too early; the whole file is "
+                               "lost\n";
     root_.referenceFile("alpha.json", "{");
     root_.referenceFile("beta.json", withItems(R"({"href": "b.html", "refpurpose": "p",
         "seealso": [{"name": "n", "url": "alpha/gone.html"}]})"));
-    const std::string unknown =
-        ":1:1: note: links that cannot be looked for, since the full reference "
-        "file of their pages cannot be read: 1\n";
-    EXPECT_EQ(findings(), "referenceapi/alpha.json:1:2: error: not JSON: the text ends too early; "
-                          "the whole file is lost\n"
-                          "referenceapi/beta.json" +
-                              unknown + "referenceapi_lookup/alpha.json" + unknown);
+    EXPECT_EQ(findings(), "referenceapi/alpha.json" + broken + "referenceapi/beta.json" + unknown +
+                              "referenceapi_lookup/alpha.json" + unknown);
+    const auto elsewhere = [](const std::string& why) {
+        return "referenceapi_lookup/alpha.json:3:45: warning: spin: the page of the href "
+               "\"a.html\" is documented, but " +
+               why +
+               ", and readers look for it in the full reference file that the help folder names "
+               "(/refItems/0/href)\n";
+    };
     reset();
     root_.referenceFile("alpha.json", withItems(""));
+    root_.referenceFile("alpha_ja.json", "{");
     root_.referenceFile("beta.json", withItems(kPage));
-    EXPECT_EQ(findings(),
-              "referenceapi_lookup/alpha.json:3:45: warning: spin: the href \"a.html\" is "
-              "documented, but not in alpha.json, where readers look for it by the help folder "
-              "(/refItems/0/href)\n");
+    EXPECT_EQ(findings(), "referenceapi/alpha_ja.json" + broken + elsewhere("not in alpha.json"));
+    root_.remove("docCatalog/referenceapi");
+    root_.referenceFile("beta.json", withItems(kPage));
+    EXPECT_EQ(findings(), elsewhere("there is no alpha.json"));
 }
 
 TEST_F(RefdocCheck, TellsWhatOtherFilesTakeFromReaders) {

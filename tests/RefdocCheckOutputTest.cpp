@@ -116,6 +116,7 @@ TEST_F(RefdocCheck, TellsWhatIsWrongWithTheInstalledProducts) {
         {"[{\"shortName\": \"a\"}, {\"shortname\": \"b\"}]", ": error: product 2 has no shortName"},
         {"[{\"shortName\": 1}]", ": error: product 1: shortName is no text"},
         {"[1]", ": error: product 1 is no object"},
+        {"", ":1:1: error: the text is empty"},
     };
     root_.lookupFile("beta.JSON", "");
     for (const auto& [list, finding] : cases) {
@@ -176,13 +177,17 @@ TEST(RootFindings, KeepsOnlySoMuch) {
     for (int i = 40; i > 0; --i)
         root.add({{Fault::DeadLink, Level::Warning, Loss::Nothing, "f", {}, {}, {}, longText}});
     root.add({{Fault::NotJson, Level::Error, Loss::File, "e", {}, {}, {}, "m", {}, 3}});
+    const std::string huge = longText + longText;
+    root.add({{Fault::RepeatedMember, Level::Warning, Loss::Nothing, "g", {}, {}, {}, huge}});
+    root.add({{Fault::NotJson, Level::Error, Loss::File, "h", {}, {}, {}, "m"}});
     const std::vector<Finding> kept = root.take();
-    ASSERT_EQ(kept.size(), 33u);
-    EXPECT_EQ(kept[30].file, "f");
-    EXPECT_EQ(kept[31].message, "3 more of not-json");
-    EXPECT_EQ(kept[32].message, "9 more of dead-link");
-    EXPECT_EQ(kept[32].file, "");
-    EXPECT_EQ(kept[32].further, 9u);
+    ASSERT_EQ(kept.size(), 35u);
+    EXPECT_EQ(kept[0].file, "e");
+    EXPECT_EQ(kept[32].file, "h");
+    EXPECT_EQ(kept[33].message, "1 more of repeated-member");
+    EXPECT_EQ(kept[34].message, "9 more of dead-link");
+    EXPECT_EQ(kept[34].file, "");
+    EXPECT_EQ(kept[34].further, 9u);
 }
 
 template <typename Definition>

@@ -52,6 +52,7 @@ TEST_F(RefdocCheck, TellsWhyATextIsNotJson) {
         {"{\"a\": \"é\xE4\"}", "1:9", "not JSON: a byte that is not UTF-8"},
         {"{\"a\": \"é\n\"}", "1:9", "not JSON: " + inQuotes},
         {"{\"a\": \"C:\\docs\"}", "1:11", "not JSON: " + escape},
+        {R"(["\\ud8ab\x"])", "1:11", "not JSON: " + escape},
         {"[\"\\ud83d it\"]", "1:9",
          R"(not JSON: half of a surrogate pair: \uD800 to \uDFFF come in pairs)"},
         {"{\"a\":\n \"é\" ,}", "2:7", "not JSON: a comma before a closing bracket"},
@@ -160,7 +161,7 @@ TEST_F(RefdocCheck, TellsWhatIsShownOtherwiseThanMeant) {
         {"lookup", spin(R"("\u006eame": "turn")"),
          R"(:3:55: warning: turn: "name" is there already: what was said before is lost )"
          R"((/refItems/0/name))"},
-        {"lookup", spin(R"("typ": "class", "colour": 1, "names": [])"),
+        {"lookup", spin(R"("typ": "class", "style": 1, "names": [])"),
          R"(:3:62: warning: spin: "typ" is not read (did you mean "type"?) (/refItems/0/typ))"},
         {"lookup",
          withItems(kSpin, ", \"supportPackages\": [\n" +

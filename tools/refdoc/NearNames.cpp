@@ -11,8 +11,6 @@ namespace refdoc {
 
 namespace {
 
-/// Shorter names allow for fewer differences: any two short names are alike.
-constexpr std::size_t kGreatestDistance = 2;
 constexpr std::size_t kMostSuggestions = 5;
 /// Folding letter case makes at most three units of one.
 constexpr std::size_t kMostFolding = 3;
@@ -44,14 +42,15 @@ std::size_t editDistance(std::u16string_view left, std::u16string_view right) {
 } // namespace
 
 std::vector<std::u16string> nearNames(std::u16string_view wanted,
-                                      const std::set<std::u16string>& known) {
-    const auto isLonger = [&wanted](const std::u16string& name) {
-        return wanted.size() > kMostFolding * (name.size() + kGreatestDistance);
+                                      const std::set<std::u16string>& known,
+                                      std::size_t mostWrong) {
+    const auto isLonger = [&](const std::u16string& name) {
+        return wanted.size() > kMostFolding * (name.size() + mostWrong);
     };
     if (std::all_of(known.begin(), known.end(), isLonger))
         return {};
     const std::u16string folded = foldCase(wanted);
-    const std::size_t limit = std::min(kGreatestDistance, (folded.size() + 1) / 3);
+    const std::size_t limit = std::min(mostWrong, (folded.size() + 1) / 3);
     std::vector<std::pair<std::size_t, std::u16string>> near;
     for (const std::u16string& name : known) {
         const std::u16string candidate = foldCase(name);

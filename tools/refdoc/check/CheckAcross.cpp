@@ -3,6 +3,7 @@
 #include <climits>
 #include <cstddef>
 #include <filesystem>
+#include <map>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -41,11 +42,11 @@ public:
                 isLookup_ ? checkEnglishNames(document) : checkEnglishItems(document);
             checkLinks(document);
         }
-        if (unknownLinks_ > 0)
+        for (const auto& [resource, count] : unknownLinks_)
             findings_.addAt(Level::Note, Fault::DeadLink, Loss::Nothing,
                             fmt::format("links that cannot be looked for, since the full "
-                                        "reference file of their pages cannot be read: {}",
-                                        unknownLinks_));
+                                        "reference file {}.json cannot be read: {}",
+                                        shortened(resource), count));
     }
 
 private:
@@ -147,22 +148,31 @@ private:
         const std::string page = pageOf(link);
         if (page.empty() || isDocumented(page) || isFile({}, page) || isFile(help, page))
             return;
-        if (index_.isUnreadable(resource_) || index_.isUnreadable(page.substr(0, page.find('/')))) {
-            ++unknownLinks_;
-            return;
-        }
+        for (const std::string& resource : {resource_, page.substr(0, page.find('/'))})
+            if (index_.isUnreadable(resource)) {
+                ++unknownLinks_[resource];
+                return;
+            }
         if (index_.hasPage(page))
             return findings_.add(
                 Fault::DeadLink, Loss::Nothing,
-                fmt::format("the {} {} is documented, but not in {}.json, where readers look for "
-                            "it by the help folder",
-                            member, inQuotes(link), shortened(resource_)),
+                fmt::format("the page of the {} {} is documented, but {}, and readers look for it "
+                            "in the full reference file that the help folder names",
+                            member, inQuotes(link), whyElsewhere()),
                 fmt::format("{}/{}", pointer, member));
         findings_.add(Fault::DeadLink, Loss::Nothing,
                       fmt::format("the {} {} leads nowhere: no full reference file documents the "
                                   "page, and there is no such file",
                                   member, inQuotes(link)),
                       fmt::format("{}/{}", pointer, member));
+    }
+
+    std::string whyElsewhere() const {
+        if (resource_.empty())
+            return "helpFolder is empty";
+        return index_.hasReferenceFile(resource_)
+                   ? fmt::format("not in {}.json", shortened(resource_))
+                   : fmt::format("there is no {}.json", shortened(resource_));
     }
 
     /// Lookups lead to the full reference file that their document's help folder names, other links
@@ -187,7 +197,7 @@ private:
     fs::path root_;
     bool isLookup_;
     std::string resource_; ///< in which readers look for the pages of the document at hand
-    std::size_t unknownLinks_ = 0;
+    std::map<std::string, std::size_t> unknownLinks_; ///< by resource
 };
 
 } // namespace

@@ -92,7 +92,7 @@ public:
     CatalogFolder finish() {
         for (const CatalogFile& file : result_.files) {
             FindingList findings(file.name, {});
-            if (file.language == kEnglish)
+            if (file.language == kEnglish && !file.stem.starts_with("._"))
                 checkMeantLanguage(file.stem, stems_, findings);
             append(findings);
         }
@@ -120,12 +120,16 @@ private:
     }
 
     static void addFolder(const fs::path& folder, FindingList& findings) {
-        std::error_code ignored;
-        const fs::directory_iterator entries(folder, ignored);
-        const auto count = std::count_if(begin(entries), end(entries), [](const auto& entry) {
-            return DocResourceParser::isValidFilename(
-                fl::filesystem::upath(fromUtf8(entry.path().filename().native())));
-        });
+        const std::string name = folder.filename().native();
+        const bool isOfATool = name.starts_with('.') || name == "__MACOSX";
+        std::error_code failure;
+        std::size_t count = 0;
+        for (fs::directory_iterator at(folder, failure);
+             !isOfATool && !failure && at != fs::directory_iterator(); at.increment(failure))
+            count += DocResourceParser::isValidFilename(
+                         fl::filesystem::upath(fromUtf8(at->path().filename().native())))
+                         ? 1
+                         : 0;
         if (count > 0)
             findings.add(Fault::UnreadName, Loss::Folder,
                          fmt::format("folders are not looked into, and this one holds {} resource "
@@ -150,26 +154,17 @@ private:
     CatalogFolder result_;
 };
 
-/// Why the content of a file is empty: nothing for one that is.
-std::string readFailure(const std::u16string& path) {
-    std::error_code failure;
-    const fs::path native(toUtf8(path));
-    if (fs::file_size(native, failure) == 0 && !failure)
-        return {};
-    if (!failure && !std::ifstream(native).is_open())
-        failure = {errno, std::generic_category()};
-    return failure ? failure.message() : "its size cannot be relied upon";
-}
-
 void readPlainFile(const CatalogFile& file, const TextVisitor& visit, FindingList& findings) {
     const ResourceText text{
         file, {}, 0, file.language, file.language, DocResourceParser::openAndReadFile(file.path)};
     const std::string failure = text.content.empty() ? readFailure(file.path) : std::string();
-    if (failure.empty())
-        visit(text, findings);
-    else
+    if (!failure.empty())
         findings.add(Fault::Unreadable, Loss::File,
                      fmt::format("the file cannot be read: {}", failure));
+    else if (isMacMetadata(text.content))
+        findings.add(Fault::OtherFile, Loss::Nothing, "metadata of macOS, no documentation");
+    else
+        visit(text, findings);
 }
 
 } // namespace
@@ -183,6 +178,18 @@ CatalogFolder listCatalog(Catalog catalog) {
     CatalogFolder result = listing.finish();
     addListingFailure(name, failure, result.findings);
     return result;
+}
+
+std::string readFailure(const std::u16string& path) {
+    std::error_code failure;
+    const fs::path native(toUtf8(path));
+    if (fs::is_directory(native, failure))
+        return "a folder";
+    if (fs::file_size(native, failure) == 0 && !failure)
+        return {};
+    if (!failure && !std::ifstream(native).is_open())
+        failure = {errno, std::generic_category()};
+    return failure ? failure.message() : "its size cannot be relied upon";
 }
 
 void readTexts(const CatalogFile& file, const TextVisitor& visit, const FindingSink& sink) {

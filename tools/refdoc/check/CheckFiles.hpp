@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "refdoc/check/CheckFinding.hpp"
@@ -14,6 +15,9 @@ struct CatalogFolder {
 
 /// Lists one folder of the root in force by the rules for names, for all languages at once.
 CatalogFolder listCatalog(Catalog catalog);
+
+/// Why the content of a file is empty: nothing for one that is.
+std::string readFailure(const std::u16string& path);
 
 /// Reads a file as the library does. What cannot be read is told and not visited.
 void readTexts(const CatalogFile& file, const TextVisitor& visit, const FindingSink& sink);

@@ -92,11 +92,13 @@ std::vector<Finding> FindingList::take() {
 
 void RootFindings::add(std::vector<Finding> findings) {
     for (Finding& finding : findings) {
-        bytes_ += sizeof(Finding) + finding.file.size() + finding.leaf.size() +
-                  finding.pointer.size() + finding.item.size() + finding.message.size();
-        if (bytes_ <= kMostBytes)
+        const std::size_t bytes = sizeof(Finding) + finding.file.size() + finding.leaf.size() +
+                                  finding.pointer.size() + finding.item.size() +
+                                  finding.message.size();
+        if (bytes <= kMostBytes - bytes_) {
+            bytes_ += bytes;
             findings_.push_back(std::move(finding));
-        else
+        } else
             further_[{finding.fault, finding.level}] += std::max<std::size_t>(finding.further, 1);
     }
 }

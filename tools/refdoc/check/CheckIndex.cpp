@@ -11,11 +11,7 @@
 
 namespace refdoc {
 
-namespace {
-
 namespace json = boost::json;
-
-} // namespace
 
 void CheckIndex::addFile(const CatalogFile& file) {
     if (file.catalog == Catalog::Reference)

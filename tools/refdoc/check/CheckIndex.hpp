@@ -33,6 +33,10 @@ inline const LookupKind kEnglishForAll{"en", "en"};
 /// What is known of all files of a root, for the faults that only show between them.
 class CheckIndex {
 public:
+    CheckIndex() = default;
+    CheckIndex(const CheckIndex&) = delete;
+    CheckIndex& operator=(const CheckIndex&) = delete;
+
     /// How many items there are of each href.
     using HrefCounts = std::unordered_map<std::string, std::size_t>;
 
@@ -86,7 +90,8 @@ private:
     std::set<std::string> referenceStems_;
     std::set<Version> sound_;
     std::unordered_set<std::string> pages_;
-    std::map<std::string, std::unordered_set<std::string_view>> pagesOf_; // by resource
+    /// By resource; views of what is in `pages_`.
+    std::map<std::string, std::unordered_set<std::string_view>> pagesOf_;
     std::set<std::string> unreadable_;
     std::vector<std::string> texts_; // as they are shown
     std::set<std::string> lookupReaders_;

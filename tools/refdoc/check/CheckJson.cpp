@@ -132,15 +132,17 @@ bool followsLeadingSurrogate(std::string_view text, std::size_t at) {
     if (end < escapeSize)
         return false;
     const std::string_view escape = text.substr(end - escapeSize, escapeSize);
-    return escape.starts_with("\\u") && (escape[2] == 'd' || escape[2] == 'D') &&
+    const std::size_t before = text.find_last_not_of('\\', end - escapeSize);
+    const bool isEscape = (end - escapeSize - before) % 2 == 1; // not of a written backslash
+    return isEscape && escape.starts_with("\\u") && (escape[2] == 'd' || escape[2] == 'D') &&
            std::string_view("89abAB").find(escape[3]) != std::string_view::npos;
 }
 
 std::string_view causeInQuotes(std::string_view text, std::size_t at,
                                const json::error_code& failure) {
     if (static_cast<unsigned char>(text[at]) < 0x20)
-        return R"(a line break or control character within a text: it is written as \n, \t or \u, or )"
-               "the closing quote is missing";
+        return R"(a line break or control character within a text: it is written as \n, \t or \u, )"
+               "or the closing quote is missing";
     if (failure == json::error::illegal_trailing_surrogate || followsLeadingSurrogate(text, at))
         return R"(half of a surrogate pair: \uD800 to \uDFFF come in pairs)";
     return R"(an escape that there is not: a backslash is written as \\)";

@@ -49,6 +49,8 @@ public:
     }
 
 private:
+    /// An author's own members are not to be taken for others.
+    static constexpr std::size_t kShortName = 8;
     /// Looking for near names takes its time, and hostile files have unknown ones without end.
     static constexpr std::size_t kMostUnknownNames = 1000;
 
@@ -96,7 +98,9 @@ private:
             return found->second;
         if (near_.size() == kMostUnknownNames)
             return none;
-        return near_.emplace(key, nearNames(fromUtf8(name), members.known)).first->second;
+        const std::size_t mostWrong = name.size() < kShortName ? 1 : kMostWrongLetters;
+        return near_.emplace(key, nearNames(fromUtf8(name), members.known, mostWrong))
+            .first->second;
     }
 
     const Members& membersOf(const json::object& rule, const json::object& object) {

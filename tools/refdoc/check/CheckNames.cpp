@@ -81,10 +81,11 @@ void checkMeantLanguage(const std::string& stem, const std::set<std::string>& st
                         FindingList& findings) {
     constexpr std::size_t mostBytes = 12; // of a code
     constexpr std::string_view signs = "_-.";
-    for (std::size_t at = stem.find_first_of(signs, 1); at != stem.npos;
+    const std::size_t first = std::max<std::size_t>(stem.size(), mostBytes + 1) - mostBytes;
+    for (std::size_t at = stem.find_first_of(signs, first); at != stem.npos;
          at = stem.find_first_of(signs, at + 1)) {
         const bool hasResource = stems.contains(stem.substr(0, at));
-        if (stem.size() - at > mostBytes || (stem[at] != '_' && !hasResource))
+        if (stem[at] != '_' && !hasResource)
             continue;
         const auto meant = meantWith(stem.substr(at), hasResource);
         if (!meant)

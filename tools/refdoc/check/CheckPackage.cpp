@@ -8,7 +8,6 @@
 #include <set>
 #include <sstream>
 #include <string>
-#include <string_view>
 #include <utility>
 
 #include <fmt/format.h>
@@ -33,9 +32,6 @@ std::string contentOf(const FileSystemEntry& leaf, const FileSystemManager& mana
     opc::StreamHelper::copyStreamToStream(source->getInputStream(), content);
     return std::move(content).str();
 }
-
-/// How a file begins in which macOS keeps what a zip package has no place for.
-constexpr std::string_view kMacMetadata("\x00\x05\x16\x07", 4);
 
 class PackageReader {
 public:
@@ -68,7 +64,11 @@ private:
             fl::filesystem::detail::make_native_form(leaf.getBaseName(), true);
         const std::string path = toUtf8(manager_.getPath(leaf));
         FindingList findings(file_.name, path);
-        if (DocResourceParser::isValidFilename(fl::filesystem::upath(name)))
+        if (isMetadata(leaf, path))
+            findings.add(Fault::OtherFile, Loss::Nothing,
+                         "metadata of macOS, no documentation: it counts as a leaf of the package "
+                         "all the same");
+        else if (DocResourceParser::isValidFilename(fl::filesystem::upath(name)))
             readResource(number, path, toUtf8(fl::filesystem::detail::extract_stem(name)),
                          findings);
         else if (isResourceNameButForCase(name))
@@ -77,6 +77,14 @@ private:
         else
             findings.add(Fault::OtherFile, Loss::Nothing, "no resource file: passed over");
         sink_(findings.take());
+    }
+
+    bool isMetadata(const FileSystemEntry& leaf, const std::string& path) const {
+        try {
+            return path.starts_with("__MACOSX/") && isMacMetadata(contentOf(leaf, manager_));
+        } catch (const std::exception&) {
+            return false;
+        }
     }
 
     void readResource(std::size_t number, const std::string& path, const std::string& stem,
@@ -92,10 +100,6 @@ private:
             return findings.add(Fault::Unreadable, Loss::Leaf,
                                 fmt::format("the leaf cannot be read: {}", failure.what()));
         }
-        if (text.content.starts_with(kMacMetadata))
-            return findings.add(Fault::OtherFile, Loss::Nothing,
-                                "metadata of macOS, no documentation: it counts as a leaf of the "
-                                "package all the same");
         visit_(text, findings);
     }
 

@@ -1,10 +1,13 @@
 #include "refdoc/check/CheckProducts.hpp"
 
-#include <exception>
+#include <stdexcept>
 #include <string>
 #include <utility>
 
+#include <fmt/format.h>
+
 #include "refdoc/Text.hpp"
+#include "refdoc/check/CheckFiles.hpp"
 #include "refdoc/check/CheckJson.hpp"
 #include "refdoc/check/CheckNames.hpp"
 #include "refdoc/check/ResourceText.hpp"
@@ -21,7 +24,7 @@ std::string productsFailure() {
     try {
         DocResourceParser::getTopLevelProducts();
         return {};
-    } catch (const std::exception& failure) {
+    } catch (const std::runtime_error& failure) {
         return failure.what();
     }
 }
@@ -39,7 +42,11 @@ std::vector<Finding> checkProducts() {
     const ResourceText text{
         file, {}, 0, file.language, file.language, DocResourceParser::openAndReadFile(path)};
     FindingList findings(name, {});
-    if (parseText(text, findings)) {
+    const std::string cause = text.content.empty() ? readFailure(path) : std::string();
+    if (!cause.empty()) {
+        findings.add(Fault::Unreadable, Loss::File,
+                     fmt::format("the file cannot be read: {}", cause));
+    } else if (parseText(text, findings)) {
         const std::string place = toUtf8(path) + ": ";
         if (failure.starts_with(place))
             failure.erase(0, place.size());

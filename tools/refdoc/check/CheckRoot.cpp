@@ -10,6 +10,7 @@
 #include "refdoc/check/CheckFiles.hpp"
 #include "refdoc/check/CheckIndex.hpp"
 #include "refdoc/check/CheckJson.hpp"
+#include "refdoc/check/CheckNames.hpp"
 #include "refdoc/check/CheckText.hpp"
 
 namespace refdoc {
@@ -60,7 +61,7 @@ private:
             if (!findings.losesText())
                 index_.addSoundText(text, *resource);
         });
-        if (file.catalog == Catalog::Reference && !isParsed)
+        if (file.catalog == Catalog::Reference && file.language == kEnglish && !isParsed)
             index_.addUnreadable(file);
         showProgress(++done_);
     }

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "refdoc/check/CheckFinding.hpp"
@@ -36,6 +37,12 @@ struct ResourceText {
     /// The file's name, with the leaf's behind a colon.
     std::string shownName() const { return leaf.empty() ? file.name : file.name + ':' + leaf; }
 };
+
+/// Whether it is what macOS keeps beside a file where the file system, or a package, has no other
+/// place for it.
+inline bool isMacMetadata(std::string_view content) {
+    return content.starts_with(std::string_view("\x00\x05\x16\x07", 4));
+}
 
 /// Called with each text that the library reads in any language, and with the list for all that is
 /// found about it.
