@@ -29,27 +29,30 @@ function(build_by_pkg_config prefix program)
   run(${CXX_COMPILER} -std=c++20 "${EXAMPLE_DIR}/main.cpp" ${flags} -o "${program}")
 endfunction()
 
+# Writes a resource file whose only item is that of a support package: it is looked for in the
+# resource of its product.
+function(write_acos root catalog members)
+  set(folders [["helpFolder": "libc", "helpLocation": "help/libc"]])
+  file(WRITE "${root}/docCatalog/${catalog}/libc.json"
+    "{\"productName\": \"C Library\", \"baseCode\": \"LC\", ${folders}, \"refItems\": [],
+ \"supportPackages\": [{\"productName\": \"Mathematics\", \"baseCode\": \"libm\", ${folders},
+   \"refItems\": [{\"href\": \"libc/acos.html\", \"refpurpose\": \"arc cosine\", ${members}}]}]}")
+endfunction()
+
 # Runs the example, which must print the card for the name under the cursor.
 function(expect_card program)
   set(root "${WORK_DIR}/docroot")
-  file(WRITE "${root}/docCatalog/referenceapi_lookup/libc.json" [[
-{"productName": "C Library", "baseCode": "LC", "helpFolder": "libc", "helpLocation": "help/libc",
- "refItems": [{"name": "usleep", "type": "function", "href": "libc/usleep.html",
-               "refpurpose": "suspend execution for a while"}]}
-]])
-  file(WRITE "${root}/docCatalog/referenceapi/libc.json" [[
-{"productName": "C Library", "baseCode": "LC", "helpFolder": "libc", "helpLocation": "help/libc",
- "refItems": [{"href": "libc/usleep.html", "refpurpose": "suspend execution for a while",
-               "syntaxgroup": [{"title": "C", "syntax": ["int usleep(useconds_t usec);"]}]}]}
-]])
-  file(WRITE "${WORK_DIR}/program.c" "int main() {\n    usleep(10);\n}\n")
+  write_acos("${root}" referenceapi_lookup [["name": "acos", "type": "function"]])
+  write_acos("${root}" referenceapi
+    [=["syntaxgroup": [{"title": "C", "syntax": ["double acos(double x);"]}]]=])
+  file(WRITE "${WORK_DIR}/program.c" "int main() {\n    acos(1);\n}\n")
   run(${CMAKE_COMMAND} -E env "LD_LIBRARY_PATH=${ARGN}"
     "${program}" "${root}" en "${WORK_DIR}/program.c" 2 8)
   set(card [[
-usleep  (function, libc)
-  suspend execution for a while
-    int usleep(useconds_t usec);
-  libc/usleep.html
+acos  (function, libm)
+  arc cosine
+    double acos(double x);
+  libc/acos.html
 ]])
   if(NOT output STREQUAL card)
     message(FATAL_ERROR "${program} printed:\n${output}")
