@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include "environment/ReferenceProperty.hpp"
+#include "refdoc/HostSetup.hpp"
 #include "refdoc/Progress.hpp"
 #include "refdoc/Schemas.hpp"
 #include "refdoc/check/CheckFinding.hpp"
@@ -234,6 +235,15 @@ TEST(Schemas, HaveTheEnumerationsOfTheLibrary) {
         std::erase_if(bare, [](char byte) { return byte == ' ' || byte == '\n'; });
         EXPECT_THAT(bare, HasSubstr("\"enum\":[" + listInSchema + "]")) << member;
     }
+}
+
+TEST(FormatsDocument, ListsTheLanguages) {
+    std::ifstream file(DOCPARSER_FORMATS_DOCUMENT);
+    const std::string page{std::istreambuf_iterator<char>(file), {}};
+    std::string list;
+    for (const std::string& language : refdoc::supportedLanguages())
+        list += (list.empty() ? "\n" : " ") + language;
+    EXPECT_THAT(page, HasSubstr(list + '\n'));
 }
 
 TEST(JsonPositions, FindsValuesInOnePass) {

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "environment/PathAndText.hpp"
-#include "environment/ZipPackages.hpp"
+#include "refdoc/OpenedPackage.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 #include "reference/docparser/ParsingTools.hpp"
 
@@ -36,13 +36,8 @@ void addFiles(const std::vector<ProductPathData>& records, const std::u16string&
 std::vector<std::u16string> leafStems(const std::u16string& path) {
     std::vector<std::u16string> stems;
     try {
-        opc::FileSystemOpsSelector operations(
-            storage::microservicestoragesystem::GetStorageSystemReference());
-        opc::zippackage::ZipPhysicalPackage physicalPackage(path, operations, true);
-        opc::model::Package package(physicalPackage);
-        opc::zqservices::FileSystemManager manager(package, operations);
-        package.open(opc::interfaces::OpenMode::Read);
-        for (const opc::zqservices::FileSystemEntry& leaf : manager.getAllLeafs())
+        OpenedPackage package(path);
+        for (const opc::zqservices::FileSystemEntry& leaf : package.manager.getAllLeafs())
             stems.push_back(fl::filesystem::detail::extract_stem(leaf.getBaseName()));
     } catch (const std::exception&) {
         return {};

@@ -59,6 +59,22 @@ void addListingFailure(const std::string& folder, const std::error_code& failure
     findings = list.take();
 }
 
+bool hasResourceName(const fs::path& path) {
+    return DocResourceParser::isValidFilename(
+        fl::filesystem::upath(fromUtf8(path.filename().native())));
+}
+
+/// As far as the folder can be listed.
+std::size_t countResources(const fs::path& folder) {
+    std::error_code failure;
+    std::size_t count = 0;
+    for (fs::directory_iterator at(folder, failure); !failure && at != fs::directory_iterator();
+         at.increment(failure))
+        if (hasResourceName(at->path()))
+            ++count;
+    return count;
+}
+
 class CatalogListing {
 public:
     CatalogListing(Catalog catalog, std::u16string folder, std::string folderName)
@@ -68,7 +84,7 @@ public:
         std::error_code failure;
         const std::string bytes = entry.path().filename().native();
         const std::u16string name = fromUtf8(bytes);
-        const bool isResource = DocResourceParser::isValidFilename(fl::filesystem::upath(name));
+        const bool isResource = hasResourceName(entry.path());
         FindingList findings(folderName_ + '/' + bytes, {});
         if (!entry.exists(failure) && isResource)
             findings.add(Fault::Unreadable, Loss::File,
@@ -122,14 +138,7 @@ private:
     static void addFolder(const fs::path& folder, FindingList& findings) {
         const std::string name = folder.filename().native();
         const bool isOfATool = name.starts_with('.') || name == "__MACOSX";
-        std::error_code failure;
-        std::size_t count = 0;
-        for (fs::directory_iterator at(folder, failure);
-             !isOfATool && !failure && at != fs::directory_iterator(); at.increment(failure))
-            count += DocResourceParser::isValidFilename(
-                         fl::filesystem::upath(fromUtf8(at->path().filename().native())))
-                         ? 1
-                         : 0;
+        const std::size_t count = isOfATool ? 0 : countResources(folder);
         if (count > 0)
             findings.add(Fault::UnreadName, Loss::Folder,
                          fmt::format("folders are not looked into, and this one holds {} resource "

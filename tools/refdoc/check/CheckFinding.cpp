@@ -98,8 +98,9 @@ void RootFindings::add(std::vector<Finding> findings) {
         if (bytes <= kMostBytes - bytes_) {
             bytes_ += bytes;
             findings_.push_back(std::move(finding));
-        } else
+        } else {
             further_[{finding.fault, finding.level}] += std::max<std::size_t>(finding.further, 1);
+        }
     }
 }
 

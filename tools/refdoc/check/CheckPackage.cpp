@@ -13,7 +13,7 @@
 #include <fmt/format.h>
 
 #include "environment/PathAndText.hpp"
-#include "environment/ZipPackages.hpp"
+#include "refdoc/OpenedPackage.hpp"
 #include "refdoc/Text.hpp"
 #include "refdoc/check/CheckNames.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
@@ -36,12 +36,8 @@ std::string contentOf(const FileSystemEntry& leaf, const FileSystemManager& mana
 class PackageReader {
 public:
     PackageReader(const CatalogFile& file, const TextVisitor& visit, const FindingSink& sink)
-        : file_(file), visit_(visit), sink_(sink),
-          operations_(storage::microservicestoragesystem::GetStorageSystemReference()),
-          physicalPackage_(file.path, operations_, true), package_(physicalPackage_),
-          manager_(package_, operations_) {
-        package_.open(opc::interfaces::OpenMode::Read);
-        leaves_ = manager_.getAllLeafs();
+        : file_(file), visit_(visit), sink_(sink), package_(file.path),
+          leaves_(package_.manager.getAllLeafs()) {
         for (const FileSystemEntry& leaf : leaves_)
             stems_.insert(toUtf8(fl::filesystem::detail::extract_stem(leaf.getBaseName())));
     }
@@ -62,7 +58,7 @@ private:
         const FileSystemEntry& leaf = leaves_[number];
         const std::u16string name =
             fl::filesystem::detail::make_native_form(leaf.getBaseName(), true);
-        const std::string path = toUtf8(manager_.getPath(leaf));
+        const std::string path = toUtf8(package_.manager.getPath(leaf));
         FindingList findings(file_.name, path);
         if (isMetadata(leaf, path))
             findings.add(Fault::OtherFile, Loss::Nothing,
@@ -81,7 +77,8 @@ private:
 
     bool isMetadata(const FileSystemEntry& leaf, const std::string& path) const {
         try {
-            return path.starts_with("__MACOSX/") && isMacMetadata(contentOf(leaf, manager_));
+            return path.starts_with("__MACOSX/") &&
+                   isMacMetadata(contentOf(leaf, package_.manager));
         } catch (const std::exception&) {
             return false;
         }
@@ -95,7 +92,7 @@ private:
             return;
         ResourceText text{file_, path, number, language, readersOf(language), {}};
         try {
-            text.content = contentOf(leaves_[number], manager_);
+            text.content = contentOf(leaves_[number], package_.manager);
         } catch (const std::exception& failure) {
             return findings.add(Fault::Unreadable, Loss::Leaf,
                                 fmt::format("the leaf cannot be read: {}", failure.what()));
@@ -148,10 +145,7 @@ private:
     const CatalogFile& file_;
     const TextVisitor& visit_;
     const FindingSink& sink_;
-    opc::FileSystemOpsSelector operations_;
-    opc::zippackage::ZipPhysicalPackage physicalPackage_;
-    opc::model::Package package_;
-    FileSystemManager manager_;
+    OpenedPackage package_;
     std::vector<FileSystemEntry> leaves_;
     std::set<std::string> stems_;
 };

@@ -22,6 +22,7 @@ public:
     /// costs the whole text. Takes linear time, and memory for the findings of one item.
     void check(const boost::json::value& resource, FindingList& findings) const;
 
+    /// The schema itself, valid as long as this object.
     const boost::json::value& schema() const;
 
 private:
