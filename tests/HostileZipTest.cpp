@@ -1,4 +1,7 @@
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
+#include <random>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -13,13 +16,16 @@ using testsupport::littleEndian;
 using testsupport::lookupText;
 using testsupport::ZipBytes;
 using testsupport::ZipFile;
+using testsupport::ZipMethod;
+
+constexpr std::size_t kMebibyte = 1 << 20;
 
 using HostileZipTest = testsupport::HostileFixture;
 
-ZipBytes makePackage() {
+ZipBytes makePackage(ZipMethod methodOfSecond = ZipMethod::Deflated) {
     return ZipFile()
         .add("m1.json", lookupText("m:Odd a=1"))
-        .add("m2.json", lookupText("m:Odd t=1"))
+        .add("m2.json", lookupText("m:Odd t=1"), methodOfSecond)
         .add("m3.json", lookupText("m:Odd z=1"))
         .build();
 }
@@ -57,7 +63,7 @@ TEST_F(HostileZipTest, ADamagedEntryCostsNoOther) {
              Damage{"stored size cut", entry().setCompressedSize(1, 20), kOthers},
              Damage{"stored size far beyond the end", entry().setCompressedSize(1, 0xFFFF'FFF0),
                     kOthers},
-             Damage{"method 12", entry().setMethod(1, 12), kOthers},
+             Damage{"bzip2", makePackage(ZipMethod::Bzip2), kOthers},
              Damage{"method of another entry", entry().setMethod(1, 0), kOthers},
              Damage{"unknown method", entry().setMethod(1, 77), kOthers},
              Damage{"checksum", entry().breakChecksum(1), kOthers},
@@ -91,6 +97,82 @@ TEST_F(HostileZipTest, ADamagedEntryCostsNoOther) {
         package.write(root.lookupFolder() / "m.zip");
         EXPECT_EQ(collect(), soundAnd(read)) << what;
     }
+}
+
+/// A document that is `size` bytes long, of which `noise` bytes can hardly be compressed.
+std::string padded(const std::string& notation, std::size_t size, std::size_t noise = 0) {
+    std::string text = lookupText(notation);
+    std::minstd_rand random;
+    text.back() = ',';
+    text += "\"x\":\"";
+    for (; noise > 0; --noise)
+        text += static_cast<char>('0' + random() % 64);
+    std::erase(text, '\\');
+    text += "\"}";
+    return text.append(size - text.size(), ' ');
+}
+
+TEST_F(HostileZipTest, ContentBeyond64TimesWhatIsStoredIsLost) {
+    constexpr std::size_t kAnyEntry = 32 * kMebibyte;
+    const ZipFile rows[] = {
+        ZipFile().add("m.json", padded("m:Odd n=1", kAnyEntry)),
+        ZipFile().add("m.json", padded("m:Odd n=1", kAnyEntry + 1)),
+        // These deflate to three quarters of their noise.
+        ZipFile().add("m.json", padded("m:Odd n=1", 40 * kMebibyte, kMebibyte)),
+        ZipFile().add("m.json", padded("m:Odd n=1", 90 * kMebibyte, kMebibyte)),
+        // What does not fit takes nothing away from what is behind it.
+        ZipFile()
+            .add("a.json", padded("m:Odd n=1", 30 * kMebibyte))
+            .add("b.json", padded("n:Odd n=1", 30 * kMebibyte))
+            .add("c.json", padded("m:Odd t=1", 30 * kMebibyte))
+            .add("d.json", lookupText("o:Odd n=1")),
+    };
+    const char* const expected[] = {"-m:Odd n=1@Odd | ", "", "-m:Odd n=1@Odd | ", "",
+                                    "-m:Odd n=1@Odd | -n:Odd n=1@Odd | -o:Odd n=1@Odd | "};
+    for (std::size_t row = 0; row < std::size(rows); ++row) {
+        rows[row].write(root.lookupFolder() / "m.zip");
+        EXPECT_EQ(collect(), soundAnd(expected[row])) << row;
+    }
+}
+
+TEST_F(HostileZipTest, OnlyTheFilesOwnEndRecordIsFollowed) {
+    const ZipBytes sound = makePackage();
+    const std::string record = sound.endRecordBytes();
+    std::string large(0xFFFF, ' ');
+    for (std::size_t at = 0; at + record.size() < large.size(); at += record.size())
+        large.replace(at, record.size(), record);
+    const ZipBytes other = ZipFile().add("m.json", lookupText("o:Other n=1")).build();
+    for (const auto& [what, package, read] : {
+             Damage{"a comment", ZipBytes(sound).append("PK\5\6 is a comment", true), kWhole},
+             Damage{"the record again as its comment", ZipBytes(sound).append(record, true),
+                    kWhole},
+             Damage{"junk behind", ZipBytes(sound).append("PK\5\6" + record.substr(4, 9), false),
+                    kWhole},
+             Damage{"a package behind", ZipBytes(sound).append(other.bytes(), false), kWhole},
+             Damage{"a package as its comment", ZipBytes(sound).append(other.bytes(), true),
+                    kWhole},
+             Damage{"a package stored within",
+                    ZipFile()
+                        .add("m1.json", lookupText("m:Odd a=1 t=1 z=1"))
+                        .add("m2.zip", other.bytes(), ZipMethod::Stored)
+                        .build(),
+                    kWhole},
+             Damage{"records only", ZipBytes(large), kNothing},
+         }) {
+        package.write(root.lookupFolder() / "m.zip");
+        EXPECT_EQ(collect(), soundAnd(read)) << what;
+    }
+    // Each record that is followed costs the whole directory.
+    ZipFile package;
+    package.add("m1.json", lookupText("m:Odd a=1 t=1 z=1"));
+    for (int entry = 0; entry < 40'000; ++entry)
+        package.add(std::to_string(entry), "", ZipMethod::Stored);
+    ZipBytes many = package.build();
+    std::string records;
+    while (records.size() + record.size() <= 0xFFFF)
+        records += many.endRecordBytes();
+    many.append(records, true).write(root.lookupFolder() / "m.zip");
+    EXPECT_EQ(collect(), soundAnd(kWhole));
 }
 
 TEST_F(HostileZipTest, OfAnEntrysNameTheLastComponentCountsAndNothingElseIsTouched) {

@@ -43,8 +43,7 @@ void addEntry(zip_t* archive, const std::string& name, const std::string& conten
     const zip_int64_t index = zip_file_add(archive, name.c_str(), source, ZIP_FL_ENC_UTF_8);
     check(index >= 0, "zip_file_add");
     check(zip_set_file_compression(archive, static_cast<zip_uint64_t>(index),
-                                   method == ZipMethod::Stored ? ZIP_CM_STORE : ZIP_CM_DEFLATE,
-                                   1) == 0,
+                                   static_cast<zip_int32_t>(method), 1) == 0,
           "zip_set_file_compression");
 }
 
@@ -173,6 +172,13 @@ ZipBytes& ZipBytes::shareContent(std::size_t entry, std::size_t other) {
     const std::string description = bytes_.substr(centralHeader(other) + 8, 20);
     bytes_.replace(centralHeader(entry) + 8, description.size(), description);
     return shareLocalHeader(entry, other);
+}
+
+ZipBytes& ZipBytes::append(const std::string& text, bool isCounted) {
+    if (isCounted)
+        setNumberAt(endRecord() + 20, 2, static_cast<std::uint32_t>(text.size()));
+    bytes_ += text;
+    return *this;
 }
 
 void ZipBytes::write(const std::filesystem::path& path) const {

@@ -11,7 +11,8 @@
 
 namespace testsupport {
 
-enum class ZipMethod { Stored, Deflated };
+/// The numbers are the format's.
+enum class ZipMethod { Stored = 0, Deflated = 8, Bzip2 = 12 };
 
 /// `number` in so many bytes, the lowest first.
 std::string littleEndian(std::uint64_t number, int width);
@@ -45,7 +46,12 @@ public:
     /// The entry becomes the other one's bytes, under its own name.
     ZipBytes& shareContent(std::size_t entry, std::size_t other);
 
+    /// Appends a comment, or, when it `isCounted` not, bytes that belong to nothing.
+    ZipBytes& append(const std::string& text, bool isCounted);
+
     std::size_t directoryOffset() const;
+    /// The record at the end, which says where the directory lies.
+    std::string endRecordBytes() const { return bytes_.substr(endRecord()); }
     const std::string& bytes() const noexcept { return bytes_; }
     std::size_t size() const noexcept { return bytes_.size(); }
     void write(const std::filesystem::path& path) const;

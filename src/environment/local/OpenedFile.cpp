@@ -75,4 +75,12 @@ std::optional<OpenedFile> openForReading(const std::u16string& pathname) {
     return OpenedFile{std::move(descriptor), isStored};
 }
 
+ssize_t readAt(int descriptor, char* buffer, std::size_t capacity, off_t position) noexcept {
+    for (;;) {
+        const ssize_t count = ::pread(descriptor, buffer, capacity, position);
+        if (count >= 0 || errno != EINTR)
+            return count;
+    }
+}
+
 } // namespace environment::local

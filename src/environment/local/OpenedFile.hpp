@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <utility>
 
+#include <sys/types.h>
 #include <unistd.h>
 
 namespace environment::local {
@@ -39,5 +41,9 @@ std::optional<std::string> accessPath(const std::u16string& pathname);
 /// Opens a regular file or a folder for reading, and never waits. Nothing when `pathname` is
 /// missing, may not be read or is of another kind.
 std::optional<OpenedFile> openForReading(const std::u16string& pathname);
+
+/// Reads once at `position`, again when interrupted, and perhaps less than `capacity`. Negative on
+/// failure, as the system call.
+ssize_t readAt(int descriptor, char* buffer, std::size_t capacity, off_t position) noexcept;
 
 } // namespace environment::local

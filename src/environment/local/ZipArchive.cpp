@@ -14,16 +14,37 @@ namespace opc::zippackage {
 
 namespace {
 
-constexpr std::uint64_t kMaximumContentSize = std::uint64_t{1} << 30;
+constexpr std::uint64_t kMebibyte = std::uint64_t{1} << 20;
+
+/// How many bytes may become of one that is stored. Of documentation it is 5 to 20.
+constexpr std::uint64_t kMaximumInflation = 64;
+/// What an entry, and a package as a whole, may inflate to however little is stored.
+constexpr std::uint64_t kContentOfAnyEntry = 32 * kMebibyte;
+constexpr std::uint64_t kContentOfAnyPackage = 64 * kMebibyte;
+/// What an entry may inflate to at most.
+constexpr std::uint64_t kMaximumContentSize = 1024 * kMebibyte;
 
 /// How many times the size of its file the stored contents of a package may have together. They
 /// have it more than once only where entries share stored bytes or declare false sizes. An entry
 /// that declares more than the whole file is refused without being counted.
 constexpr std::uint64_t kMaximumSharing = 8;
 
+/// Without overflow.
+std::uint64_t times(std::uint64_t factor, std::uint64_t size) {
+    return std::min(size, std::numeric_limits<std::uint64_t>::max() / factor) * factor;
+}
+
+std::uint64_t contentLimitOfEntry(std::uint64_t storedSize) {
+    return std::min(kMaximumContentSize,
+                    std::max(kContentOfAnyEntry, times(kMaximumInflation, storedSize)));
+}
+
+std::uint64_t contentLimitOfPackage(std::uint64_t fileSize) {
+    return std::max(kContentOfAnyPackage, times(kMaximumInflation, fileSize));
+}
+
 std::u16string decoded(std::string_view name) {
-    static const fl::i18n::codecvt_string_to_ustring decoder("utf8", true);
-    return decoder.convert(name.data(), name.size());
+    return fl::i18n::codecvt_string_to_ustring("utf8", true).convert(name.data(), name.size());
 }
 
 /// Nothing for a folder, and for an entry whose name cannot be had.
@@ -48,9 +69,7 @@ std::vector<ZipArchive::Leaf> listLeaves(zip_t* archive, std::uint64_t fileSize)
     const auto entryCount = static_cast<std::uint64_t>(zip_get_num_entries(archive, 0));
     std::vector<ZipArchive::Leaf> leaves;
     leaves.reserve(entryCount);
-    std::uint64_t remaining =
-        std::min(fileSize, std::numeric_limits<std::uint64_t>::max() / kMaximumSharing) *
-        kMaximumSharing;
+    std::uint64_t remaining = times(kMaximumSharing, fileSize);
     for (std::uint64_t index = 0; index < entryCount; ++index) {
         std::optional<std::u16string> baseName = baseNameOfLeaf(archive, index);
         if (!baseName)
@@ -67,17 +86,19 @@ std::vector<ZipArchive::Leaf> listLeaves(zip_t* archive, std::uint64_t fileSize)
 /// The size that the entry is declared to have; throws when its content cannot be read at all.
 std::uint64_t checkReadable(zip_t* archive, std::uint64_t index) {
     constexpr zip_uint64_t kNeeded =
-        ZIP_STAT_SIZE | ZIP_STAT_COMP_METHOD | ZIP_STAT_ENCRYPTION_METHOD;
+        ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE | ZIP_STAT_COMP_METHOD | ZIP_STAT_ENCRYPTION_METHOD;
     zip_stat_t entry;
     zip_stat_init(&entry);
     if (zip_stat_index(archive, index, 0, &entry) != 0 || (entry.valid & kNeeded) != kNeeded)
         throwBroken("no such entry");
     if (entry.encryption_method != ZIP_EM_NONE)
         throwBroken("encrypted entry");
-    if (zip_compression_method_supported(entry.comp_method, 0) == 0)
+    if (entry.comp_method != ZIP_CM_STORE && entry.comp_method != ZIP_CM_DEFLATE)
         throwBroken("unsupported compression method");
-    if (entry.size > kMaximumContentSize)
-        throwBroken("entry of more than 1 GiB");
+    if (entry.size > contentLimitOfEntry(entry.comp_size))
+        throwBroken(entry.size > kMaximumContentSize
+                        ? "entry of more than 1 GiB"
+                        : "entry that inflates to more than 64 times what is stored");
     return entry.size;
 }
 
@@ -86,7 +107,8 @@ std::uint64_t checkReadable(zip_t* archive, std::uint64_t index) {
 /// The content of one entry. libzip checks the checksum when it comes to the end of the content.
 class ZipArchive::Content final : public zqservices::ContentSource, private InputStream {
 public:
-    Content(std::shared_ptr<ZipArchive> archive, const Leaf& leaf) : archive_(std::move(archive)) {
+    Content(std::shared_ptr<ZipArchive> archive, const Leaf& leaf)
+        : archive_(std::move(archive)), index_(leaf.index) {
         const std::lock_guard lock(archive_->mutex_);
         zip_t* const zip = archive_->archive_.get();
         if (zip == nullptr)
@@ -94,6 +116,7 @@ public:
         if (!leaf.isWithinFile)
             throwBroken("entries that have more content than is stored");
         remaining_ = checkReadable(zip, leaf.index);
+        archive_->checkContentLeft(index_, remaining_);
         file_.reset(zip_fopen_index(zip, leaf.index, 0));
         if (!file_)
             throwBroken(zip_strerror(zip));
@@ -120,11 +143,15 @@ private:
         if (size > remaining_ || (size == 0 && capacity != 0 && remaining_ != 0))
             throwBroken("entry of another size than declared");
         remaining_ -= size;
+        read_ += size;
+        archive_->countContent(index_, read_);
         return static_cast<std::size_t>(size);
     }
 
     std::shared_ptr<ZipArchive> archive_;
     std::unique_ptr<zip_file_t, Close> file_;
+    std::uint64_t index_;
+    std::uint64_t read_ = 0;
     std::uint64_t remaining_ = 0;
 };
 
@@ -134,7 +161,7 @@ void ZipArchive::open() {
     const std::lock_guard lock(mutex_);
     if (archive_)
         return;
-    auto [source, size] = openZipFile(path_);
+    auto [source, size, foreignEndRecords] = openZipFile(path_);
     ZipError error;
     std::unique_ptr<zip_t, Discard> archive(
         zip_open_from_source(source.get(), ZIP_RDONLY, error.get()));
@@ -142,7 +169,20 @@ void ZipArchive::open() {
         throwBroken(zip_error_strerror(error.get()));
     static_cast<void>(source.release());
     leaves_ = std::make_shared<const std::vector<Leaf>>(listLeaves(archive.get(), size));
+    contentLeft_ = contentLimitOfPackage(size);
     archive_ = std::move(archive);
+}
+
+void ZipArchive::checkContentLeft(std::uint64_t index, std::uint64_t size) {
+    if (size > countedContent_[index] + contentLeft_)
+        throwBroken("entries that inflate to more than 64 times the size of the package");
+}
+
+void ZipArchive::countContent(std::uint64_t index, std::uint64_t size) {
+    checkContentLeft(index, size);
+    std::uint64_t& counted = countedContent_[index];
+    contentLeft_ -= std::max(size, counted) - counted;
+    counted = std::max(size, counted);
 }
 
 std::shared_ptr<const std::vector<ZipArchive::Leaf>> ZipArchive::getLeaves() const {

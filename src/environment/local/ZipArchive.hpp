@@ -4,6 +4,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include <zip.h>
@@ -45,10 +46,18 @@ private:
         void operator()(zip_t* archive) const noexcept { zip_discard(archive); }
     };
 
+    /// Throws when `size` bytes of an entry's content are more than is left of what the package may
+    /// inflate to. An entry that does not fit takes nothing away from those behind it.
+    void checkContentLeft(std::uint64_t index, std::uint64_t size);
+    /// Counts the first `size` bytes, each once however often it is read.
+    void countContent(std::uint64_t index, std::uint64_t size);
+
     const std::u16string path_;
     mutable std::mutex mutex_; // guards the members below and all that libzip derives from them
     std::unique_ptr<zip_t, Discard> archive_;
     std::shared_ptr<const std::vector<Leaf>> leaves_;
+    std::unordered_map<std::uint64_t, std::uint64_t> countedContent_; // by the entries' indices
+    std::uint64_t contentLeft_ = 0;
 };
 
 } // namespace zippackage

@@ -22,8 +22,9 @@ using environment::local::FileDescriptor;
 /// The state behind a source; its operations answer as libzip wants them answered, -1 on failure.
 class FileReader {
 public:
-    FileReader(FileDescriptor descriptor, std::uint64_t size)
-        : descriptor_(std::move(descriptor)), size_(size) {}
+    FileReader(FileDescriptor descriptor, std::uint64_t size,
+               const std::shared_ptr<const ForeignEndRecords>& foreignEndRecords)
+        : descriptor_(std::move(descriptor)), size_(size), foreignEndRecords_(foreignEndRecords) {}
 
     static zip_int64_t handle(void* reader, void* data, zip_uint64_t length,
                               zip_source_cmd_t command) noexcept {
@@ -63,7 +64,8 @@ private:
 
     zip_int64_t read(void* buffer, zip_uint64_t capacity) noexcept {
         if (position_ < windowBegin_ || position_ >= windowBegin_ + windowSize_) {
-            const ssize_t count = readAt(position_, window_.data(), window_.size());
+            const ssize_t count = environment::local::readAt(
+                descriptor_.get(), window_.data(), window_.size(), static_cast<off_t>(position_));
             if (count < 0) {
                 zip_error_set(error_.get(), ZIP_ER_READ, errno);
                 return -1;
@@ -76,17 +78,10 @@ private:
         const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(
             {capacity, windowSize_ - offset, size_ - std::min(position_, size_)}));
         std::memcpy(buffer, window_.data() + offset, count);
+        if (const auto foreign = foreignEndRecords_.lock())
+            foreign->hide(position_, static_cast<char*>(buffer), count);
         position_ += count;
         return static_cast<zip_int64_t>(count);
-    }
-
-    ssize_t readAt(std::uint64_t position, char* buffer, std::size_t capacity) const noexcept {
-        for (;;) {
-            const ssize_t count =
-                ::pread(descriptor_.get(), buffer, capacity, static_cast<off_t>(position));
-            if (count >= 0 || errno != EINTR)
-                return count;
-        }
     }
 
     zip_int64_t seek(void* data, zip_uint64_t length) noexcept {
@@ -107,6 +102,7 @@ private:
 
     FileDescriptor descriptor_;
     std::uint64_t size_;
+    std::weak_ptr<const ForeignEndRecords> foreignEndRecords_;
     std::uint64_t position_ = 0;
     ZipError error_;
     // libzip reads a header in several pieces, and the next entry mostly follows.
@@ -123,14 +119,15 @@ ZipFileSource openZipFile(const std::u16string& path) {
     if (!file || !file->hasContent || ::fstat(file->descriptor.get(), &status) != 0)
         throwBroken("no file that can be read");
     const auto size = static_cast<std::uint64_t>(status.st_size);
-    auto reader = std::make_unique<FileReader>(std::move(file->descriptor), size);
+    auto foreign = std::make_shared<const ForeignEndRecords>(file->descriptor.get(), size);
+    auto reader = std::make_unique<FileReader>(std::move(file->descriptor), size, foreign);
     ZipError error;
     std::unique_ptr<zip_source_t, FreeZipSource> source(
         zip_source_function_create(&FileReader::handle, reader.get(), error.get()));
     if (!source)
         throwBroken(zip_error_strerror(error.get()));
     static_cast<void>(reader.release());
-    return {std::move(source), size};
+    return {std::move(source), size, std::move(foreign)};
 }
 
 } // namespace opc::zippackage

@@ -6,6 +6,8 @@
 
 #include <zip.h>
 
+#include "environment/local/ZipEndRecords.hpp"
+
 namespace opc::zippackage {
 
 struct FreeZipSource {
@@ -17,6 +19,9 @@ struct FreeZipSource {
 struct ZipFileSource {
     std::unique_ptr<zip_source_t, FreeZipSource> source;
     std::uint64_t size;
+    /// They are hidden from libzip for as long as this lives, that is, while it opens the file; in
+    /// what entries hold they are content like any other.
+    std::shared_ptr<const ForeignEndRecords> foreignEndRecords;
 };
 
 /// Opens the file at a UTF-16 path, never waiting for a pipe. Throws `std::runtime_error` when it
