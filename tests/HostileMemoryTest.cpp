@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "environment/Services.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 #include "support/HeapMonitor.hpp"
 #include "support/HostileFixture.hpp"
@@ -95,7 +96,12 @@ TEST_F(HostileMemoryTest, ADocumentTakesASmallMultipleOfItsText) {
     };
     const std::string sound = lookupText("m:Odd n=1");
     const std::string begin = sound.substr(0, sound.size() - 1);
-    const std::pair<const char*, std::string> rows[] = {
+    struct Row {
+        const char* what;
+        std::string text;
+        std::size_t multiple = 4; // of what nobody reads nothing is kept
+    };
+    const Row rows[] = {
         {"blanks", repeated(" ")},
         {"levels", begin + ",\"x\":" + repeated("[")},
         {"empty lists", begin + ",\"x\":[" + repeated("[],")},
@@ -103,13 +109,36 @@ TEST_F(HostileMemoryTest, ADocumentTakesASmallMultipleOfItsText) {
         {"numbers", begin + ",\"x\":[" + repeated("0,")},
         {"members", begin + repeated(",\"x\":0")},
         {"a name", begin + ",\"" + repeated("x")},
+        {"a name with escapes", begin + ",\"" + repeated("\\n")},
         {"a text", begin + ",\"x\":\"" + repeated("x")},
         {"escapes", begin + ",\"x\":\"" + repeated("\\n")},
+        {"numbers for lookups", begin + ",\"refItems\":[" + repeated("0,"), 64},
+        {"the same member again", begin + repeated(",\"refItems\":0"), 64},
     };
-    for (const auto& [what, text] : rows) {
+    for (const auto& [what, text, multiple] : rows) {
         root.lookupFile("m.json", text);
-        EXPECT_LT(peakOfCollection(""), 64 * kMebibyte) << what;
+        EXPECT_LT(peakOfCollection(""), multiple * kMebibyte) << what;
     }
+    root.remove(root.lookupFolder() / "m.json");
+
+    // Of a small package no more values are kept than of documentation of its size.
+    const std::string numbers = begin + ",\"refItems\":[" + repeated("0,");
+    std::string many = numbers;
+    while (many.size() < 30 * kMebibyte)
+        many += numbers.substr(begin.size() + 13);
+    testsupport::ZipFile().add("m.json", many).write(root.lookupFolder() / "m.zip");
+    EXPECT_LT(peakOfCollection(""), 500 * kMebibyte);
+}
+
+TEST_F(HostileMemoryTest, OfTheListOfProductsOnlyTheirMembersAreKept) {
+    std::string list = R"([{"shortName":"f")";
+    for (int member = 0; list.size() < kMebibyte; ++member)
+        list += ",\"" + std::to_string(member) + "\":0";
+    root.writeFile("installedProducts.json", list + "}]");
+    environment::setServices(testsupport::withDocDataRoot([this] { return root.path(); }));
+    const testsupport::HeapPeak peak;
+    EXPECT_EQ(testsupport::namesOfProducts(), "f ");
+    EXPECT_LT(peak.bytes(), 4 * kMebibyte);
 }
 
 } // namespace

@@ -23,7 +23,7 @@ using reference::property::SyntaxType;
 namespace json = boost::json;
 
 const std::u16string& propAnchorPrefix() {
-    static const std::u16string kPropAnchorPrefix = u"#prop_";
+    static const auto& kPropAnchorPrefix = *new std::u16string(u"#prop_");
     return kPropAnchorPrefix;
 }
 

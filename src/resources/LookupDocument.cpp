@@ -20,13 +20,11 @@ using reference::property::FunctionType;
 using reference::property::RefEntityType;
 using reference::property::RefItemLookup;
 
-/// In the order in which the items mostly have them.
-constexpr std::array kLookupMembers{&member::kName, &member::kRefPurpose, &member::kHref,
-                                    &member::kType, &member::kFcnType,    &member::kDeprecated};
-
 RefItemLookup readLookup(const boost::json::object& item) {
-    const auto [name, purpose, href, type, functionType, deprecated] =
-        findMembers(item, kLookupMembers);
+    // In the order in which the items mostly have them.
+    const std::array members{&member::kName, &member::kRefPurpose, &member::kHref,
+                             &member::kType, &member::kFcnType,    &member::kDeprecated};
+    const auto [name, purpose, href, type, functionType, deprecated] = findMembers(item, members);
     return {getFluString(requireMember(name), Utf8),    readEnum<RefEntityType>(type),
             getFluString(requireMember(purpose), Utf8), deprecated != nullptr,
             getFluString(requireMember(href), Ascii),   readEnum<FunctionType>(functionType)};

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include <boost/json/monotonic_resource.hpp>
-#include <boost/json/parse.hpp>
 
+#include "jsontext/Parsing.hpp"
 #include "jsontools/JsonAccess.hpp"
 #include "resources/LookupDocument.hpp"
 #include "resources/RefItemDocument.hpp"
@@ -35,8 +35,7 @@ template <typename T>
 ParsedResource<T> parseReferenceResource(const std::string& content) {
     ParsedResource<T> documents;
     boost::json::monotonic_resource arena(1024);
-    const boost::json::value root =
-        boost::json::parse(content, &arena, boost::json::parse_options());
+    const boost::json::value root = jsontext::parse(content, member::kAllNames, &arena);
     DocResource<T> main = parseDocResource<T>(root);
     const std::u16string& helpFolder = main.header.getHelpFolder();
     documents.try_emplace(helpFolder, std::move(main));

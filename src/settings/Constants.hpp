@@ -6,18 +6,18 @@
 
 namespace reference::docparser {
 
-extern const std::u16string kHashSign;
-extern const std::u16string kDot;
+extern const std::u16string& kHashSign;
+extern const std::u16string& kDot;
 
 /// The path library's separator, copied when this library is loaded.
-extern const std::u16string kPathSeparator;
+extern const std::u16string& kPathSeparator;
 
 /// The catalog folders, relative to the reference root.
-extern const std::u16string kReferenceApiLookupCatalog;
-extern const std::u16string kReferenceApiCatalog;
+extern const std::u16string& kReferenceApiLookupCatalog;
+extern const std::u16string& kReferenceApiCatalog;
 
 /// Used by all threads at once.
-extern const fl::i18n::codecvt_ascii_to_ustring asciiConverter;
-extern const fl::i18n::codecvt_string_to_ustring utf8Converter;
+extern const fl::i18n::codecvt_ascii_to_ustring& asciiConverter;
+extern const fl::i18n::codecvt_string_to_ustring& utf8Converter;
 
 } // namespace reference::docparser

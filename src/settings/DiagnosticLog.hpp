@@ -8,7 +8,7 @@
 namespace reference::docparser {
 
 /// The library's one log channel, "referenceApi::docparser".
-extern foundation::log::basic_diagnostic_logger<char> docParserLogger;
+extern foundation::log::basic_diagnostic_logger<char>& docParserLogger;
 
 /// Emits one record: `message` directly followed by `argument`. A disabled severity costs one bit
 /// test.

@@ -21,21 +21,22 @@ namespace reference::docparser {
 using doc_products_shared::TopLevelProductList;
 using TopLevelProductsProvider = std::function<TopLevelProductList()>;
 using SupportPackageSet = std::shared_ptr<const std::unordered_set<std::u16string>>;
+using RootsSnapshot = std::shared_ptr<const DocResourceParser::ReferenceRoots>;
 
 /// Guards `topLevelProductsProvider`, and is held while the provider runs.
-extern std::mutex topLevelProductsMutex;
+extern std::mutex& topLevelProductsMutex;
 /// Tells which top-level products are installed; never empty.
-extern TopLevelProductsProvider topLevelProductsProvider;
+extern TopLevelProductsProvider& topLevelProductsProvider;
 
 /// Guards `supportPackageCache`, and is held while the cache is filled.
-extern std::mutex supportPackageCacheMutex;
+extern std::mutex& supportPackageCacheMutex;
 /// The names of the installed hardware support packages; null until the first question.
-extern SupportPackageSet supportPackageCache;
+extern SupportPackageSet& supportPackageCache;
 
 /// Guards `currentReferenceRoots`, and is held while roots are made.
-extern std::mutex referenceRootsMutex;
+extern std::mutex& referenceRootsMutex;
 /// Null until the first question or setting.
-extern std::shared_ptr<const DocResourceParser::ReferenceRoots> currentReferenceRoots;
+extern RootsSnapshot& currentReferenceRoots;
 
 /// Asks the documentation product cache, anew at each call.
 TopLevelProductList defaultTopLevelProductsProvider();

@@ -15,11 +15,11 @@
 
 #include <sys/stat.h>
 
-#include <boost/json/parse.hpp>
 #include <boost/json/value.hpp>
 
 #include "environment/PathAndText.hpp"
 #include "environment/local/OpenedFile.hpp"
+#include "jsontext/Parsing.hpp"
 
 namespace environment::local {
 
@@ -105,10 +105,16 @@ private:
     std::size_t number_; // counted from 1
 };
 
+const jsontext::MemberNames& productMembers() {
+    static const auto& names = *new jsontext::MemberNames{
+        "shortName", "displayName", "helpLocation", "baseCode", "altShortName", "availability"};
+    return names;
+}
+
 TopLevelProductList readProducts(const std::u16string& path) {
     const std::string text = readWhole(path);
     boost::json::error_code failure;
-    const boost::json::value document = boost::json::parse(text, failure);
+    const boost::json::value document = jsontext::parse(text, productMembers(), {}, failure);
     if (failure)
         throwBroken(path, "not JSON: " + failure.message());
     if (!document.is_array())
@@ -142,8 +148,8 @@ private:
 } // namespace
 
 TopLevelProductList productsOfInstalledProductsFile() {
-    static ProductListCache cache;
-    static const auto none = std::make_shared<const ProductList>();
+    static auto& cache = *new ProductListCache();
+    static const auto& none = *new TopLevelProductList(std::make_shared<const ProductList>());
     const std::u16string path = doc_products_shared::Docroot::getInstance().getDocDataRoot() +
                                 fl::filesystem::upath_constant::PATHNAME_SEPARATOR +
                                 u"installedProducts.json";
