@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include <boost/log/attributes/attribute_value_set.hpp>
+#include <boost/log/core/core.hpp>
 #include <boost/log/sources/record_ostream.hpp>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -78,6 +80,21 @@ TEST(DiagnosticLogger, EveryThreadsRecordHasItsOwnSeverity) {
     EXPECT_EQ(records.size(), 4U * kRecords);
     for (const LogRecord& record : records)
         ASSERT_EQ(record.message, std::to_string(record.severity));
+}
+
+/// A filter of the host, which runs while a record is being opened, logs as well.
+TEST(DiagnosticLogger, AFilterMayLog) {
+    const LogCapture capture;
+    Logger logger("test::filter");
+    const auto core = boost::log::core::get();
+    bool isNested = false;
+    core->set_filter([&](const boost::log::attribute_value_set&) {
+        return std::exchange(isNested, true) || emit(logger, kSeverityDetail, "inner");
+    });
+    EXPECT_TRUE(emit(logger, kSeverityProblem, "outer"));
+    core->reset_filter();
+    EXPECT_THAT(capture.records(), ElementsAre(LogRecord{"inner", "test::filter", 16},
+                                               LogRecord{"outer", "test::filter", 512}));
 }
 
 } // namespace

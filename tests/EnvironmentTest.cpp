@@ -130,9 +130,23 @@ TEST(BuiltInServices, LocaleOfTheProcessComesBeforeItsVariables) {
     if (std::setlocale(LC_MESSAGES, "C.UTF-8") == nullptr)
         GTEST_SKIP() << "the machine has no locale but C";
     const ScopedVariables variables(nullptr, nullptr, "de_DE.UTF-8");
+    EXPECT_EQ(DocLanguage::getInstance().getDocLanguage(), u"de") << "not asked for again yet";
+    environment::resetServices();
     EXPECT_EQ(DocLanguage::getInstance().getDocLanguage(), u"en");
     std::setlocale(LC_MESSAGES, "C");
+    environment::resetServices();
     EXPECT_EQ(DocLanguage::getInstance().getDocLanguage(), u"de");
+}
+
+TEST(BuiltInServices, TheLocaleMayBeSetWhileTheLanguageIsAskedFor) {
+    std::jthread setter([](const std::stop_token& token) {
+        while (!token.stop_requested())
+            for (const char* locale : {"C.UTF-8", "C"})
+                std::setlocale(LC_MESSAGES, locale);
+    });
+    const ScopedVariables variables(nullptr, nullptr, "de");
+    for (int question = 0; question < 20'000; ++question)
+        ASSERT_EQ(DocLanguage::getInstance().getDocLanguage(), u"de");
 }
 
 TEST(InstalledProductsFile, EveryMemberReachesTheProduct) {

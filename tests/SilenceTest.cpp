@@ -19,19 +19,15 @@
 
 #include <gtest/gtest.h>
 
-#include "environment/Services.hpp"
-#include "reference/docparser/DocResourceParser.hpp"
-#include "support/LookupFixture.hpp"
+#include "support/LibraryFixture.hpp"
+#include "support/LibraryUse.hpp"
 #include "support/OpenDescriptors.hpp"
-#include "support/ResourceNotation.hpp"
-#include "support/ZipFile.hpp"
+#include "support/ScopedRoot.hpp"
 
 namespace reference::docparser {
 namespace {
 
-using namespace DocResourceParser;
 namespace fs = std::filesystem;
-using testsupport::lookupText;
 
 /// The system calls that looking at files, memory and locks takes. None of them starts a thread or
 /// a process, creates, changes or removes a file, or reaches another process.
@@ -90,9 +86,11 @@ template <typename Action>
     ::_exit(action() ? 0 : 1);
 }
 
-class SilenceTest : public testsupport::LookupFixture {
+class SilenceTest : public testsupport::LibraryFixture {
 protected:
     SilenceTest() { GTEST_FLAG_SET(death_test_style, "fast"); }
+
+    testsupport::ScopedRoot root;
 };
 
 TEST_F(SilenceTest, TheKernelStopsWhatTheLibraryMustNotDo) {
@@ -108,51 +106,14 @@ TEST_F(SilenceTest, TheKernelStopsWhatTheLibraryMustNotDo) {
         EXPECT_EXIT(runHarmlessly(action), testing::KilledBySignal(SIGSYS), "") << name;
 }
 
-bool useTheWholeLibrary(const testsupport::ScopedRoot& root) {
-    const std::ptrdiff_t descriptors = testsupport::openDescriptors();
-    restoreDefaultSettings();
-    const std::string lookups = testsupport::notationOf(getResourceLookupFiles());
-    const std::string items = testsupport::notationOf(getResourceFile(u"abc"));
-    const bool isHostInstalled = isProductInstalled(u"f") && isProductInstalled(u"p");
-    setTestProducts({}, {});
-    setReferenceRoot(root.pathOf("missing"));
-    clearSupportPackageCache();
-    const bool isNothingLeft = testsupport::notationOf(getResourceLookupFiles()).empty() &&
-                               getResourceFile(u"abc").empty() &&
-                               openAndReadFile(root.pathOf("missing")).empty();
-    return lookups == "+f:Ja n=1@Ja,2@En | +p:Zip m=1@Zip | -q:Zip n=1@Zip" &&
-           items == "f:Ja a=1 b=4 c=5 d=3" && isHostInstalled && isNothingLeft &&
-           testsupport::openDescriptors() == descriptors;
-}
-
 TEST_F(SilenceTest, TheLibraryStartsWritesAndPrintsNothingAndClosesItsFiles) {
-    write({{"a.json", "f:En n=1,2 | p:En m=1"},
-           {"a_ja.json", "f:Ja n=1"},
-           {"a_de.json", "f:De n=1"},
-           {"b.zip/x.json", "q:Zip n=1 | p:Zip m=1"}});
-    root.lookupFile("broken.json", "no JSON");
-    root.lookupFile("broken.zip", "no zip");
-    testsupport::ZipFile()
-        .add("x.json", lookupText("g:Bad n=1"))
-        .build()
-        .breakChecksum(0)
-        .write(root.lookupFolder() / "broken_entry.zip");
-    testsupport::ZipFile()
-        .add("x.json", lookupText("g:Bad n=1"))
-        .build()
-        .truncate(60)
-        .write(root.lookupFolder() / "truncated.zip");
-    root.referenceFile("abc.json", testsupport::referenceText("f:En a=1 b=2 d=3"));
-    root.referenceFile("abc_ja.json", testsupport::referenceText("f:Ja b=4 c=5"));
-    root.writeFile("installedProducts.json", R"([{"shortName": "f"}])");
-    root.makeFolder("supportPackages/p");
-    // What is installed the built-in services say.
-    environment::Services services;
-    services.docLanguage = host().docLanguage;
-    services.docDataRoot = host().docDataRoot;
-    environment::setServices(services);
-    EXPECT_EXIT(runHarmlessly([this] { return useTheWholeLibrary(root); }),
-                testing::ExitedWithCode(0), "");
+    writeDocumentation(root);
+    const auto useItAll = [this] {
+        const std::ptrdiff_t descriptors = testsupport::openDescriptors();
+        return testsupport::useTheWholeLibrary(root) &&
+               testsupport::openDescriptors() == descriptors;
+    };
+    EXPECT_EXIT(runHarmlessly(useItAll), testing::ExitedWithCode(0), "");
 }
 
 } // namespace

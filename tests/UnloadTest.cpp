@@ -1,5 +1,6 @@
 #include <cstdlib>
 #include <exception>
+#include <filesystem>
 #include <latch>
 #include <memory>
 #include <stdexcept>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include <dlfcn.h>
+#include <unistd.h>
 
 #include <boost/exception/exception.hpp>
 #include <boost/json/value.hpp>
@@ -18,6 +20,7 @@
 #include "environment/DocProducts.hpp"
 #include "environment/ReferenceProperty.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
+#include "support/ScopedRoot.hpp"
 
 namespace reference::docparser {
 namespace {
@@ -43,7 +46,8 @@ constexpr const char* kGetHeaderInfo =
 /// The library, as a host that may do without it has it.
 class Library {
 public:
-    Library() : handle_(::dlopen(DOCPARSER_LIBRARY, RTLD_NOW | RTLD_LOCAL)) {
+    explicit Library(const char* path = DOCPARSER_LIBRARY)
+        : handle_(::dlopen(path, RTLD_NOW | RTLD_LOCAL)) {
         if (!handle_)
             throw std::runtime_error(::dlerror());
     }
@@ -162,6 +166,48 @@ TEST(UnloadTest, TheProcessMayEndWhileSnapshotsAreHeld) {
         EXPECT_EXIT(exitWhileSnapshotsAreHeld(false), testing::ExitedWithCode(0), "");
         EXPECT_EXIT(exitWhileSnapshotsAreHeld(true), testing::ExitedWithCode(0), "");
     }
+}
+
+/// Uses the library, and once more when the program's last handler runs: the library and what it is
+/// linked with have destroyed by then whatever they ever will.
+[[noreturn]] void useTheLibraryToTheVeryEnd() {
+    using UseTheWholeLibrary = bool(const testsupport::ScopedRoot&);
+    static const auto* root = new testsupport::ScopedRoot();
+    static UseTheWholeLibrary* use = nullptr;
+    std::atexit([] {
+        const bool isUsable = use(*root);
+        delete root;
+        ::_exit(isUsable ? 0 : 1);
+    });
+    const Library library(LIBRARY_USE);
+    library.find<void(const testsupport::ScopedRoot&)>("writeDocumentationAt")(*root);
+    use = library.find<UseTheWholeLibrary>("useTheWholeLibraryAt");
+    std::exit(use(*root) ? 2 : 3);
+}
+
+TEST(UnloadTest, EveryFunctionWorksToTheEndOfTheProcess) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(useTheLibraryToTheVeryEnd(), testing::ExitedWithCode(0), "");
+}
+
+/// Loads the libraries by relative paths, and leaves the folder.
+[[noreturn]] void askForTheRootElsewhere() {
+    namespace fs = std::filesystem;
+    const fs::path environment(DOCENVIRONMENT_LIBRARY);
+    const fs::path library = fs::relative(DOCPARSER_LIBRARY, environment.parent_path());
+    fs::current_path(environment.parent_path());
+    const Library loadedFirst(("./" + environment.filename().string()).c_str());
+    const Library loaded(("./" + library.string()).c_str());
+    fs::current_path("/");
+    const auto roots =
+        loaded.find<decltype(DocResourceParser::getReferenceRoots)>(kGetReferenceRoots)();
+    const fs::path expected = environment.parent_path().parent_path() / "share";
+    std::exit(roots->referenceRoot.starts_with(expected.u16string()) ? 0 : 1);
+}
+
+TEST(UnloadTest, TheDefaultRootLiesBesideTheLibraryHoweverItWasLoaded) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(askForTheRootElsewhere(), testing::ExitedWithCode(0), "");
 }
 
 } // namespace

@@ -89,7 +89,8 @@ public:
     }
 
     /// Asks the core for a record; an empty one when logging is disabled or the core's filters
-    /// reject it. Holds the logger's own lock until the core has answered.
+    /// reject it, and when the process ends and Boost.Log is about to destroy its own objects.
+    /// Nothing is locked while the filters run: they may log, and call whatever logs.
     boost::log::record open_record(std::uint32_t severity);
 
     /// Hands a record that `open_record` gave, and that is not empty, to the core's sinks.

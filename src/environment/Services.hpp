@@ -15,22 +15,46 @@ namespace environment {
 using doc_products_shared::TopLevelProductList;
 
 /// The services that are the host's own. Each is called from whichever thread asks, possibly from
-/// several at once, with no lock of the environment held. The library does hold a lock of its own
-/// while it asks for the root, the products and the support packages: see
-/// `reference/docparser/DocResourceParser.hpp` for what these services must not call back. A
-/// service may throw anything: the caller of the environment sees it.
+/// several at once, with no lock of the environment held. A service may throw anything: the caller
+/// of the environment sees it.
+///
+/// The library `docparser` holds locks of its own while it asks for the root, the products and the
+/// support packages. What a service says that it must not call would wait for such a lock, at once
+/// or when another thread asks something else at the same time, for ever. To wait for a thread that
+/// is in one of these functions is as good as calling it. Functions that are not named may be
+/// called.
 struct Services {
     /// The documentation data root: a folder, without a separator at its end.
+    ///
+    /// Asked under the lock of the roots, by `restoreDefaultSettings` also under that of the
+    /// products, and by the built-in services for products and support packages under theirs. So it
+    /// must call no function that takes any of them: `getReferenceRoots`, `setReferenceRoot`,
+    /// `restoreDefaultSettings`, `clearSupportPackageCache`, `getTopLevelProducts`,
+    /// `getHardwareSupportPackages`, `isProductInstalled`, `setTestProducts`,
+    /// `getResourceLookupFiles` and `getResourceFile`.
     std::function<std::u16string()> docDataRoot{};
-    /// Codes such as "ja" or "pt_BR", "en" among them.
+    /// Codes such as "ja" or "pt_BR", "en" among them. Asked under no lock: it may call anything
+    /// that does not ask for the languages itself.
     std::function<std::vector<std::u16string>()> supportedDocLanguages{};
-    /// One such code: the language in force now.
+    /// One such code: the current language. Asked under no lock: it may call anything that does not
+    /// ask for the language itself.
     std::function<std::u16string()> docLanguage{};
     /// The installed products, in any order; null counts as none.
+    ///
+    /// Asked under the lock of the products, so it must not call `getTopLevelProducts`,
+    /// `isProductInstalled`, `setTestProducts`, `restoreDefaultSettings` and
+    /// `getResourceLookupFiles`; nor, since the roots and the products are not locked inside each
+    /// other, `getReferenceRoots`, `setReferenceRoot` and `getResourceFile`.
     std::function<TopLevelProductList()> installedTopLevelDocProducts{};
     /// The folder under which hardware support packages are installed; it need not exist.
+    ///
+    /// Asked under the lock of the support packages, which comes after the two others, so it must
+    /// call none of the functions that `docDataRoot` names.
     std::function<std::u16string()> supportPackageRoot{};
     /// The names of the hardware support packages that are installed under `root`.
+    ///
+    /// Asked under the lock of the support packages: it must call none of the functions that
+    /// `docDataRoot` names.
     std::function<std::unordered_set<std::u16string>(const std::u16string& root)>
         installedHardwareSupportPackages{};
 };
@@ -38,7 +62,9 @@ struct Services {
 /// Puts the host's services in force; an empty member means the built-in one. Any thread may call
 /// it: calls of a service that are under way run to their end on the services they began with,
 /// which live for so long. What the library has taken before stays: its roots until
-/// `restoreDefaultSettings`, the support packages also until `clearSupportPackageCache`.
+/// `restoreDefaultSettings`, the support packages also until `clearSupportPackageCache`. The name
+/// of the process's message locale is taken anew, so no other thread may call `setlocale`
+/// meanwhile.
 ///
 /// @param services the host's; what their functions refer to must live until others are in force
 ///        and no call of them is under way.
@@ -57,8 +83,11 @@ void setServices(Services services);
 ///   means that none is installed, a broken one throws `std::runtime_error`.
 /// - support packages: one folder each under `<root>/supportPackages`.
 /// - language: the first supported one that the process's message locale names (`ja_JP.UTF-8`
-///   gives ja), else en. The locale is that of `setlocale`; where it is "C", the variables LC_ALL,
-///   LC_MESSAGES and LANG say it.
+///   gives ja), else en. The locale is what `setlocale(LC_MESSAGES, nullptr)` gives while the
+///   library is loaded and at each call of `setServices` and `resetServices`; a copy of its name is
+///   kept, so threads may call `setlocale` at any other time. A host that sets the locale itself
+///   calls this function afterwards. Where the locale is "C", the variables LC_ALL, LC_MESSAGES and
+///   LANG name it, whenever the language is asked for.
 /// - supported languages: those for which translated manual pages exist.
 void resetServices();
 

@@ -9,12 +9,16 @@
 /// The services that are in force unless the host brings its own.
 namespace environment::local {
 
-/// Beside the installed library.
-std::u16string installedDocDataRoot();
+/// Beside the installed library, wherever its tree was moved; the same at each call.
+const std::u16string& installedDocDataRoot();
 /// "en" and every language into which manual pages are translated.
 std::vector<std::u16string> translatedManualLanguages();
-/// The first of those that the process's message locale names, else "en".
-std::u16string languageOfMessageLocale();
+/// The name of the process's message locale, which no other thread may change meanwhile; empty
+/// where it is "C".
+std::string messageLocale();
+/// The first of the translated manuals' languages that `locale` names, else "en". Where it is empty
+/// the variables LC_ALL, LC_MESSAGES and LANG name it.
+std::u16string languageOfLocale(const std::string& locale);
 /// From `installedProducts.json` under the documentation data root; never null.
 TopLevelProductList productsOfInstalledProductsFile();
 /// Under the documentation data root.

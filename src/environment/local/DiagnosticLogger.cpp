@@ -1,12 +1,12 @@
 #include "environment/Diagnostics.hpp"
 
+#include <cstdlib>
 #include <mutex>
 #include <unordered_map>
 #include <utility>
 
 #include <boost/log/attributes/attribute_set.hpp>
 #include <boost/log/attributes/constant.hpp>
-#include <boost/log/attributes/mutable_constant.hpp>
 #include <boost/log/core/core.hpp>
 
 #include "environment/PathAndText.hpp"
@@ -37,11 +37,12 @@ namespace {
 
 using SeverityMask = std::atomic<std::uint32_t>;
 
-/// The severity masks of all channels. A logger shares its channel's mask and so outlives this.
+/// The severity masks of all channels. It is never destroyed: loggers ask it, and are asked, to the
+/// end of the process.
 class ChannelRegistry {
 public:
     static ChannelRegistry& getInstance() {
-        static ChannelRegistry registry;
+        static auto& registry = *new ChannelRegistry();
         return registry;
     }
 
@@ -58,6 +59,14 @@ private:
     std::unordered_map<std::string, std::shared_ptr<SeverityMask>> masks_;
 };
 
+std::atomic<bool> isLoggingOver{false};
+
+/// Boost.Log destroys what it needs while the process ends. What is registered here, when that is
+/// built, runs before: from then on there are no records.
+void endLoggingBeforeBoostLog() {
+    std::atexit([] { isLoggingOver.store(true, std::memory_order_relaxed); });
+}
+
 } // namespace
 
 void setEnabledSeverities(const std::string& channel, std::uint32_t mask) {
@@ -69,24 +78,29 @@ class basic_diagnostic_logger<char>::Source {
 public:
     explicit Source(const std::string& channel) {
         attributes_.insert("Channel", boost::log::attributes::constant<std::string>(channel));
-        attributes_.insert("Severity", severity_);
+        endLoggingBeforeBoostLog();
     }
 
-    boost::log::record openRecord(std::uint32_t severity) {
-        if (!core_->get_logging_enabled())
+    // Each record has a set of attributes of its own, for no lock may be held here: the core runs
+    // the host's filters, which may log, or call what logs.
+    boost::log::record openRecord(std::uint32_t severity) const {
+        if (isLoggingOver.load(std::memory_order_relaxed) || !core_->get_logging_enabled())
             return {};
-        const std::lock_guard lock(mutex_);
-        severity_.set(static_cast<int>(severity));
-        return core_->open_record(attributes_);
+        boost::log::attribute_set attributes = attributes_;
+        attributes.insert("Severity",
+                          boost::log::attributes::constant<int>(static_cast<int>(severity)));
+        return core_->open_record(std::move(attributes));
     }
 
-    void pushRecord(boost::log::record&& record) { core_->push_record(std::move(record)); }
+    void pushRecord(boost::log::record&& record) const {
+        core_->push_record(std::move(record));
+        // The first record has built what the constructor has not.
+        [[maybe_unused]] static const bool isRegistered = (endLoggingBeforeBoostLog(), true);
+    }
 
 private:
     boost::log::core_ptr core_ = boost::log::core::get();
-    std::mutex mutex_; // held from setting severity_ until the core has taken it into a record
-    boost::log::attributes::mutable_constant<int> severity_{0};
-    boost::log::attribute_set attributes_;
+    boost::log::attribute_set attributes_; // of every record
 };
 
 basic_diagnostic_logger<char>::basic_diagnostic_logger(const std::string& channel)

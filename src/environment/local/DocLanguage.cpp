@@ -21,10 +21,6 @@ std::string textOf(const char* text) {
     return text == nullptr ? std::string() : text;
 }
 
-bool isUnspecific(std::string_view locale) {
-    return locale.empty() || locale == "C" || locale == "POSIX";
-}
-
 std::string localeOfEnvironmentVariables() {
     for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
         std::string locale = textOf(std::getenv(variable));
@@ -32,11 +28,6 @@ std::string localeOfEnvironmentVariables() {
             return locale;
     }
     return {};
-}
-
-std::string messageLocale() {
-    std::string locale = textOf(std::setlocale(LC_MESSAGES, nullptr));
-    return isUnspecific(locale) ? localeOfEnvironmentVariables() : locale;
 }
 
 /// Whether `locale`, language[_territory][.codeset][@modifier], is of `language`: the whole of
@@ -59,11 +50,16 @@ std::vector<std::u16string> translatedManualLanguages() {
     return languages;
 }
 
-std::u16string languageOfMessageLocale() {
-    const std::string locale = messageLocale();
+std::string messageLocale() {
+    std::string locale = textOf(std::setlocale(LC_MESSAGES, nullptr));
+    return locale == "C" || locale == "POSIX" ? std::string() : locale;
+}
+
+std::u16string languageOfLocale(const std::string& locale) {
+    const std::string named = locale.empty() ? localeOfEnvironmentVariables() : locale;
     const auto language =
         std::find_if(kSupportedLanguages.begin(), kSupportedLanguages.end(),
-                     [&](std::string_view candidate) { return isLocaleOf(locale, candidate); });
+                     [&](std::string_view candidate) { return isLocaleOf(named, candidate); });
     return widened(language == kSupportedLanguages.end() ? "en" : *language);
 }
 

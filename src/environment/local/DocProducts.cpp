@@ -1,41 +1,45 @@
 #include "environment/DocProducts.hpp"
 
 #include <filesystem>
-#include <string_view>
+#include <optional>
+#include <string>
 #include <system_error>
 #include <utility>
 
-#include <dlfcn.h>
-
 #include "environment/PathAndText.hpp"
 #include "environment/local/BuiltInServices.hpp"
+#include "environment/local/CodePath.hpp"
 #include "environment/local/CurrentServices.hpp"
 
 namespace environment::local {
 
 namespace {
 
-/// The folder of the shared library, or of the program, that holds this function.
-std::filesystem::path codeFolder() {
-    Dl_info module{};
-    if (::dladdr(reinterpret_cast<const void*>(&codeFolder), &module) == 0)
-        return {};
-    std::error_code unresolved;
-    const std::filesystem::path resolved = std::filesystem::canonical(module.dli_fname, unresolved);
-    return (unresolved ? std::filesystem::path(module.dli_fname) : resolved).parent_path();
+/// The program or the shared library that holds this code, with all links resolved. Nothing where
+/// the system cannot say.
+std::optional<std::filesystem::path> findCode() {
+    std::error_code failure;
+    std::filesystem::path code = std::filesystem::canonical(pathOfCode(), failure);
+    return failure ? std::nullopt : std::make_optional(std::move(code));
 }
 
-std::u16string docrootBesideLibrary() {
-    const std::filesystem::path docroot =
-        codeFolder() / DOCENVIRONMENT_DATADIR_FROM_CODE / "reference-docparser" / "docroot";
-    const std::string text = docroot.lexically_normal().string();
+std::u16string docrootOfInstallation() {
+    const std::optional<std::filesystem::path> code = findCode();
+    const std::filesystem::path datadir =
+        code ? code->parent_path() / DOCENVIRONMENT_DATADIR_FROM_CODE : DOCENVIRONMENT_DATADIR;
+    const std::string text =
+        (datadir / "reference-docparser" / "docroot").lexically_normal().string();
     return fl::i18n::codecvt_string_to_ustring("utf8", true).convert(text.data(), text.size());
 }
 
+/// Found while the code is loaded: later its path may lead elsewhere, for it may be relative to a
+/// folder that the program leaves.
+[[maybe_unused]] const std::u16string& docrootOfLoadTime = installedDocDataRoot();
+
 } // namespace
 
-std::u16string installedDocDataRoot() {
-    static const std::u16string docroot = docrootBesideLibrary();
+const std::u16string& installedDocDataRoot() {
+    static const auto& docroot = *new std::u16string(docrootOfInstallation());
     return docroot;
 }
 
@@ -75,7 +79,7 @@ const DocProductCacheManager& DocProductCacheManager::getInstance() {
 }
 
 std::shared_ptr<DocProductCollector> DocProductCacheManager::getDocProductCache() const {
-    static const auto collector = std::make_shared<DocProductCollector>();
+    static const auto& collector = *new auto(std::make_shared<DocProductCollector>());
     return collector;
 }
 

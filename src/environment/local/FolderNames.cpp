@@ -45,7 +45,7 @@ bool isFolderItselfOrParent(const dirent& entry) {
 }
 
 void addName(const char* name, std::vector<std::u16string>& names) {
-    static const fl::i18n::codecvt_string_to_ustring decoder("utf8", false);
+    const fl::i18n::codecvt_string_to_ustring decoder("utf8", false);
     try {
         names.push_back(decoder.convert(name, std::strlen(name)));
     } catch (const std::range_error&) {

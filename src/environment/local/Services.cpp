@@ -13,16 +13,18 @@ namespace {
 Services builtInServices() {
     return {.docDataRoot = local::installedDocDataRoot,
             .supportedDocLanguages = local::translatedManualLanguages,
-            .docLanguage = local::languageOfMessageLocale,
+            .docLanguage = [locale =
+                                local::messageLocale()] { return local::languageOfLocale(locale); },
             .installedTopLevelDocProducts = local::productsOfInstalledProductsFile,
             .supportPackageRoot = local::supportPackageFolder,
             .installedHardwareSupportPackages = local::namesOfFoldersUnder};
 }
 
+/// Never destroyed: the services are asked to the end of the process.
 class ServiceRegistry {
 public:
     static ServiceRegistry& getInstance() {
-        static ServiceRegistry registry;
+        static auto& registry = *new ServiceRegistry();
         return registry;
     }
 
@@ -41,6 +43,9 @@ private:
     mutable std::mutex mutex_; // guards services_
     std::shared_ptr<const Services> services_ = std::make_shared<Services>(builtInServices());
 };
+
+/// So that the message locale is asked while the program is being loaded, before it has threads.
+[[maybe_unused]] const ServiceRegistry& registryOfLoadTime = ServiceRegistry::getInstance();
 
 template <typename Service>
 void fillIfEmpty(Service& service, Service& builtIn) {

@@ -1,0 +1,40 @@
+#include "environment/local/CodePath.hpp"
+
+#ifndef DOCENVIRONMENT_IN_PROGRAM
+#include <dlfcn.h>
+#elif defined(__APPLE__)
+#include <cstdint>
+#include <string>
+
+#include <mach-o/dyld.h>
+#endif
+
+namespace environment::local {
+
+#ifndef DOCENVIRONMENT_IN_PROGRAM
+
+std::filesystem::path pathOfCode() {
+    Dl_info code{};
+    return ::dladdr(reinterpret_cast<const void*>(&pathOfCode), &code) == 0 ? "" : code.dli_fname;
+}
+
+// Of a program the dynamic linker only knows how it was called, perhaps a name that was found
+// through PATH.
+#elif defined(__APPLE__)
+
+std::filesystem::path pathOfCode() {
+    std::uint32_t size = 0;
+    ::_NSGetExecutablePath(nullptr, &size);
+    std::string path(size, '\0');
+    return ::_NSGetExecutablePath(path.data(), &size) == 0 ? path.c_str() : "";
+}
+
+#else
+
+std::filesystem::path pathOfCode() {
+    return "/proc/self/exe";
+}
+
+#endif
+
+} // namespace environment::local
