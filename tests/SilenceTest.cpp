@@ -29,16 +29,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The system calls that looking at files, memory and locks takes. None of them starts a thread or
-/// a process, creates, changes or removes a file, or reaches another process.
+/// The system calls that looking at files, memory and locks takes, and waiting for a leased file.
+/// None of them starts a thread or a process, creates, changes or removes a file, or reaches
+/// another process.
 const std::vector<std::uint32_t> kHarmlessCalls = {
-    SYS_brk,     SYS_clock_gettime,  SYS_close,       SYS_exit_group,
-    SYS_fcntl,   SYS_fstat,          SYS_futex,       SYS_getdents64,
-    SYS_getpid,  SYS_getrandom,      SYS_gettid,      SYS_lseek,
-    SYS_madvise, SYS_mmap,           SYS_mprotect,    SYS_mremap,
-    SYS_munmap,  SYS_pipe2,          SYS_newfstatat,  SYS_pread64,
-    SYS_read,    SYS_rt_sigaction,   SYS_sched_yield, SYS_sigaltstack,
-    SYS_statx,   SYS_rt_sigprocmask,
+    SYS_brk,       SYS_clock_gettime,  SYS_clock_nanosleep, SYS_close,       SYS_exit_group,
+    SYS_fcntl,     SYS_fstat,          SYS_futex,           SYS_getdents64,  SYS_getpid,
+    SYS_getrandom, SYS_gettid,         SYS_lseek,           SYS_madvise,     SYS_mmap,
+    SYS_mprotect,  SYS_mremap,         SYS_munmap,          SYS_pipe2,       SYS_newfstatat,
+    SYS_pread64,   SYS_read,           SYS_rt_sigaction,    SYS_sched_yield, SYS_sigaltstack,
+    SYS_statx,     SYS_rt_sigprocmask,
 };
 
 std::vector<sock_filter> makeFilter() {

@@ -1,23 +1,16 @@
 #include "environment/PathAndText.hpp"
 
 #include <cstdint>
-#include <filesystem>
 #include <limits>
 #include <stdexcept>
 #include <string>
-#include <thread>
 #include <utility>
 
 #include <gtest/gtest.h>
 
-#include "support/OpenDescriptors.hpp"
-#include "support/ScopedRoot.hpp"
-
 namespace {
 
-using fl::filesystem::basic_ifstream;
 using fl::i18n::codecvt_string_to_ustring;
-using testsupport::ScopedRoot;
 
 std::u16string decode(const std::string& text, bool replaceMalformed = true) {
     return codecvt_string_to_ustring("utf8", replaceMalformed).convert(text.data(), text.size());
@@ -144,36 +137,6 @@ TEST(PathParts, JoiningInsertsOneSeparatorWhereThereIsNone) {
         fl::filesystem::detail::concatenate_pathname(path, row.name, true);
         EXPECT_EQ(path, row.joined);
     }
-}
-
-TEST(InputFileStream, FolderOpensAndCannotBeSized) {
-    const ScopedRoot root;
-    basic_ifstream<char> folder(root.path(), std::ios_base::binary);
-    EXPECT_TRUE(folder.is_open());
-    folder.seekg(0, std::ios_base::end);
-    EXPECT_EQ(folder.tellg(), -1);
-    EXPECT_FALSE(folder);
-}
-
-TEST(InputFileStream, NeverWaitsWhenThePathIsSwappedForAPipe) {
-    const ScopedRoot root;
-    root.writeFile("file", "x");
-    root.makePipe("pipe");
-    const auto before = testsupport::openDescriptors();
-    std::jthread swapping([&](const std::stop_token& stop) {
-        while (!stop.stop_requested())
-            for (const char* target : {"file", "pipe"}) {
-                std::filesystem::create_symlink(target, root.nativePathOf("new"));
-                std::filesystem::rename(root.nativePathOf("new"), root.nativePathOf("link"));
-            }
-    });
-    for (int round = 0; round < 5000; ++round) {
-        basic_ifstream<char> file(root.pathOf("link"), std::ios_base::binary);
-        EXPECT_TRUE(!file.is_open() || file.get() == 'x');
-    }
-    swapping.request_stop();
-    swapping.join();
-    EXPECT_EQ(testsupport::openDescriptors(), before);
 }
 
 } // namespace

@@ -3,12 +3,18 @@
 #include <cstddef>
 #include <fstream>
 #include <ios>
+#include <memory>
 #include <optional>
+#include <streambuf>
 #include <string>
 #include <string_view>
 #include <system_error>
 #include <utility>
 #include <vector>
+
+namespace environment::local {
+class FileBuffer;
+} // namespace environment::local
 
 #pragma GCC visibility push(default)
 
@@ -157,13 +163,43 @@ class basic_ifstream;
 
 /// An input file stream for UTF-16 paths. A file that cannot be opened leaves the stream not open
 /// and failed, without raising. Only a file or a folder is opened: a named pipe, a socket or a
-/// device counts as missing, so opening never waits. A folder opens, but has no end position, and
-/// neither has a file with holes of more than 64 MiB, which would be read as that many zeros.
+/// device counts as missing, so opening never waits for one. Where another process has leased the
+/// file, opening waits until the lease is given up or taken away by the system, a minute at most.
+///
+/// A folder opens, but has no end position, and neither has a file with holes of more than 64 MiB,
+/// which would be read as that many zeros. Of a file that grows, what it had when it was opened is
+/// read, and no more; one that shrinks ends early.
+///
+/// The file is read by a buffer of the stream's own. Through a reference to `std::ifstream` it is
+/// read as well, but `is_open`, `close` and `rdbuf` then mean the buffer of that base, which is
+/// never open.
 template <>
 class basic_ifstream<char> : public std::ifstream {
 public:
-    /// Opens the file; `std::ios_base::in` is always part of the mode.
+    /// Opens the file; `std::ios_base::in` is always part of the mode, `std::ios_base::ate` is
+    /// heeded, and no other flag matters: nothing is translated or written.
+    ///
+    /// @throws std::bad_alloc when memory runs out.
     basic_ifstream(const std::u16string& pathname, std::ios_base::openmode mode);
+    ~basic_ifstream() override;
+    /// Neither copied nor moved.
+    basic_ifstream(const basic_ifstream&) = delete;
+    basic_ifstream& operator=(const basic_ifstream&) = delete;
+
+    /// Whether a file or a folder is open.
+    bool is_open() const noexcept;
+    /// Closes the file; the stream fails when none is open.
+    void close();
+    /// What the stream reads from, valid as long as the stream.
+    std::streambuf* rdbuf() const { return std::ios::rdbuf(); }
+
+    /// A stream reads the file that it was made for, and no other.
+    void open() = delete;
+    /// As `open`.
+    void swap() = delete;
+
+private:
+    std::unique_ptr<environment::local::FileBuffer> buffer_; // none when nothing was opened
 };
 
 } // namespace fl::filesystem

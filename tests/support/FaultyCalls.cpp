@@ -24,6 +24,17 @@ thread_local const char* struckCall = nullptr;
 
 std::atomic<std::size_t> strayCloses = 0;
 
+int errorOf(CallFault fault) noexcept {
+    switch (fault) {
+    case CallFault::Interrupt:
+        return EINTR;
+    case CallFault::Leased:
+        return EWOULDBLOCK;
+    default:
+        return EIO;
+    }
+}
+
 bool strikes(const char* call) noexcept {
     if (remaining == kNoFault || struckCall != nullptr)
         return false;
@@ -32,7 +43,7 @@ bool strikes(const char* call) noexcept {
         return false;
     }
     struckCall = call;
-    errno = kind == CallFault::Interrupt ? EINTR : EIO;
+    errno = errorOf(kind);
     return true;
 }
 
@@ -42,6 +53,10 @@ bool strikesAny(const char* call) noexcept {
 
 bool strikesOpening(const char* call) noexcept {
     return kind != CallFault::Short && strikes(call);
+}
+
+bool strikesReading(const char* call) noexcept {
+    return kind != CallFault::Leased && strikes(call);
 }
 
 /// The call that this program's own stands before.
@@ -56,7 +71,8 @@ int openFile(const char* call, Arguments... arguments) noexcept {
 }
 
 DIR* openFolder(const char* call, const char* path) noexcept {
-    return strikesOpening(call) ? nullptr : next<DIR*(const char*)>(call)(path);
+    return kind != CallFault::Leased && strikesOpening(call) ? nullptr
+                                                             : next<DIR*(const char*)>(call)(path);
 }
 
 template <typename... Arguments>
@@ -68,7 +84,7 @@ template <typename... Position>
 ssize_t readFile(const char* call, int file, void* buffer, std::size_t size,
                  Position... position) noexcept {
     const auto real = next<ssize_t(int, void*, std::size_t, Position...)>(call);
-    if (!strikes(call))
+    if (!strikesReading(call))
         return real(file, buffer, size, position...);
     return kind == CallFault::Short ? real(file, buffer, (size + 1) / 2, position...) : -1;
 }

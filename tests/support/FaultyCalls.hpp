@@ -10,6 +10,7 @@ enum class CallFault {
     Error,     ///< EIO
     Interrupt, ///< EINTR, of opening and reading only
     Short,     ///< half of what is asked for, of reading only
+    Leased,    ///< EWOULDBLOCK, of opening files only
 };
 
 /// While it lives, one call of its thread fails: the one after the first `succeeding` of those

@@ -19,6 +19,7 @@
 
 #include "environment/PathAndText.hpp"
 #include "environment/local/OpenedFile.hpp"
+#include "environment/local/SystemSpelling.hpp"
 #include "jsontext/Parsing.hpp"
 
 namespace environment::local {
@@ -56,7 +57,8 @@ std::optional<FileState> lookAt(const std::u16string& path) {
     }
     if (!S_ISREG(status.st_mode))
         throwBroken(path, "no regular file");
-    return FileState{path, status.st_size, {status.st_mtim.tv_sec, status.st_mtim.tv_nsec}};
+    const timespec modified = modificationTime(status);
+    return FileState{path, status.st_size, {modified.tv_sec, modified.tv_nsec}};
 }
 
 /// Takes the size from the file that it has opened: the path may name another one by now. What is

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
+#include <thread>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -14,6 +16,13 @@ namespace {
 
 constexpr off_t kMaximumHoles = 64 << 20;
 
+// The pauses add up to more than the 45 seconds after which Linux takes a lease away.
+constexpr std::chrono::milliseconds kFirstPause{1};
+constexpr std::chrono::milliseconds kLastPause{1 << 15};
+
+// Not every system reads more than 2^31 - 1 bytes at once.
+constexpr std::size_t kMaximumRead = std::size_t{1} << 30;
+
 bool isFileOrFolder(const struct stat& status) {
     return S_ISREG(status.st_mode) || S_ISDIR(status.st_mode);
 }
@@ -24,6 +33,17 @@ int openDescriptor(const std::string& path) {
         const int number = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
         if (number >= 0 || errno != EINTR)
             return number;
+    }
+}
+
+/// The first attempt has the holder of a lease asked to give it up. To wait in `open` itself would
+/// be to wait for a pipe, should the path come to name one.
+int openWhenNotLeased(const std::string& path) {
+    for (auto pause = kFirstPause;; pause *= 2) {
+        const int number = openDescriptor(path);
+        if (number >= 0 || errno != EWOULDBLOCK || pause > kLastPause)
+            return number;
+        std::this_thread::sleep_for(pause);
     }
 }
 
@@ -46,11 +66,10 @@ bool hasLargeHoles(int descriptor, off_t size) {
     return false;
 }
 
-bool hasContent(int descriptor, const struct stat& status) {
-    if (S_ISDIR(status.st_mode))
-        return false;
-    return status.st_size <= kMaximumHoles ||
-           (!hasLargeHoles(descriptor, status.st_size) && ::lseek(descriptor, 0, SEEK_SET) == 0);
+std::optional<off_t> contentSize(int descriptor, const struct stat& status) {
+    if (S_ISDIR(status.st_mode) || hasLargeHoles(descriptor, status.st_size))
+        return std::nullopt;
+    return status.st_size;
 }
 
 } // namespace
@@ -68,11 +87,11 @@ std::optional<OpenedFile> openForReading(const std::u16string& pathname) {
     // when open, for the path may have come to name another file meanwhile.
     if (!path || ::stat(path->c_str(), &status) != 0 || !isFileOrFolder(status))
         return std::nullopt;
-    FileDescriptor descriptor(openDescriptor(*path));
+    FileDescriptor descriptor(openWhenNotLeased(*path));
     if (descriptor.get() < 0 || ::fstat(descriptor.get(), &status) != 0 || !isFileOrFolder(status))
         return std::nullopt;
-    const bool isStored = hasContent(descriptor.get(), status);
-    return OpenedFile{std::move(descriptor), isStored};
+    const std::optional<off_t> size = contentSize(descriptor.get(), status);
+    return OpenedFile{std::move(descriptor), size};
 }
 
 ssize_t readAt(int descriptor, char* buffer, std::size_t capacity, off_t position) noexcept {

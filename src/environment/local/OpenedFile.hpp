@@ -14,15 +14,16 @@ namespace environment::local {
 class FileDescriptor {
 public:
     explicit FileDescriptor(int number = -1) noexcept : number_(number) {}
-    FileDescriptor(FileDescriptor&& other) noexcept : number_(other.release()) {}
+    FileDescriptor(FileDescriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
     FileDescriptor& operator=(FileDescriptor&&) = delete;
-    ~FileDescriptor() {
-        if (number_ >= 0)
-            ::close(number_);
-    }
+    ~FileDescriptor() { close(); }
 
     int get() const noexcept { return number_; }
-    int release() noexcept { return std::exchange(number_, -1); }
+
+    void close() noexcept {
+        if (number_ >= 0)
+            ::close(std::exchange(number_, -1));
+    }
 
 private:
     int number_;
@@ -30,16 +31,19 @@ private:
 
 struct OpenedFile {
     FileDescriptor descriptor;
-    /// False for a folder, and for a file with holes of more than 64 MiB: its size says nothing of
-    /// what is stored, and whoever believed it would fill the memory with zeros.
-    bool hasContent;
+    /// What the file had when it was opened, in bytes. All that read it go by this size, whatever
+    /// becomes of the file: its holes were judged by it. Nothing for a folder, and for a file with
+    /// holes of more than 64 MiB: its size says nothing of what is stored, and whoever believed it
+    /// would fill the memory with zeros.
+    std::optional<off_t> size;
 };
 
 /// `pathname` for system calls; nothing when it holds U+0000, which would cut it short.
 std::optional<std::string> accessPath(const std::u16string& pathname);
 
-/// Opens a regular file or a folder for reading, and never waits. Nothing when `pathname` is
-/// missing, may not be read or is of another kind.
+/// Opens a regular file or a folder for reading. Nothing when `pathname` is missing, may not be
+/// read or is of another kind. Never waits for a pipe or a device; for a file that another process
+/// has leased, until it gives the lease up or the system takes it away, a minute at most.
 std::optional<OpenedFile> openForReading(const std::u16string& pathname);
 
 /// Reads once at `position`, again when interrupted, and perhaps less than `capacity`. Negative on

@@ -1,11 +1,7 @@
 #include "environment/PathAndText.hpp"
 
-#include <unistd.h>
-
-#include <ext/stdio_filebuf.h>
 #include <unicode/utf16.h>
 
-#include "environment/local/OpenedFile.hpp"
 
 namespace fl::filesystem {
 
@@ -71,25 +67,5 @@ void concatenate_pathname(std::u16string& pathname, const std::u16string& filena
 }
 
 } // namespace detail
-
-basic_ifstream<char>::basic_ifstream(const std::u16string& pathname, std::ios_base::openmode mode) {
-    auto file = environment::local::openForReading(pathname);
-    if (file) {
-        // A buffer that opens owns the file from then on, also when its construction throws.
-        const int number = file->descriptor.release();
-        __gnu_cxx::stdio_filebuf<char> buffer(number, mode | std::ios_base::in);
-        if (buffer.is_open())
-            *rdbuf() = std::move(buffer);
-        else
-            ::close(number);
-    }
-    if (!is_open())
-        setstate(std::ios_base::failbit);
-    else if (!file->hasContent)
-        // Otherwise such a file could be sized; some file systems size a folder as 2^63 - 1 bytes.
-        setstate(std::ios_base::badbit);
-    else if ((mode & std::ios_base::ate) != 0)
-        seekg(0, std::ios_base::end);
-}
 
 } // namespace fl::filesystem

@@ -7,8 +7,7 @@
 #include <optional>
 #include <utility>
 
-#include <sys/stat.h>
-#include <unistd.h>
+#include <sys/types.h>
 
 #include "environment/local/OpenedFile.hpp"
 #include "environment/local/ZipError.hpp"
@@ -17,14 +16,14 @@ namespace opc::zippackage {
 
 namespace {
 
-using environment::local::FileDescriptor;
+using environment::local::OpenedFile;
 
 /// The state behind a source; its operations answer as libzip wants them answered, -1 on failure.
 class FileReader {
 public:
-    FileReader(FileDescriptor descriptor, std::uint64_t size,
+    FileReader(OpenedFile file, std::uint64_t size,
                const std::shared_ptr<const ForeignEndRecords>& foreignEndRecords)
-        : descriptor_(std::move(descriptor)), size_(size), foreignEndRecords_(foreignEndRecords) {}
+        : file_(std::move(file)), size_(size), foreignEndRecords_(foreignEndRecords) {}
 
     static zip_int64_t handle(void* reader, void* data, zip_uint64_t length,
                               zip_source_cmd_t command) noexcept {
@@ -64,8 +63,9 @@ private:
 
     zip_int64_t read(void* buffer, zip_uint64_t capacity) noexcept {
         if (position_ < windowBegin_ || position_ >= windowBegin_ + windowSize_) {
-            const ssize_t count = environment::local::readAt(
-                descriptor_.get(), window_.data(), window_.size(), static_cast<off_t>(position_));
+            const ssize_t count =
+                environment::local::readAt(file_.descriptor.get(), window_.data(), window_.size(),
+                                           static_cast<off_t>(position_));
             if (count < 0) {
                 zip_error_set(error_.get(), ZIP_ER_READ, errno);
                 return -1;
@@ -100,7 +100,7 @@ private:
         return static_cast<zip_int64_t>(sizeof(*status));
     }
 
-    FileDescriptor descriptor_;
+    OpenedFile file_;
     std::uint64_t size_;
     std::weak_ptr<const ForeignEndRecords> foreignEndRecords_;
     std::uint64_t position_ = 0;
@@ -114,13 +114,12 @@ private:
 } // namespace
 
 ZipFileSource openZipFile(const std::u16string& path) {
-    std::optional<environment::local::OpenedFile> file = environment::local::openForReading(path);
-    struct stat status {};
-    if (!file || !file->hasContent || ::fstat(file->descriptor.get(), &status) != 0)
+    std::optional<OpenedFile> file = environment::local::openForReading(path);
+    if (!file || !file->size)
         throwBroken("no file that can be read");
-    const auto size = static_cast<std::uint64_t>(status.st_size);
+    const auto size = static_cast<std::uint64_t>(*file->size);
     auto foreign = std::make_shared<const ForeignEndRecords>(file->descriptor.get(), size);
-    auto reader = std::make_unique<FileReader>(std::move(file->descriptor), size, foreign);
+    auto reader = std::make_unique<FileReader>(*std::move(file), size, foreign);
     ZipError error;
     std::unique_ptr<zip_source_t, FreeZipSource> source(
         zip_source_function_create(&FileReader::handle, reader.get(), error.get()));
