@@ -86,7 +86,8 @@ public:
     /// A package that is not open yet.
     explicit Package(zippackage::ZipPhysicalPackage& physicalPackage);
 
-    /// Reads the package's directory. The content of the entries is not looked at, so broken
+    /// Reads the package's directory, the one that the last end record names of those that may be
+    /// the file's own. The content of the entries is not looked at, so broken
     /// content costs that entry only; a directory that contradicts itself costs the package. Throws
     /// `std::runtime_error` when the file cannot be read as a zip package.
     void open(interfaces::OpenMode mode);
@@ -146,9 +147,11 @@ public:
     std::u16string getPath(const FileSystemEntry& entry) const;
 
     /// Opens an entry for reading. Content is decompressed and checked against its checksum and
-    /// declared size; an entry may hold 1 GiB at most, and of entries that share what is stored
-    /// only so many can be had as take up eight times the size of the package. Throws
-    /// `std::runtime_error` for an encrypted entry or an unsupported method; the stream throws it
+    /// declared size. An entry may hold 64 times what is stored of it, 32 MiB in any case and 1 GiB
+    /// at most; all entries that are read from one package, each counted once, may hold 64 times
+    /// its size, 64 MiB in any case. Of entries that share what is stored only so many can be had
+    /// as take up eight times the size of the package. Throws `std::runtime_error` for an entry
+    /// that is encrypted, neither stored nor deflated, or beyond these limits; the stream throws it
     /// for content that is broken.
     std::unique_ptr<ContentSource> getFileContentSource(const FileSystemEntry& entry,
                                                         TransformMode mode) const;

@@ -11,8 +11,27 @@ configure("${EXAMPLE_DIR}" "${WORK_DIR}/example"
 run(${CMAKE_COMMAND} --build "${WORK_DIR}/example")
 expect_card("${WORK_DIR}/example/help_card")
 
-build_by_pkg_config("${WORK_DIR}/installed" "${WORK_DIR}/help_card" --static)
+build_by_pkg_config("${WORK_DIR}/installed" "${EXAMPLE_DIR}/main.cpp" "${WORK_DIR}/help_card" --static)
 expect_card("${WORK_DIR}/help_card")
+
+# The documentation beside the program is read, and not the current folder's, when the shell finds
+# the program through PATH.
+file(WRITE "${WORK_DIR}/print_root.cpp" [[
+#include <iostream>
+#include "environment/PathAndText.hpp"
+#include "reference/docparser/DocResourceParser.hpp"
+int main() {
+    using namespace reference::docparser::DocResourceParser;
+    std::cout << fl::i18n::to_string(getReferenceRoots()->referenceRoot);
+}
+]])
+file(MAKE_DIRECTORY "${WORK_DIR}/moved/bin" "${WORK_DIR}/planted/folder")
+build_by_pkg_config("${WORK_DIR}/installed" "${WORK_DIR}/print_root.cpp"
+  "${WORK_DIR}/moved/bin/print_root" --static)
+run(sh -c "cd '${WORK_DIR}/planted/folder' && PATH='${WORK_DIR}/moved/bin' print_root")
+if(NOT output STREQUAL "${WORK_DIR}/moved/share/reference-docparser/docroot")
+  message(FATAL_ERROR "The default root is ${output}")
+endif()
 
 # What a static library needs beside it is named where it is missing.
 set(ENV{PKG_CONFIG_LIBDIR} "${WORK_DIR}")

@@ -19,14 +19,14 @@ function(configure source build)
   set(output "${output}" PARENT_SCOPE)
 endfunction()
 
-# Builds the example without CMake, as pkg-config says for the library under `prefix`.
-function(build_by_pkg_config prefix program)
+# Builds the source of a program without CMake, as pkg-config says for the library under `prefix`.
+function(build_by_pkg_config prefix source program)
   file(GLOB_RECURSE module "${prefix}/*/reference-docparser.pc")
   cmake_path(GET module PARENT_PATH folder)
   run(${CMAKE_COMMAND} -E env "PKG_CONFIG_PATH=${folder}"
     pkg-config --cflags --libs reference-docparser ${ARGN})
   separate_arguments(flags UNIX_COMMAND "${output}")
-  run(${CXX_COMPILER} -std=c++20 "${EXAMPLE_DIR}/main.cpp" ${flags} -o "${program}")
+  run(${CXX_COMPILER} -std=c++20 "${source}" ${flags} -o "${program}")
 endfunction()
 
 # Writes a resource file whose only item is that of a support package: it is looked for in the

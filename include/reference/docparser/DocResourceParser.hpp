@@ -17,7 +17,8 @@
 /// library is loaded. Paths, names and language codes are UTF-16; file contents are bytes.
 ///
 /// Once loaded the library stays mapped to the end of the process, also when it is closed, so that
-/// what callers still hold of it remains valid.
+/// what callers still hold of it remains valid. Until then its functions may be called: by
+/// destructors of a program's own static objects, and by threads that go on while the process ends.
 namespace reference::docparser::DocResourceParser {
 
 /// The folders under which reference data is looked for. A record never changes once it is made.
@@ -101,7 +102,8 @@ DOCPARSER_API std::string openAndReadFile(const ProductPathData& product);
 /// returns.
 ///
 /// @return the entry's content, or an empty string when it cannot be had whole: a broken checksum
-///         or size, encryption, an unknown method, more than 1 GiB.
+///         or size, encryption, a method other than stored and deflated, or more content than
+///         `FileSystemManager::getFileContentSource` hands out.
 ///
 /// Logs "Reading file: " and the product's name (not the entry's) at severity 16, and "Error
 /// reading file: " and the name, also at severity 16, when the content cannot be had.
@@ -226,7 +228,9 @@ DOCPARSER_API LookupResources getResourceLookupFiles();
 /// @par Format
 /// A UTF-8 JSON object with the strings "productName", "baseCode", "helpFolder" and "helpLocation",
 /// the array "refItems", and optionally "supportPackages", an array of objects of the same form. An
-/// item has at least the strings "href" and "refpurpose"; formats.md describes it whole.
+/// item has at least the strings "href" and "refpurpose"; formats.md describes it whole. Members
+/// that are not part of the format are passed over. A text with more values than four million and
+/// one for each 8 bytes counts as broken.
 /// @par Thread safety
 /// Nothing is locked while files are read and parsed; nothing is cached.
 DOCPARSER_API std::map<std::u16string, DocResource<RefItem>>
