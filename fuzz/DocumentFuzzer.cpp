@@ -12,15 +12,33 @@
 
 #include "Support.hpp"
 #include "environment/ReferenceProperty.hpp"
+#include "jsontext/Parsing.hpp"
 #include "reference/docparser/DocParserException.hpp"
 #include "reference/docparser/RefItem.hpp"
 #include "resources/ReferenceResource.hpp"
+#include "settings/MemberNames.hpp"
 #include "support/RefItemDescription.hpp"
 #include "support/ResourceModel.hpp"
 
 namespace docparser = reference::docparser;
 using docparser::RefItem;
 using reference::property::RefItemLookup;
+
+namespace {
+
+/// Whoever wrote a text, its objects must not become tables that he can fill.
+void requireKnownNames(const boost::json::value& value) {
+    if (const boost::json::object* object = value.if_object())
+        for (const auto& [name, member] : *object) {
+            fuzz::require(docparser::member::kAllNames.contains(name), "only what is read is kept");
+            requireKnownNames(member);
+        }
+    if (const boost::json::array* list = value.if_array())
+        for (const boost::json::value& element : *list)
+            requireKnownNames(element);
+}
+
+} // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string text(fuzz::textOf(data, size));
@@ -35,8 +53,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
                       "what is read is what stands there");
     } catch (const boost::system::system_error&) {
         fuzz::require(failure.failed(), "JSON is read");
+        return 0;
     } catch (const docparser::DocParserException&) {
         fuzz::require(!failure && !expected, "only JSON that breaks the format is refused");
     }
+    if (!failure)
+        requireKnownNames(jsontext::parse(text, docparser::member::kAllNames, {}));
     return 0;
 }

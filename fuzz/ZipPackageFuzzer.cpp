@@ -22,8 +22,10 @@ using fuzz::require;
 using opc::zqservices::FileSystemEntry;
 using opc::zqservices::FileSystemManager;
 
-/// How much is read of one package: the leaves of a small one can hold very much.
-constexpr std::size_t kReadPerInput = std::size_t{4} << 20;
+/// What a small package may inflate to.
+constexpr std::size_t kContentOfAnyPackage = std::size_t{64} << 20;
+/// How much is read of one package, so that more would show.
+constexpr std::size_t kReadPerInput = kContentOfAnyPackage + (std::size_t{1} << 20);
 
 /// A file in memory that stands for whatever was last put into it.
 class MemoryFile {
@@ -105,6 +107,7 @@ void checkLeaves(FileSystemManager& manager) {
             checkResourceReading(manager, leaf, reading);
         allowed -= std::min(allowed, reading.bytes.size());
     }
+    require(kReadPerInput - allowed <= kContentOfAnyPackage, "a small package has little content");
 }
 
 } // namespace
