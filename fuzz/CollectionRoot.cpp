@@ -39,6 +39,8 @@ const Texts kFunctionTypes{"method", "static", "no type"};
 constexpr std::size_t kMaximumFiles = 6;
 constexpr std::size_t kMaximumLeaves = 4;
 constexpr std::size_t kMaximumLookups = 5;
+constexpr std::size_t kMaximumSeries = 32;
+constexpr std::size_t kMaximumRuns = 4;
 
 /// Every text that tells documents and lookups apart gets the next number.
 class Numbers {
@@ -152,6 +154,51 @@ Leaf chooseLeaf(Choices& choices, Numbers& numbers) {
     return {name.empty() ? "a.json" : name, chooseText(choices, numbers), damage, isDeflated};
 }
 
+/// Appends lookups of one name whose links are all different, all the same, or come round again.
+void appendRun(json::array& lookups, Choices& choices, Numbers& numbers) {
+    const std::string& name = kNames[choices.below(2)];
+    const std::size_t length = choices.below(8);
+    const std::size_t count = length < 7 ? length : choices.below(64);
+    const std::size_t first = choices.below(8);
+    const std::size_t step = choices.below(3);
+    const std::size_t period = 1 + choices.below(64);
+    for (std::size_t i = 0; i < count; ++i)
+        lookups.push_back({{"name", name},
+                           {"refpurpose", numbers.next()},
+                           {"href", 'h' + std::to_string((first + i * step) % period)}});
+}
+
+/// A package of many documents of two keys, English and localized, that meet again and again with
+/// lists of all lengths.
+std::vector<Leaf> chooseSeries(Choices& choices, Numbers& numbers) {
+    std::vector<Leaf> leaves;
+    for (std::size_t count = 1 + choices.below(kMaximumSeries); count > 0; --count) {
+        const bool isLocalized = choices.yes();
+        json::object document{{"productName", numbers.next()},
+                              {"baseCode", ""},
+                              {"helpFolder", kKeys[choices.below(4) / 3]},
+                              {"helpLocation", ""}};
+        json::array lookups;
+        for (std::size_t runs = choices.below(kMaximumRuns + 1); runs > 0; --runs)
+            appendRun(lookups, choices, numbers);
+        document["refItems"] = lookups;
+        leaves.push_back({isLocalized ? "a_ja.json" : "a.json", json::serialize(document),
+                          LeafDamage::None, false});
+    }
+    return leaves;
+}
+
+/// One choice out of sixteen is a series.
+std::vector<Leaf> chooseLeaves(Choices& choices, Numbers& numbers) {
+    const std::size_t choice = choices.below(256);
+    if (choice >= 240)
+        return chooseSeries(choices, numbers);
+    std::vector<Leaf> leaves;
+    for (std::size_t count = 1 + choice % kMaximumLeaves; count > 0; --count)
+        leaves.push_back(chooseLeaf(choices, numbers));
+    return leaves;
+}
+
 FileKind chooseKind(Choices& choices, const std::string& name) {
     const bool mayBePackage = name.ends_with(".zip");
     switch (choices.below(16)) {
@@ -172,8 +219,7 @@ LookupFile chooseFile(Choices& choices, Numbers& numbers) {
     if (file.kind == FileKind::Text)
         file.text = chooseText(choices, numbers);
     if (file.kind == FileKind::Package || file.kind == FileKind::CutPackage)
-        for (std::size_t count = 1 + choices.below(kMaximumLeaves); count > 0; --count)
-            file.leaves.push_back(chooseLeaf(choices, numbers));
+        file.leaves = chooseLeaves(choices, numbers);
     return file;
 }
 

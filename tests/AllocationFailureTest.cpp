@@ -59,7 +59,7 @@ TEST_F(AllocationFailureTest, ResourceFilesAreWholeOrLostEachForItself) {
     sweep("getResourceFile", read, oneOf({whole, english, japanese, ""}), unchanged());
 }
 
-TEST_F(AllocationFailureTest, ACollectionHasNothingThatNoFileHas) {
+TEST_F(AllocationFailureTest, ACollectionHasWholeLocalizedDocumentsAndNothingThatNoFileHas) {
     enableSeverities(16 | 512);
     std::set<std::string> known = testsupport::partsOf(collect());
     for (const auto& [name, notation] : kLookupFiles) {
@@ -69,7 +69,10 @@ TEST_F(AllocationFailureTest, ACollectionHasNothingThatNoFileHas) {
     writeLookupFiles("");
     const Rule isKnown = [&known](const std::string& notation) {
         const auto parts = testsupport::partsOf(notation);
-        return std::includes(known.begin(), known.end(), parts.begin(), parts.end());
+        const bool isLocalized = parts.contains("g:ZipJa");
+        return std::includes(known.begin(), known.end(), parts.begin(), parts.end()) &&
+               parts.contains("g m=1@ZipJa") == isLocalized &&
+               parts.contains("g n=1@ZipJa") == isLocalized;
     };
     ASSERT_FALSE(isKnown("+f:Zip")) << "the rule tells nothing apart";
     sweep(

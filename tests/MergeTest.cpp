@@ -74,8 +74,14 @@ TEST_F(MergeTest, OfSeveralFilesTheFirstEnglishAndTheLastLocalizedOneWins) {
              {{{"b.zip/x.json", "f:2"}, {"a.zip/y.json", "f:1"}, {"a.zip/x.json", "f:0"}}, "+f:1"},
              {{{"b.zip/2_ja.json", "f:2"}, {"b.zip/1_ja.json", "f:1"}, {"b.zip/3.json", "f:0"}},
               "+f:1"},
-             {{{"a.json", "f:1 n=1,2,3"}, {"b_ja.json", "f:2 n=4"}, {"c.json", "f:3 n=5,6,7,8,9"}},
-              "+f:2 n=4@2,1@1,2@1,3@1,5@3,6@3,7@3,8@3,9@3"},
+             // Only the list that takes the place keeps links that repeat.
+             {{{"a.json", "f:1 n=1,1,2,3"}, {"b_ja.json", "f:2 n=5,5"}},
+              "+f:2 n=5@2,5@2,1@1,2@1,3@1"},
+             {{{"a.json", "f:1 n=1,1,2,3"},
+               {"b_ja.json", "f:2 n=5,5"},
+               {"c_ja.json", "f:3 n=1"},
+               {"d.json", "f:4 n=6,5,7,6,8"}},
+              "+f:3 n=1@3,5@2,2@1,3@1,6@4,7@4,8@4"},
              {{{"b.zip/x.json", "f:1 n=1 n=2"}, {"b.zip/x.json", "f:2 n=3,4,1"}},
               "+f:1 n=1@1,2@1,3@2,4@2"},
              {{{"a.json", "f:1 n=1 | f:2 n=2,3 | p:3 m=1 | p:4 m=2"}}, "+f:1 n=1@1 | +p:3 m=1@3"},
@@ -83,28 +89,35 @@ TEST_F(MergeTest, OfSeveralFilesTheFirstEnglishAndTheLastLocalizedOneWins) {
         EXPECT_EQ(collect(files), result) << testing::PrintToString(files);
 }
 
-TEST_F(MergeTest, VeryLongListsAreCompletedExactly) {
-    constexpr std::size_t kCount = 100'000;
+TEST_F(MergeTest, VeryLongListsCostAsMuchAsTheyHold) {
+    constexpr std::size_t kCount = 50'000;
+    constexpr std::size_t kDocuments = 20'000;
     const std::string link = std::string(80, 'x') + '/';
-    std::string english = "f:En n=";
-    std::string localized = "f:Ja n=";
-    std::string result = "+f:Ja n=";
-    const auto append = [&](std::string& text, std::size_t number, const char* end) {
-        text += link + std::to_string(kCount + number) + end;
+    const auto add = [&link](std::string& text, std::size_t number, const char* end) {
+        text += link + std::to_string(number) + end;
     };
-    for (std::size_t i = 0; i < kCount; ++i) {
-        append(english, kCount - i, ",");
-        append(localized, 3 * i, ",");
-        append(result, 3 * i, "@Ja,");
+    std::string english = "f:En n=";
+    std::string longer = "f:Longer n=";
+    std::string result = "+f:Ja n=";
+    for (std::size_t number = kDocuments; number-- > 0;)
+        add(result, number, "@Ja,");
+    for (std::size_t number = kCount; number-- > 0;) {
+        add(english, number, ",");
+        if (number >= kDocuments)
+            add(result, number, "@En,");
     }
-    append(english, 1, "");
-    for (std::size_t i = 0; i < kCount; ++i) {
-        if ((kCount - i) % 3 != 0)
-            append(result, kCount - i, "@En,");
+    for (std::size_t number = kCount / 2; number < 2 * kCount; ++number) {
+        add(longer, number, ",");
+        if (number >= kCount)
+            add(result, number, "@Longer,");
     }
     result.pop_back();
-    for (const auto& [first, second] : {std::pair("a.json", "b_ja.json"), {"b.json", "a_ja.json"}})
-        EXPECT_TRUE(collect({{first, english}, {second, localized}}) == result) << first;
+    Files files{{"a.zip/x.json", english}, {"b.json", longer}};
+    for (std::size_t number = 0; number < kDocuments; ++number) {
+        files.emplace_back("a.zip/" + std::to_string(number) + "_ja.json", "f:Ja n=");
+        add(files.back().second, number, "");
+    }
+    EXPECT_TRUE(collect(files) == result);
 }
 
 } // namespace

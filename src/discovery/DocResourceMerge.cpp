@@ -1,54 +1,61 @@
 #include "discovery/DocResourceMerge.hpp"
 
-#include <set>
-#include <string_view>
+#include <cstddef>
 #include <utility>
-#include <vector>
 
 namespace reference::docparser {
-namespace {
-
-using reference::property::RefItemLookup;
-using Lookups = std::vector<RefItemLookup>;
-
-// The lookups of `incoming` whose href neither `held` nor an earlier one of them has.
-std::vector<RefItemLookup*> findMissingLookups(const Lookups& held, Lookups& incoming) {
-    std::set<std::u16string_view> hrefs;
-    for (const RefItemLookup& lookup : held)
-        hrefs.insert(lookup.getHref());
-    std::vector<RefItemLookup*> missing;
-    for (RefItemLookup& lookup : incoming)
-        if (hrefs.insert(lookup.getHref()).second)
-            missing.push_back(&lookup);
-    return missing;
-}
-
-void completeLookups(Lookups& held, Lookups& incoming) {
-    if (held.size() >= incoming.size())
-        return;
-    const std::vector<RefItemLookup*> missing = findMissingLookups(held, incoming);
-    held.reserve(held.size() + missing.size());
-    for (RefItemLookup* lookup : missing)
-        held.push_back(std::move(*lookup));
-}
-
-} // namespace
 
 // Only the incoming document's names are moved: what is held may be the sum of many documents.
-void mergeDocResource(DocResource<RefItemLookup>& held, DocResource<RefItemLookup>& incoming,
-                      bool incomingIsLocalized) {
+void DocResourceMerge::mergeDocResource(Document& held, Document& incoming,
+                                        bool incomingIsLocalized) {
     if (incomingIsLocalized)
         std::swap(held.header, incoming.header);
-    while (!incoming.items.empty()) {
-        auto moved = held.items.insert(incoming.items.extract(incoming.items.begin()));
+    Tails formerTails;
+    Items longer = mergeNames(held.items, incoming.items, incomingIsLocalized, formerTails);
+    for (auto& [name, lookups] : longer) {
+        Lookups& list = held.items.find(name)->second;
+        if (incomingIsLocalized)
+            completeFromFormer(list, lookups, formerTails);
+        else
+            tails_.try_emplace(&list, list).first->second.append(lookups);
+    }
+}
+
+void DocResourceMerge::finish() {
+    for (; !tails_.empty(); tails_.erase(tails_.begin()))
+        tails_.begin()->second.moveTo(*tails_.begin()->first);
+}
+
+std::size_t DocResourceMerge::sizeOfTail(const Tails& tails, Lookups& list) noexcept {
+    const auto tail = tails.find(&list);
+    return tail == tails.end() ? 0 : tail->second.size();
+}
+
+DocResourceMerge::Items DocResourceMerge::mergeNames(Items& held, Items& incoming,
+                                                     bool incomingIsLocalized,
+                                                     Tails& formerTails) noexcept {
+    Items longer;
+    while (!incoming.empty()) {
+        auto moved = held.insert(incoming.extract(incoming.begin()));
         if (moved.inserted)
             continue;
-        Lookups& heldLookups = moved.position->second;
-        Lookups& incomingLookups = moved.node.mapped();
-        if (incomingIsLocalized)
-            heldLookups.swap(incomingLookups);
-        completeLookups(heldLookups, incomingLookups);
+        Lookups& list = moved.position->second;
+        Lookups& other = moved.node.mapped();
+        if (incomingIsLocalized) {
+            list.swap(other);
+            formerTails.insert(tails_.extract(&list));
+        }
+        if (list.size() + sizeOfTail(tails_, list) < other.size() + sizeOfTail(formerTails, list))
+            longer.insert(longer.end(), std::move(moved.node));
     }
+    return longer;
+}
+
+void DocResourceMerge::completeFromFormer(Lookups& list, Lookups& former, Tails& formerTails) {
+    LookupTail& tail = formerTails[&list];
+    tail.putInFront(former);
+    tail.follow(list);
+    tails_.insert(formerTails.extract(&list));
 }
 
 } // namespace reference::docparser

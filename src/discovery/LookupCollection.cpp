@@ -29,9 +29,15 @@ struct ProductScanContext {
     std::u16string languageSuffix;
 };
 
+/// What was collected so far.
+struct Collection {
+    LookupResources resources;
+    DocResourceMerge merge;
+};
+
 /// Sends each document to the map of its product; when the filter fails, the rest is dropped.
 void mergeDocuments(LookupDocuments documents, bool isLocalized, const ProductFilter& isInstalled,
-                    LookupResources& result) {
+                    Collection& collection) {
     while (!documents.empty()) {
         bool installed = false;
         try {
@@ -39,16 +45,18 @@ void mergeDocuments(LookupDocuments documents, bool isLocalized, const ProductFi
         } catch (...) {
             return;
         }
-        LookupDocuments& target = installed ? result.first : result.second;
+        LookupResources& resources = collection.resources;
+        LookupDocuments& target = installed ? resources.first : resources.second;
         auto merged = target.insert(documents.extract(documents.begin()));
         if (!merged.inserted)
-            mergeDocResource(merged.position->second, merged.node.mapped(), isLocalized);
+            collection.merge.mergeDocResource(merged.position->second, merged.node.mapped(),
+                                              isLocalized);
     }
 }
 
 template <typename ProductRecord>
 void mergeProductResources(const std::vector<ProductRecord>& records,
-                           const ProductScanContext& context, LookupResources& result) {
+                           const ProductScanContext& context, Collection& collection) {
     for (const ProductRecord& record : records) {
         LookupDocuments documents;
         try {
@@ -57,7 +65,7 @@ void mergeProductResources(const std::vector<ProductRecord>& records,
             continue;
         }
         mergeDocuments(std::move(documents), record.isNonEnglishLocale(), *context.installedFilter,
-                       result);
+                       collection);
     }
 }
 
@@ -92,28 +100,28 @@ selectLeaves(const std::vector<opc::zqservices::FileSystemEntry>& leaves,
 }
 
 void collectFromZipPackage(const ProductPathData& record, opc::FileSystemOpsSelector& operations,
-                           const ProductScanContext& context, LookupResources& result) {
+                           const ProductScanContext& context, Collection& collection) {
     opc::zippackage::ZipPhysicalPackage physicalPackage(record.getFullPath(), operations, true);
     opc::model::Package package(physicalPackage);
     opc::zqservices::FileSystemManager manager(package, operations);
     package.open(opc::interfaces::OpenMode::Read);
     const auto leaves = manager.getAllLeafs();
-    mergeProductResources(selectLeaves(leaves, manager, record, context), context, result);
+    mergeProductResources(selectLeaves(leaves, manager, record, context), context, collection);
 }
 
-LookupResources collectFromZipPackages(const std::vector<ProductPathData>& packages,
-                                       const ProductScanContext& context) {
+Collection collectFromZipPackages(const std::vector<ProductPathData>& packages,
+                                  const ProductScanContext& context) {
     opc::FileSystemOpsSelector operations(
         storage::microservicestoragesystem::GetStorageSystemReference());
-    LookupResources result;
+    Collection collection;
     for (const ProductPathData& package : packages) {
         try {
-            collectFromZipPackage(package, operations, context, result);
+            collectFromZipPackage(package, operations, context, collection);
         } catch (...) {
             // A package that fails adds nothing more; what it added stays.
         }
     }
-    return result;
+    return collection;
 }
 
 LookupResources collectProductResources(const std::u16string& folder,
@@ -127,9 +135,10 @@ LookupResources collectProductResources(const std::u16string& folder,
                                      tools::kLocaleSeparator + tools::getCurrentLocale()};
     const ProductFiles files =
         DocResourceParser::getAllProducts(folder, context.localeSuffixes, context.languageSuffix);
-    LookupResources result = collectFromZipPackages(files.second, context);
-    mergeProductResources(files.first, context, result);
-    return result;
+    Collection collection = collectFromZipPackages(files.second, context);
+    mergeProductResources(files.first, context, collection);
+    collection.merge.finish();
+    return std::move(collection.resources);
 }
 
 } // namespace

@@ -90,8 +90,8 @@ protected:
     static inline const Files kLookupFiles = {
         {"a.json", "f:En n=1,2,3 m=1 | p:En m=1"},
         {"a_ja.json", "f:Ja n=1 | p:Ja k=1"},
-        {"b.zip/x.json", "g:Zip n=1,2,3 m=1"},
-        {"b.zip/x_ja.json", "g:ZipJa n=1 k=1"},
+        {"b.zip/x.json", "g:Zip n=1,2,3 m=1,2"},
+        {"b.zip/x_ja.json", "g:ZipJa n=1 m=1 k=1"},
         {"b.zip/y.json", "q:Zip n=1"},
         {"c.json", "h:En n=1"},
     };

@@ -206,9 +206,8 @@ DOCPARSER_API void setTestProducts(const std::vector<std::u16string>& products,
 /// @par Thread safety
 /// Nothing is locked while files are read and parsed; nothing is cached.
 /// @par Complexity
-/// About linear in the bytes of all files, plus one call of `isProductInstalled` for each document.
-/// A name that has a longer list than each of several further localized documents of its key costs
-/// its whole list again for each of them.
+/// About linear in the bytes of all files, however many documents a key has and however long the
+/// lists of a name are, plus one call of `isProductInstalled` for each document.
 DOCPARSER_API LookupResources getResourceLookupFiles();
 
 /// Reads the full reference entries of one resource: the file `<name>.json` in the reference API

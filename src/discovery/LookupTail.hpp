@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstddef>
+#include <list>
+#include <map>
+#include <set>
+#include <string_view>
+#include <vector>
+
+#include "environment/ReferenceProperty.hpp"
+
+namespace reference::docparser {
+
+/// The lookups of one name, in order.
+using Lookups = std::vector<reference::property::RefItemLookup>;
+
+/// What a list of lookups is completed with: lookups that come behind it, each href once and none
+/// that the list has. The list itself stays where it is, and unchanged, as long as a tail follows
+/// it.
+///
+/// Each function costs about linear time in its argument, however long the tail is. When memory
+/// runs out within `append`, what was appended so far stays; within any other function, the tail is
+/// of no further use.
+class LookupTail {
+public:
+    LookupTail() = default;
+    explicit LookupTail(const Lookups& list) { follow(list); }
+
+    std::size_t size() const noexcept { return lookups_.size(); }
+
+    /// Appends in order the lookups whose href neither the list nor the tail has.
+    void append(Lookups& lookups);
+
+    /// The list that was followed so far becomes the beginning of the tail.
+    void putInFront(Lookups& list);
+
+    /// From now on follows `list`, and loses the lookups whose href `list` has.
+    void follow(const Lookups& list);
+
+    /// Puts the tail behind its list, which is the last use of it.
+    void moveTo(Lookups& list);
+
+private:
+    using Sequence = std::list<reference::property::RefItemLookup>;
+
+    void insert(Sequence::iterator place, reference::property::RefItemLookup& lookup);
+
+    Sequence lookups_;
+    std::map<std::u16string_view, Sequence::iterator> places_; // of all hrefs of `lookups_`
+    std::set<std::u16string_view> listHrefs_;
+};
+
+} // namespace reference::docparser
