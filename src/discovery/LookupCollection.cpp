@@ -10,6 +10,7 @@
 #include "discovery/FileNameRules.hpp"
 #include "environment/PathAndText.hpp"
 #include "environment/ZipPackages.hpp"
+#include "fileaccess/ResourceReading.hpp"
 #include "reference/docparser/ParsingTools.hpp"
 #include "resources/ReferenceResource.hpp"
 
@@ -57,10 +58,12 @@ void mergeDocuments(LookupDocuments documents, bool isLocalized, const ProductFi
 template <typename ProductRecord>
 void mergeProductResources(const std::vector<ProductRecord>& records,
                            const ProductScanContext& context, Collection& collection) {
+    std::string content;
     for (const ProductRecord& record : records) {
         LookupDocuments documents;
         try {
-            documents = (*context.parseFunction)(DocResourceParser::openAndReadFile(record));
+            readResource(record, content);
+            documents = (*context.parseFunction)(content);
         } catch (...) {
             continue;
         }

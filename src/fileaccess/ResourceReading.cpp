@@ -1,4 +1,4 @@
-#include "reference/docparser/DocResourceParser.hpp"
+#include "fileaccess/ResourceReading.hpp"
 
 #include <cstddef>
 #include <ios>
@@ -10,9 +10,10 @@
 #include "environment/Diagnostics.hpp"
 #include "environment/PathAndText.hpp"
 #include "environment/ZipPackages.hpp"
+#include "reference/docparser/DocResourceParser.hpp"
 #include "settings/DiagnosticLog.hpp"
 
-namespace reference::docparser::DocResourceParser {
+namespace reference::docparser {
 namespace {
 
 using foundation::log::kSeverityDetail;
@@ -20,11 +21,12 @@ using foundation::log::kSeverityProblem;
 
 constexpr const char* kReadingFile = "Reading file: ";
 
-std::string readPlainFile(const std::u16string& path) {
-    std::string content;
+void readPlainFile(const std::u16string& path, std::string& content) {
+    content.clear();
+    logRecord(kSeverityDetail, kReadingFile, path);
     fl::filesystem::basic_ifstream<char> file(path, std::ios_base::binary);
     if (!file.is_open())
-        return content;
+        return;
     try {
         file.seekg(0, std::ios_base::end);
         // Where the end cannot be taken the size is -1, which no string can hold.
@@ -35,7 +37,6 @@ std::string readPlainFile(const std::u16string& path) {
         logRecord(kSeverityProblem, "Problem reading JSON file: ", path);
     }
     file.close();
-    return content;
 }
 
 std::string readZipEntry(const ProductZipData& product) {
@@ -48,9 +49,21 @@ std::string readZipEntry(const ProductZipData& product) {
 
 } // namespace
 
+void readResource(const ProductPathData& product, std::string& content) {
+    readPlainFile(product.getFullPath(), content);
+}
+
+void readResource(const ProductZipData& product, std::string& content) {
+    std::string().swap(content);
+    content = DocResourceParser::openAndReadFile(product);
+}
+
+namespace DocResourceParser {
+
 std::string openAndReadFile(const std::u16string& path) {
-    logRecord(kSeverityDetail, kReadingFile, path);
-    return readPlainFile(path);
+    std::string content;
+    readPlainFile(path, content);
+    return content;
 }
 
 std::string openAndReadFile(const ProductPathData& product) {
@@ -67,4 +80,5 @@ std::string openAndReadFile(const ProductZipData& product) {
     return {};
 }
 
-} // namespace reference::docparser::DocResourceParser
+} // namespace DocResourceParser
+} // namespace reference::docparser

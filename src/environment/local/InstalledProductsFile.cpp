@@ -33,7 +33,7 @@ constexpr std::streamoff kMaximumFileSize = 64 << 20;
 
 /// What tells one state of a file from the next.
 struct FileState {
-    std::u16string path;
+    std::string path;
     off_t size;
     std::pair<time_t, long> modified;
 
@@ -46,7 +46,7 @@ struct FileState {
 
 /// Nothing when the file is missing.
 std::optional<FileState> lookAt(const std::u16string& path) {
-    const std::optional<std::string> nativePath = accessPath(path);
+    std::optional<std::string> nativePath = accessPath(path);
     struct stat status {};
     if (!nativePath)
         return std::nullopt;
@@ -58,7 +58,7 @@ std::optional<FileState> lookAt(const std::u16string& path) {
     if (!S_ISREG(status.st_mode))
         throwBroken(path, "no regular file");
     const timespec modified = modificationTime(status);
-    return FileState{path, status.st_size, {modified.tv_sec, modified.tv_nsec}};
+    return FileState{*std::move(nativePath), status.st_size, {modified.tv_sec, modified.tv_nsec}};
 }
 
 /// Takes the size from the file that it has opened: the path may name another one by now. What is

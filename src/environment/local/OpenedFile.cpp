@@ -75,9 +75,8 @@ std::optional<off_t> contentSize(int descriptor, const struct stat& status) {
 } // namespace
 
 std::optional<std::string> accessPath(const std::u16string& pathname) {
-    if (pathname.find(u'\0') != std::u16string::npos)
-        return std::nullopt;
-    return fl::filesystem::detail::make_native_access_form_with_cleanup_i18n(pathname);
+    std::string path = fl::filesystem::detail::make_native_access_form_with_cleanup_i18n(pathname);
+    return path.find('\0') == path.npos ? std::optional(std::move(path)) : std::nullopt;
 }
 
 std::optional<OpenedFile> openForReading(const std::u16string& pathname) {
