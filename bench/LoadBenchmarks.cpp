@@ -139,8 +139,10 @@ void registerReloadOnOneThread(const fs::path& corpora, const Load& load) {
 
 void registerLoads(const fs::path& corpora) {
     const std::vector<std::string> packed{"packages", "one_package"};
+    const std::vector<std::string> folders{"plain", "small_files"};
     registerAll(registerFirstLoad, corpora, "lookup",
-                {"plain", "products4", "products16", "size4", "size16"}, kReaders);
+                {"plain", "small_files", "products4", "products16", "size4", "size16"}, kReaders);
+    registerAll(registerFirstLoad, corpora, "lookup", folders, {"program"});
     registerAll(registerFirstLoad, corpora, "lookup", packed, {"library"});
     registerAll(registerFirstLoad, corpora, "inflate", packed, {"libzip", "libdeflate"});
     registerAll(registerFirstLoad, corpora, "reference", {"all", "libc", "libc_x4", "libc_x16"},
@@ -148,7 +150,8 @@ void registerLoads(const fs::path& corpora) {
     registerAll(registerFirstLoad, corpora, "overlay", {"de", "fr", "ja"}, {"library", "sum"});
     registerAll(registerHeapUse, corpora, "lookup", {"plain"}, kReaders);
     registerAll(registerHeapUse, corpora, "reference", {"all"}, kReaders);
-    registerAll(registerReloadOnOneThread, corpora, "lookup", {"plain"}, kReaders);
+    registerAll(registerReloadOnOneThread, corpora, "lookup", folders, kReaders);
+    registerAll(registerReloadOnOneThread, corpora, "lookup", folders, {"program"});
     registerAll(registerReloadOnOneThread, corpora, "lookup", packed, {"library"});
     registerAll(registerReloadOnOneThread, corpora, "reference", {"all"}, kReaders);
     registerAll(registerReloadOnOneThread, corpora, "overlay", {"ja"}, {"library", "sum"});

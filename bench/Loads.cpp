@@ -14,6 +14,7 @@
 #include <boost/json/value.hpp>
 
 #include "Inflate.hpp"
+#include "PosixProgram.hpp"
 #include "Readers.hpp"
 #include "SplitText.hpp"
 #include "environment/Services.hpp"
@@ -174,6 +175,14 @@ PreparedLoad prepareLookup(const fs::path& root, const std::string& reader) {
         return files.empty() ? measured(run, sizesIn(filesIn(root / kLookupFolder, ".zip")))
                              : measured(run, files);
     }
+    if (reader == "program")
+        return measured(
+            [folder = root / kLookupFolder] {
+                Loaded loaded;
+                loaded.lookups.push_back(readLookupFolder(folder));
+                return loaded;
+            },
+            files);
     const auto run = [source = openSource(files, reader), read = findFileReader(reader).lookups] {
         Loaded loaded;
         Lookups& all = loaded.lookups.emplace_back();

@@ -13,7 +13,7 @@ namespace bench {
 /// One load that is timed: what is read, from where, and by whom.
 ///
 /// kind       corpus                                        reader
-/// lookup     a root: plain, packages, products16 ...       kReaders
+/// lookup     a root: plain, packages, products16 ...       kReaders, or program
 /// reference  all, or one resource: libc, libc_x4 ...       kReaders
 /// overlay    a language                                    library, or sum: both files one by one
 /// inflate    a root of zip packages                        libzip, libdeflate

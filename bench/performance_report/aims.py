@@ -5,7 +5,7 @@ from collections.abc import Callable
 from dataclasses import dataclass
 
 from .formats import MISSING, number, quartiles, table
-from .readers import FLOOR, LIBRARY
+from .readers import FLOOR, LIBRARY, PROGRAM
 from .samples import Ratio, Samples, Value, counter, excess_peak, time
 from .tables import cost_growth
 
@@ -54,6 +54,11 @@ def _time_ratio(name: str, base: str) -> Measure:
 
 def _first_load(load: str, base_reader: str) -> Measure:
     return _time_ratio(f"first_load/{load}/{LIBRARY}", f"first_load/{load}/{base_reader}")
+
+
+def _of_program(group: str) -> Measure:
+    load = f"{group}/lookup/small_files"
+    return _time_ratio(f"{load}/{LIBRARY}", f"{load}/{PROGRAM}")
 
 
 def _of_plain(corpus: str) -> Measure:
@@ -115,6 +120,8 @@ LOAD_AIMS = [
     Aim("… of Boost.JSON", 1.00, _first_load("lookup/plain", "boost_json")),
     Aim("… of Boost.JSON with an arena", None, _first_load("lookup/plain", "boost_json_arena")),
     Aim("… of RapidJSON", None, _first_load("lookup/plain", "rapidjson")),
+    Aim("many small lookup files: first load, of a program", 1.05, _of_program("first_load")),
+    Aim("… later loads, of the same", 1.05, _of_program("reload")),
     Aim("reference files: first load, of the floor", 1.10, _first_load("reference/all", FLOOR)),
     Aim("… of Boost.JSON", 0.85, _first_load("reference/all", "boost_json")),
     Aim("… of Boost.JSON with an arena", None, _first_load("reference/all", "boost_json_arena")),

@@ -41,6 +41,10 @@ Each sample is a process of its own that loads once; the files are in the page c
 
 {first_lookup}
 
+Many small files, `small_files`, 197 of 11 KB:
+
+{first_small}
+
 The same in all forms: `packages` has each file in a package of its own, `one_package` all files in
 one, `products4` and `products16` four and sixteen times the products, `size4` and `size16` four and
 sixteen times the records in each file. What is in packages is compared with the floor of the plain
@@ -78,6 +82,10 @@ The same in a process that has loaded before, freeing the result included.
 ### Lookup files
 
 {later_lookup}
+
+Many small files:
+
+{later_small}
 
 {later_corpora}
 
@@ -141,12 +149,14 @@ def performance_page(samples: Samples, machine: Machine, notes: str) -> str:
         machine=machine.table(),
         readers="\n".join(f"- **{r.label}**: {r.what}" for r in READERS.values()),
         first_lookup=tables.readers_table(samples, "first_load/lookup/plain"),
+        first_small=tables.readers_table(samples, "first_load/lookup/small_files"),
         first_corpora=tables.corpora_table(samples, "first_load"),
         packages=tables.packages_table(samples),
         first_references=tables.readers_table(samples, "first_load/reference/all"),
         first_libc=tables.readers_table(samples, "first_load/reference/libc"),
         overlay=tables.overlay_table(samples, "first_load"),
         later_lookup=tables.readers_table(samples, "reload/lookup/plain"),
+        later_small=tables.readers_table(samples, "reload/lookup/small_files"),
         later_corpora=tables.corpora_table(samples, "reload"),
         later_references=tables.readers_table(samples, "reload/reference/all"),
         later_overlay=tables.overlay_table(samples, "reload"),

@@ -11,6 +11,7 @@ class Reader:
 
 LIBRARY = "library"
 FLOOR = "floor"
+PROGRAM = "program"
 
 READERS = {
     LIBRARY: Reader(
@@ -36,6 +37,12 @@ READERS = {
     ),
     "boost_json_arena": Reader(
         "Boost.JSON, arena", "The same program with a `monotonic_resource` for the tree."
+    ),
+    PROGRAM: Reader(
+        "program",
+        "The same with an arena, beginning where the library does: it lists the folder, and reads each "
+        "file into one buffer with four system calls. It is not wary of pipes, and does not ask what "
+        "is installed.",
     ),
     "rapidjson": Reader(
         "RapidJSON", "The same program on RapidJSON's document, which is parsed in situ."
