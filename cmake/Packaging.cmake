@@ -7,7 +7,7 @@ set(private_include_root "${CMAKE_INSTALL_INCLUDEDIR}/reference-docparser")
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/reference-docparser")
 
 set_target_properties(docparser PROPERTIES
-  INSTALL_RPATH "$<IF:$<PLATFORM_ID:Darwin>,@loader_path,$ORIGIN>")
+  INSTALL_RPATH "${DOCPARSER_ORIGIN}")
 
 install(TARGETS environment docparser EXPORT reference-docparser-targets
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"

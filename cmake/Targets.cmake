@@ -8,6 +8,9 @@ function(docparser_configure target)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
 endfunction()
 
+# The folder of what is loaded, in a path that the loader reads.
+set(DOCPARSER_ORIGIN "$<IF:$<PLATFORM_ID:Darwin>,@loader_path,$ORIGIN>")
+
 # For a folder of tests: what is tested is the optimised library; the tests themselves build faster
 # without.
 function(docparser_optimise_little)

@@ -8,10 +8,15 @@
 #include <system_error>
 
 #include <fcntl.h>
-#include <pty.h>
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
+
+#if __has_include(<pty.h>)
+#include <pty.h>
+#else
+#include <util.h>
+#endif
 
 namespace testsupport {
 

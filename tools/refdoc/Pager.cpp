@@ -16,6 +16,9 @@
 
 #include "refdoc/Output.hpp"
 
+// POSIX leaves this declaration to its users; not every system has it in a header as well.
+extern char** environ; // NOLINT(readability-redundant-declaration)
+
 namespace refdoc {
 
 namespace {
@@ -24,9 +27,10 @@ namespace {
 constexpr int kNotRunnable = 126;
 constexpr int kNotFound = 127;
 
+/// Programs that are started do not inherit it.
 class Descriptor {
 public:
-    explicit Descriptor(int number) : number_(number) {}
+    explicit Descriptor(int number) : number_(number) { fcntl(number, F_SETFD, FD_CLOEXEC); }
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
     ~Descriptor() { close(); }
@@ -136,7 +140,7 @@ int waitForExit(pid_t process) {
 /// Returns false when the pager did not run.
 bool runPager(const std::string& command, std::string_view text) {
     int ends[2];
-    if (pipe2(ends, O_CLOEXEC) != 0)
+    if (pipe(ends) != 0)
         return false;
     Descriptor readEnd(ends[0]);
     Descriptor writeEnd(ends[1]);
