@@ -1,8 +1,12 @@
+#include <numeric>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include <boost/json/array.hpp>
+#include <boost/json/object.hpp>
 #include <boost/json/parse.hpp>
+#include <boost/json/serialize.hpp>
 #include <boost/json/value.hpp>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -203,18 +207,51 @@ TEST_F(RefdocLookup, SaysWhatIsWrongWithTheRoot) {
                                     HasSubstr(root_.lookupFolder().string())));
 }
 
-TEST_F(RefdocLookup, NeverPrintsControlCharactersOfDocuments) {
-    for (const Words& arguments :
-         {Words{"lookup"}, Words{"lookup", "--json"}, Words{"lookup", "\x1b[31mx"},
-          Words{"products"}, Words{"products", "--json"}, Words{"show", "\x1b[31mx"},
-          Words{"show", "e\x1bsc"}, Words{"show", "alpha"}, Words{"show", "alpha", "e\x1bsc"},
-          Words{"show", "alpha", "--json"}, Words{"show", "alpha", "\x1b[1m"},
-          Words{"complete", "4", "--", "refdoc", "--root", root_.nativePathOf("").string(),
-                "lookup", ""}}) {
-        const ProcessResult result = refdoc(arguments);
-        EXPECT_THAT(result.output + result.errors,
-                    AllOf(Not(IsEmpty()), Not(HasSubstr("\x1b")), Not(HasSubstr("\xC2\x9B"))));
+/// What begins a line, or turns around what follows, on some terminal.
+const std::vector<std::string> kForging{"\u0085", "\u009b", "\u061c", "\u200e", "\u200f",
+                                        "\u2028", "\u2029", "\u202a", "\u202e", "\u2066",
+                                        "\u2069", "\x1b",   "\x7f",   "\r",     "\nforged"};
+
+TEST_F(RefdocLookup, IsNotForgedByWhatDocumentsSay) {
+    const std::string forging =
+        "zap" + std::accumulate(kForging.begin(), kForging.end(), std::string());
+    const boost::json::array items{{{"name", forging},
+                                    {"href", forging},
+                                    {"refpurpose", forging},
+                                    {"description", forging},
+                                    {"refentity", {{{"name", forging}}}}},
+                                   {{"name", "tea"}, {"href", ""}, {"refpurpose", forging}}};
+    for (const std::string& key : {forging, forging + '2'}) {
+        const std::string document =
+            boost::json::serialize(boost::json::object{{"productName", forging},
+                                                       {"baseCode", forging},
+                                                       {"helpFolder", key},
+                                                       {"helpLocation", forging},
+                                                       {"refItems", items}});
+        root_.lookupFile(key + ".json", document);
+        root_.lookupFile(key + "_ja.json", document + forging);
+        root_.referenceFile(key + ".json", document);
     }
+    const std::string similar = forging + 'x';
+    for (const Words& arguments :
+         {Words{"lookup", "--all"}, Words{"lookup", "--all", similar}, Words{"lookup", forging},
+          Words{"lookup", "x", "--product", similar}, Words{"lookup", "x", "--type", forging},
+          Words{"lookup", "x", "--limit", forging}, Words{"products"}, Words{"show", forging},
+          Words{"show", forging, forging}, Words{"show", forging, similar}, Words{"show", similar},
+          Words{"show", "tea"}, Words{"show", "x", "--root", forging}, Words{forging},
+          Words{"check"}})
+        for (const std::string format : {"--verbose", "--json", "--sarif"}) {
+            if (format == "--sarif" && arguments.front() != "check")
+                continue;
+            Words words = arguments;
+            words.insert(words.begin() + 1, format);
+            const ProcessResult result = refdoc(words);
+            for (const std::string& character : kForging)
+                EXPECT_THAT(result.output + result.errors, Not(HasSubstr(character)))
+                    << testing::PrintToString(words);
+        }
+    const auto json = boost::json::parse(refdoc({"lookup", "--all", "--json", forging}).output);
+    EXPECT_EQ(json.at("records").at(0).at("name").as_string(), forging);
 }
 
 TEST_F(RefdocLookup, ExplainsItself) {

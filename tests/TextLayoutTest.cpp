@@ -134,11 +134,12 @@ TEST(Text, IsMadePrintable) {
         {u"\x07\x7F\u009B"s + u'\0', "\uFFFD\uFFFD\uFFFD\uFFFD"},
         {u"\u0085\u2028\u2029", "   "},
         {{u'a', 0xD800, u'b', 0xDC00}, "a\uFFFDb\uFFFD"},
-        {u"日本 😀 e\u0301", "日本 😀 e\u0301"},
+        {u"\u061C\u200E\u202E\u2066", "\uFFFD\uFFFD\uFFFD\uFFFD"},
+        {u"日本 😀 e\u0301 \u200D", "日本 😀 e\u0301 \u200D"},
     };
     for (const auto& [text, printed] : cases)
         EXPECT_EQ(toUtf8(printable(text)), printed);
-    EXPECT_EQ(printableUtf8("two\nlines\x1B\xC3"), "two\nlines\uFFFD\uFFFD");
+    EXPECT_EQ(printableUtf8("two\nlines\x1B\xC3"), "two lines\uFFFD\uFFFD");
     EXPECT_EQ(expandTabs(u"\ta\t日本\tb"), u"        a       日本    b");
 }
 
@@ -245,11 +246,11 @@ TEST(NearNames, SuggestsMisspellings) {
 }
 
 TEST(PrettyJson, IndentsAndEscapesControls) {
-    const boost::json::object value{{"text", "\x1B\x7F\u009B\u00E9\n"},
+    const boost::json::object value{{"text", "\x1B\x7F\u009B\u00E9\u202E\n"},
                                     {"none", boost::json::array{}},
                                     {"list", boost::json::array{"a", true}}};
     EXPECT_EQ(prettyJson(value), "{\n"
-                                 "  \"text\": \"\\u001b\\u007f\\u009b\u00E9\\n\",\n"
+                                 "  \"text\": \"\\u001b\\u007f\\u009b\u00E9\\u202e\\n\",\n"
                                  "  \"none\": [],\n"
                                  "  \"list\": [\n"
                                  "    \"a\",\n"

@@ -67,19 +67,20 @@ std::string complaintAbout(const CLI::App& application, const std::string& failu
     const std::vector<std::string> unknown = application.remaining();
     if (!application.get_subcommands().empty() || unknown.empty())
         return failure;
-    return fmt::format("{} is no {}\nRun with --help for more information.", unknown.front(),
+    return fmt::format("{} is no {}", unknown.front(),
                        unknown.front().starts_with('-') ? "option" : "command");
 }
 
 /// Answers a help or version request, or reports what is wrong with the command line.
 ExitCode answerParseStop(const CLI::App& application, const CLI::ParseError& stop) {
     std::ostringstream answer;
-    std::ostringstream complaint;
-    if (application.exit(stop, answer, complaint) == 0) {
+    std::ostringstream ignored;
+    if (application.exit(stop, answer, ignored) == 0) {
         writeOutput(answer.str());
         return ExitCode::Found;
     }
-    reportError(complaintAbout(application, complaint.str()));
+    reportError(complaintAbout(application, stop.what()),
+                {{"Run with --help for more information."}});
     return ExitCode::Failure;
 }
 

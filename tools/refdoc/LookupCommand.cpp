@@ -128,8 +128,8 @@ std::string describeQuery(const LookupArguments& arguments) {
         arguments.product ? fmt::format(" in product \"{}\"", *arguments.product) : "");
 }
 
-/// Why there may be nothing in the product that was asked for; empty when it is a known one.
-std::string unknownProduct(const LookupArguments& arguments, const LookupResources& documents) {
+/// Why there may be nothing in the product that was asked for; nothing when it is a known one.
+Lines unknownProduct(const LookupArguments& arguments, const LookupResources& documents) {
     const std::u16string wanted = fromUtf8(arguments.product.value_or(""));
     if (!arguments.product || documents.first.contains(wanted) || documents.second.contains(wanted))
         return {};
@@ -137,11 +137,13 @@ std::string unknownProduct(const LookupArguments& arguments, const LookupResourc
     for (const auto* map : {&documents.first, &documents.second})
         for (const auto& [key, document] : *map)
             known.insert(key);
-    return "\n  no product has that key (see refdoc products)" + similarNames(wanted, known);
+    Lines lines = similarNames(wanted, known);
+    lines.insert(lines.begin(), "no product has that key (see refdoc products)");
+    return lines;
 }
 
-/// Tells that products which are not installed have what was asked for; empty when none has.
-std::string foundElsewhere(const LookupResources& documents, const LookupQuery& query) {
+/// Tells that products which are not installed have what was asked for; nothing when none has.
+Lines foundElsewhere(const LookupResources& documents, const LookupQuery& query) {
     constexpr std::ptrdiff_t kNamed = 5;
     std::set<std::string> products;
     for (const LookupRecord& record : findRecords(documents, query, Installed::Not))
@@ -151,29 +153,38 @@ std::string foundElsewhere(const LookupResources& documents, const LookupQuery& 
     const auto count = std::ssize(products);
     const auto last = std::next(products.begin(), std::min(count, kNamed));
     const std::string others = count > kNamed ? fmt::format(" and {} more", count - kNamed) : "";
-    return fmt::format("\n  documented only by what is not installed: {}{} (--all shows it)",
-                       fmt::join(products.begin(), last, ", "), others);
+    return {fmt::format("documented only by what is not installed: {}{} (--all shows it)",
+                        fmt::join(products.begin(), last, ", "), others)};
 }
 
-std::string whyNothingFound(const LookupArguments& arguments, const LookupResources& documents,
-                            const LookupQuery& query) {
+/// Of a pattern that nothing matches: what else the user may have meant.
+Lines meantInstead(const LookupArguments& arguments, const LookupResources& documents,
+                   const LookupQuery& query) {
+    if (!query.pattern)
+        return {};
+    if (!query.pattern->isGlob())
+        return similarNames(fromUtf8(*arguments.pattern), documents, query,
+                            arguments.all ? Installed::Either : Installed::Only);
+    return query.pattern->caseCounts()
+               ? Lines{"letter case counted, since there are upper-case letters"}
+               : Lines();
+}
+
+void reportNothingFound(const LookupArguments& arguments, const LookupResources& documents,
+                        const LookupQuery& query) {
     if (countRecords(documents) == 0) {
         // Asked for its error: a broken list of installed products drops all records.
         DocResourceParser::getTopLevelProducts();
-        return "no lookup records found in " +
-               toUtf8(DocResourceParser::getReferenceRoots()->referenceApiLookupFolder);
+        return reportError(
+            "no lookup records found in " +
+            toUtf8(DocResourceParser::getReferenceRoots()->referenceApiLookupFolder));
     }
-    std::string message = describeQuery(arguments);
-    const std::string elsewhere = arguments.all ? "" : foundElsewhere(documents, query);
-    const std::string unknown = unknownProduct(arguments, documents);
-    if (!elsewhere.empty() || !unknown.empty())
-        return message + elsewhere + unknown;
-    if (query.pattern && query.pattern->isGlob() && query.pattern->caseCounts())
-        message += "\n  letter case counted, since there are upper-case letters";
-    if (query.pattern && !query.pattern->isGlob())
-        message += similarNames(fromUtf8(*arguments.pattern), documents, query,
-                                arguments.all ? Installed::Either : Installed::Only);
-    return message;
+    const Lines elsewhere = arguments.all ? Lines() : foundElsewhere(documents, query);
+    const Lines unknown = unknownProduct(arguments, documents);
+    const bool explained = !elsewhere.empty() || !unknown.empty();
+    reportError(
+        describeQuery(arguments),
+        {elsewhere, unknown, explained ? Lines() : meantInstead(arguments, documents, query)});
 }
 
 /// Never frees the records: the process ends next, and taking so many apart takes its time.
@@ -191,7 +202,7 @@ ExitCode lookUp(const LookupArguments& arguments, const GlobalOptions& options) 
     const std::size_t matches = records.size();
     records.resize(std::min(matches, arguments.limit.value_or(matches)));
     if (matches == 0)
-        reportError(whyNothingFound(arguments, documents, query));
+        reportNothingFound(arguments, documents, query);
     const Terminal terminal = standardOutputTerminal();
     if (options.json)
         writeOutput(asJson(records, matches));

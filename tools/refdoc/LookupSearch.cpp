@@ -80,8 +80,8 @@ std::size_t countRecords(const LookupResources& documents) {
     return countItems(documents.first) + countItems(documents.second);
 }
 
-std::string similarNames(std::u16string_view wanted, const LookupResources& documents,
-                         LookupQuery query, Installed installed) {
+Lines similarNames(std::u16string_view wanted, const LookupResources& documents, LookupQuery query,
+                   Installed installed) {
     query.pattern.reset();
     std::set<std::u16string> known;
     for (const LookupRecord& record : findRecords(documents, query, installed))

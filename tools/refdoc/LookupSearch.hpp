@@ -8,6 +8,7 @@
 
 #include "environment/ReferenceProperty.hpp"
 #include "refdoc/NamePattern.hpp"
+#include "refdoc/Output.hpp"
 #include "reference/docparser/DocResource.hpp"
 
 namespace refdoc {
@@ -40,9 +41,9 @@ std::vector<LookupRecord> findRecords(const reference::docparser::LookupResource
 std::size_t countRecords(const reference::docparser::LookupResources& documents);
 
 /// Names like `wanted` in the records that `query` wants but for its pattern, as a further line of
-/// a message; empty when there is none.
-std::string similarNames(std::u16string_view wanted,
-                         const reference::docparser::LookupResources& documents, LookupQuery query,
-                         Installed installed);
+/// a message; nothing when there is none.
+Lines similarNames(std::u16string_view wanted,
+                   const reference::docparser::LookupResources& documents, LookupQuery query,
+                   Installed installed);
 
 } // namespace refdoc

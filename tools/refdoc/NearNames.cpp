@@ -69,11 +69,11 @@ std::vector<std::u16string> nearNames(std::u16string_view wanted,
     return names;
 }
 
-std::string similarNames(std::u16string_view wanted, const std::set<std::u16string>& known) {
+Lines similarNames(std::u16string_view wanted, const std::set<std::u16string>& known) {
     std::string line;
     for (const std::u16string& name : nearNames(wanted, known))
-        line += (line.empty() ? "\n  similar names: " : ", ") + toUtf8(name);
-    return line;
+        line += (line.empty() ? "similar names: " : ", ") + toUtf8(name);
+    return line.empty() ? Lines() : Lines{std::move(line)};
 }
 
 } // namespace refdoc

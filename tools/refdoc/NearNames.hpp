@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "refdoc/Output.hpp"
+
 namespace refdoc {
 
 /// So many letters may be wrong, or two in the place of each other, and fewer in short names: any
@@ -18,7 +20,7 @@ std::vector<std::u16string> nearNames(std::u16string_view wanted,
                                       const std::set<std::u16string>& known,
                                       std::size_t mostWrong = kMostWrongLetters);
 
-/// The same in UTF-8, as a further line of a message; empty when there is none.
-std::string similarNames(std::u16string_view wanted, const std::set<std::u16string>& known);
+/// The same in UTF-8, as a further line of a message; nothing when there is none.
+Lines similarNames(std::u16string_view wanted, const std::set<std::u16string>& known);
 
 } // namespace refdoc

@@ -31,10 +31,12 @@ void writeOutput(std::string_view text) {
     }
 }
 
-void reportError(std::string_view message) {
-    while (message.ends_with('\n'))
-        message.remove_suffix(1);
-    std::cerr << "refdoc: " << printableUtf8(message) << std::endl;
+void reportError(std::string_view line, std::initializer_list<Lines> further) {
+    std::string message = "refdoc: " + printableUtf8(line) + '\n';
+    for (const Lines& lines : further)
+        for (const std::string& next : lines)
+            message += "  " + printableUtf8(next) + '\n';
+    std::cerr << message << std::flush;
 }
 
 } // namespace refdoc

@@ -1,5 +1,6 @@
 #include "refdoc/PrettyJson.hpp"
 
+#include <algorithm>
 #include <cstddef>
 #include <string_view>
 #include <utility>
@@ -8,6 +9,9 @@
 #include <boost/json/object.hpp>
 #include <boost/json/serialize.hpp>
 #include <fmt/format.h>
+#include <unicode/utf16.h>
+
+#include "refdoc/Text.hpp"
 
 namespace refdoc {
 
@@ -15,23 +19,24 @@ namespace {
 
 namespace json = boost::json;
 
-/// A JSON text without the control characters that JSON itself allows: DEL and, in UTF-8, C2 80
-/// to C2 9F.
-std::string withoutControls(std::string_view text) {
-    constexpr unsigned char del = 0x7F;
-    std::string result;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const auto byte = static_cast<unsigned char>(text[at]);
-        const auto next = static_cast<unsigned char>(at + 1 < text.size() ? text[at + 1] : '\0');
-        const bool twoByteControl = byte == 0xC2 && next <= 0x9F;
-        if (twoByteControl)
-            ++at;
-        if (twoByteControl || byte == del)
-            result += fmt::format("\\u{:04x}", twoByteControl ? next : byte);
+/// A JSON text in which characters that JSON itself allows, but that are not printable, are
+/// escaped. All of them lie in the Basic Multilingual Plane.
+std::string escaped(std::string_view text) {
+    constexpr char lastPrintable = 0x7E;
+    if (std::all_of(text.begin(), text.end(),
+                    [](char byte) { return byte >= ' ' && byte <= lastPrintable; }))
+        return std::string(text);
+    std::u16string result;
+    const std::u16string wide = fromUtf8(text);
+    for (std::size_t at = 0, begin = 0; at < wide.size(); begin = at) {
+        UChar32 character;
+        U16_NEXT(wide.data(), at, wide.size(), character);
+        if (isPrintable(static_cast<char32_t>(character)))
+            result.append(wide, begin, at - begin);
         else
-            result += text[at];
+            result += fromUtf8(fmt::format("\\u{:04x}", static_cast<unsigned>(character)));
     }
-    return result;
+    return toUtf8(result);
 }
 
 class PrettyPrinter {
@@ -42,7 +47,7 @@ public:
         else if (value.is_array() && !value.get_array().empty())
             printElements(value.get_array());
         else
-            text_ += withoutControls(json::serialize(value));
+            text_ += escaped(json::serialize(value));
     }
 
     std::string take() { return std::move(text_); }
@@ -52,7 +57,7 @@ private:
         open('{');
         for (const json::key_value_pair& member : object) {
             nextLine();
-            text_ += withoutControls(json::serialize(member.key())) + ": ";
+            text_ += escaped(json::serialize(member.key())) + ": ";
             print(member.value());
         }
         close('}');
@@ -101,7 +106,7 @@ std::string prettyJson(const json::value& value) {
 }
 
 std::string compactJson(const json::value& value) {
-    return withoutControls(json::serialize(value));
+    return escaped(json::serialize(value));
 }
 
 } // namespace refdoc

@@ -6,7 +6,8 @@
 
 namespace refdoc {
 
-/// `value` in UTF-8, indented, with a line end. No control character stands in it unescaped.
+/// `value` in UTF-8, indented, with a line end. No character stands in it unescaped that is
+/// not printable.
 std::string prettyJson(const boost::json::value& value);
 
 /// The same on one line, without a line end.

@@ -12,7 +12,6 @@
 
 #include "refdoc/ItemJson.hpp"
 #include "refdoc/NameList.hpp"
-#include "refdoc/Output.hpp"
 #include "refdoc/Page.hpp"
 #include "refdoc/Pager.hpp"
 #include "refdoc/PrettyJson.hpp"
@@ -122,20 +121,21 @@ ExitCode showEntries(const std::vector<Selection>& selections, const std::u16str
     return selections.empty() ? ExitCode::NothingFound : ExitCode::Found;
 }
 
-std::string triedFiles(const std::u16string& resource, std::string_view outcome) {
+Lines triedFiles(const std::u16string& resource, std::string_view outcome) {
     const std::u16string stem =
         DocResourceParser::getReferenceRoots()->referenceApiFolder + u'/' + resource;
     std::vector<std::u16string> paths{stem + parsing::kDotJsonExt};
     if (const std::u16string language = parsing::getCurrentLocale();
         language != parsing::kEnglishLocale)
         paths.push_back(stem + parsing::kLocaleSeparator + language + parsing::kDotJsonExt);
-    std::string text;
+    Lines lines;
     for (const std::u16string& path : paths) {
         std::error_code ignored;
         const bool exists = std::filesystem::exists(toUtf8(path), ignored);
-        text += fmt::format("\n  tried {}: {}", toUtf8(path), exists ? outcome : "no such file");
+        lines.push_back(
+            fmt::format("tried {}: {}", toUtf8(path), exists ? outcome : "no such file"));
     }
-    return text;
+    return lines;
 }
 
 } // namespace refdoc

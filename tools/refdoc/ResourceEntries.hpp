@@ -8,6 +8,7 @@
 
 #include "environment/ReferenceProperty.hpp"
 #include "refdoc/Options.hpp"
+#include "refdoc/Output.hpp"
 #include "reference/docparser/DocResource.hpp"
 #include "reference/docparser/RefItem.hpp"
 
@@ -45,8 +46,7 @@ ExitCode showEntries(const std::vector<Selection>& selections, const std::u16str
 
 /// The files that may hold a resource, one to a further line of a message, with what came of
 /// reading them.
-std::string
-triedFiles(const std::u16string& resource,
-           std::string_view outcome = "unreadable, not in the format, or without entries");
+Lines triedFiles(const std::u16string& resource,
+                 std::string_view outcome = "unreadable, not in the format, or without entries");
 
 } // namespace refdoc

@@ -11,7 +11,6 @@
 
 #include "refdoc/Choice.hpp"
 #include "refdoc/LookupSearch.hpp"
-#include "refdoc/Output.hpp"
 #include "refdoc/ResourceEntries.hpp"
 #include "refdoc/ShellWords.hpp"
 #include "refdoc/Text.hpp"
@@ -89,11 +88,12 @@ std::optional<Candidate> chooseCandidate(const std::vector<Candidate>& candidate
             askUser(fmt::format("Several products document \"{}\":", name), choices);
         return chosen ? std::optional(candidates[*chosen]) : std::nullopt;
     }
-    std::string message = fmt::format("several products document \"{}\"; choose one:", name);
-    for (const Candidate& candidate : candidates)
-        message += fmt::format("\n  {}\n      {}", commandFor(candidate, name, options),
-                               toUtf8(description(candidate)));
-    reportError(message);
+    Lines commands;
+    for (const Candidate& candidate : candidates) {
+        commands.push_back(commandFor(candidate, name, options));
+        commands.push_back("    " + toUtf8(description(candidate)));
+    }
+    reportError(fmt::format("several products document \"{}\"; choose one:", name), {commands});
     return std::nullopt;
 }
 
@@ -107,9 +107,9 @@ ExitCode showCandidate(const Candidate& candidate, const std::string& name,
                           (candidate.hrefs.contains(item.href) || isCalled(item, wanted));
                });
     if (selections.empty())
-        reportError(fmt::format(R"({} documents "{}", but its resource "{}" has no entry for it{})",
-                                toUtf8(candidate.productName), name, toUtf8(candidate.resource),
-                                documents.empty() ? triedFiles(candidate.resource) : ""));
+        reportError(fmt::format(R"({} documents "{}", but its resource "{}" has no entry for it)",
+                                toUtf8(candidate.productName), name, toUtf8(candidate.resource)),
+                    {documents.empty() ? triedFiles(candidate.resource) : Lines()});
     return showEntries(selections, candidate.resource,
                        options.json ? EntryFormat::Json : EntryFormat::Pages);
 }
@@ -120,12 +120,13 @@ ExitCode reportNothingFound(const LookupResources& documents, const std::string&
     if (records == 0)
         // Asked for its error: a broken list of installed products drops all records.
         DocResourceParser::getTopLevelProducts();
+    const auto roots = DocResourceParser::getReferenceRoots();
     reportError(
-        fmt::format("no reference entries found for \"{}\", neither a resource nor a name{}\n"
-                    "  tried the {} lookup records in {}{}",
-                    name, triedFiles(fromUtf8(name)), records,
-                    toUtf8(DocResourceParser::getReferenceRoots()->referenceApiLookupFolder),
-                    similarNames(fromUtf8(name), documents, {}, Installed::Either)));
+        fmt::format(R"(no reference entries found for "{}", neither a resource nor a name)", name),
+        {triedFiles(fromUtf8(name)),
+         {fmt::format("tried the {} lookup records in {}", records,
+                      toUtf8(roots->referenceApiLookupFolder))},
+         similarNames(fromUtf8(name), documents, {}, Installed::Either)});
     return showEntries({}, fromUtf8(name), options.json ? EntryFormat::Json : EntryFormat::Pages);
 }
 

@@ -50,23 +50,22 @@ ExitCode listResource(const ResourceDocuments& documents, const std::string& res
     const std::vector<Selection> selections =
         select(documents, [](const auto&, const auto&) { return true; });
     if (selections.empty())
-        reportError(fmt::format("no reference entries found for resource \"{}\"{}", resource,
-                                triedFiles(fromUtf8(resource))));
+        reportError(fmt::format("no reference entries found for resource \"{}\"", resource),
+                    {triedFiles(fromUtf8(resource))});
     return showEntries(selections, fromUtf8(resource),
                        options.json ? EntryFormat::Json : EntryFormat::Lists);
 }
 
-std::string unknownNameMessage(const ResourceDocuments& documents, const std::string& resource,
-                               const std::string& name) {
+void reportUnknownName(const ResourceDocuments& documents, const std::string& resource,
+                       const std::string& name) {
     std::set<std::u16string> known;
     for (const auto& [key, document] : documents)
         for (const auto& [href, items] : document.items)
             for (const RefItem& item : items)
                 for (const RefEntity& entity : item.refEntities)
                     known.insert(entity.name);
-    return fmt::format(R"(resource "{}" documents nothing named "{}"{}{})", resource, name,
-                       triedFiles(fromUtf8(resource), "not in it"),
-                       similarNames(fromUtf8(name), known));
+    reportError(fmt::format(R"(resource "{}" documents nothing named "{}")", resource, name),
+                {triedFiles(fromUtf8(resource), "not in it"), similarNames(fromUtf8(name), known)});
 }
 
 void reportNothingFound(const ResourceDocuments& documents, const std::string& resource,
@@ -74,10 +73,10 @@ void reportNothingFound(const ResourceDocuments& documents, const std::string& r
     const bool empty = std::all_of(documents.begin(), documents.end(),
                                    [](const auto& entry) { return entry.second.items.empty(); });
     if (!empty)
-        return reportError(unknownNameMessage(documents, resource, name));
-    reportError(fmt::format("no reference entries found for resource \"{}\"{}{}", resource,
-                            triedFiles(fromUtf8(resource)),
-                            verbose ? "" : "\n  (--verbose shows which files are read)"));
+        return reportUnknownName(documents, resource, name);
+    reportError(fmt::format("no reference entries found for resource \"{}\"", resource),
+                {triedFiles(fromUtf8(resource)),
+                 verbose ? Lines() : Lines{"(--verbose shows which files are read)"}});
 }
 
 ExitCode showEntry(const std::string& resource, const std::string& name,

@@ -21,12 +21,10 @@ bool isLineOrTabCharacter(UChar32 character) {
            character == 0x2029;
 }
 
-/// What to print for `character`, which is a lone surrogate, a control character or harmless.
 UChar32 printableFor(UChar32 character) {
     if (isLineOrTabCharacter(character))
         return u' ';
-    const bool unprintable = u_charType(character) == U_CONTROL_CHAR || U_IS_SURROGATE(character);
-    return unprintable ? kReplacement : character;
+    return isPrintable(static_cast<char32_t>(character)) ? character : kReplacement;
 }
 
 bool isPlain(char16_t unit) {
@@ -49,6 +47,13 @@ std::u16string fromUtf8(std::string_view text) {
     return fl::i18n::codecvt_string_to_ustring("utf8", true).convert(text.data(), text.size());
 }
 
+bool isPrintable(char32_t character) {
+    constexpr std::uint32_t unprintable = U_GC_CC_MASK | U_GC_CS_MASK | U_GC_ZL_MASK | U_GC_ZP_MASK;
+    const auto point = static_cast<UChar32>(character);
+    return (U_GET_GC_MASK(point) & unprintable) == 0 &&
+           !u_hasBinaryProperty(point, UCHAR_BIDI_CONTROL);
+}
+
 std::u16string printable(std::u16string_view text) {
     std::u16string result;
     result.reserve(text.size());
@@ -68,13 +73,7 @@ std::u16string printable(std::u16string_view text) {
 }
 
 std::string printableUtf8(std::string_view text) {
-    const std::u16string wide = fromUtf8(text);
-    std::string result;
-    for (const std::u16string_view line : splitLines(wide))
-        result += toUtf8(printable(line)) + '\n';
-    if (!result.empty())
-        result.pop_back();
-    return result;
+    return toUtf8(printable(fromUtf8(text)));
 }
 
 std::vector<std::u16string_view> splitLines(std::u16string_view text) {

@@ -17,11 +17,15 @@ constexpr bool continuesCharacter(char byte) {
 /// Malformed input becomes U+FFFD.
 std::u16string fromUtf8(std::string_view text);
 
+/// Whether a terminal shows `character` in its place and leaves all others in theirs: no control
+/// character, no end of a line or paragraph, no control of the writing direction, no surrogate.
+bool isPrintable(char32_t character);
+
 /// `text` as one line that is safe to print: white space other than blanks becomes a blank, any
-/// other control character and any lone surrogate becomes U+FFFD.
+/// other character that is not printable becomes U+FFFD.
 std::u16string printable(std::u16string_view text);
 
-/// The same for UTF-8 text of more than one line: line feeds stay.
+/// The same for UTF-8 text.
 std::string printableUtf8(std::string_view text);
 
 /// The lines of `text` without their ends, which may be LF, CR LF or CR.

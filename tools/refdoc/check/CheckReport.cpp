@@ -21,11 +21,6 @@ namespace {
 
 namespace json = boost::json;
 
-/// On one line, whatever the files say.
-std::string shown(std::string_view text) {
-    return toUtf8(printable(fromUtf8(text)));
-}
-
 std::string pathIn(const std::string& root, const std::string& file) {
     return file.empty() || root.ends_with('/') ? root + file : root + '/' + file;
 }
@@ -48,8 +43,8 @@ std::string lineOf(const Finding& finding, const CheckReportOptions& options) {
     std::string message = sentenceOf(finding);
     if (!finding.pointer.empty())
         message += fmt::format(" ({})", finding.pointer);
-    return fmt::format("{}: {}: {}\n", shown(placeOf(finding, options.root)),
-                       styledLevel(finding.level, options.styled), shown(message));
+    return fmt::format("{}: {}: {}\n", printableUtf8(placeOf(finding, options.root)),
+                       styledLevel(finding.level, options.styled), printableUtf8(message));
 }
 
 std::string counted(std::size_t count, std::string_view what) {
