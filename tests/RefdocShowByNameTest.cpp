@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <string>
 
 #include <boost/json/parse.hpp>
@@ -66,6 +67,25 @@ TEST_F(RefdocShowByName, TellsTheCommandsToChooseFrom) {
                     AllOf(HasSubstr(command + "alpha zoom\n      Alpha Tools: "),
                           HasSubstr(command + "zeta zoom\n      Zeta: "), Not(HasSubstr("beta"))));
     }
+}
+
+TEST_F(RefdocShowByName, StaysInTheFolder) {
+    for (const std::string folder : {"../../secret", "", ".."}) {
+        root_.lookupFile("leak.json", R"({"productName": "L", "baseCode": "L", "helpFolder": ")" +
+                                          folder + R"(", "helpLocation": "h", "refItems":
+            [{"name": "leak", "refpurpose": "", "href": "z.html"}]})");
+        for (const char* file :
+             {"secret.json", "docCatalog/referenceapi/.json", "docCatalog/referenceapi/...json"})
+            std::filesystem::copy_file(root_.referenceFolder() / "zeta.json",
+                                       root_.nativePathOf(file),
+                                       std::filesystem::copy_options::overwrite_existing);
+        const ProcessResult result = refdoc({"show", "leak"});
+        EXPECT_EQ(result.exitCode, 1) << folder;
+        EXPECT_EQ(result.output, "") << folder;
+        EXPECT_THAT(result.errors,
+                    HasSubstr("its help folder \"" + folder + "\" can be no resource"));
+    }
+    EXPECT_EQ(refdoc({"show", "../../secret"}).exitCode, 0); // whoever types it may
 }
 
 TEST_F(RefdocShowByName, AsksOnATerminal) {

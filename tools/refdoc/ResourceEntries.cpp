@@ -138,4 +138,10 @@ Lines triedFiles(const std::u16string& resource, std::string_view outcome) {
     return lines;
 }
 
+bool isResourceName(std::u16string_view name) {
+    using namespace std::string_view_literals;
+    return !name.empty() && name != u"." && name != u".." &&
+           name.find_first_of(u"/\\\0"sv) == name.npos;
+}
+
 } // namespace refdoc

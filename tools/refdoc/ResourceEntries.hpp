@@ -49,4 +49,8 @@ ExitCode showEntries(const std::vector<Selection>& selections, const std::u16str
 Lines triedFiles(const std::u16string& resource,
                  std::string_view outcome = "unreadable, not in the format, or without entries");
 
+/// Whether a file of the reference folder itself can be called by `name`. What a document says must
+/// not lead anywhere else.
+bool isResourceName(std::u16string_view name);
+
 } // namespace refdoc

@@ -41,6 +41,12 @@ std::vector<Candidate> findCandidates(const LookupDocuments& documents,
         if (found == document.items.end() || found->second.empty())
             continue;
         const std::u16string& resource = document.header.getHelpFolder();
+        if (!isResourceName(resource)) {
+            reportError(fmt::format(
+                R"(note: "{}" documents "{}", but its help folder "{}" can be no resource)",
+                toUtf8(product), toUtf8(name), toUtf8(resource)));
+            continue;
+        }
         Candidate& candidate =
             candidates
                 .try_emplace(resource, Candidate{resource, document.header.getProductName(),
@@ -65,8 +71,8 @@ std::string commandFor(const Candidate& candidate, const std::string& name,
     if (options.language)
         command += " --language " + shellQuoted(*options.language);
     return fmt::format("{} show{}{} {} {}", command, options.json ? " --json" : "",
-                       name.starts_with('-') ? " --" : "", shellQuoted(toUtf8(candidate.resource)),
-                       shellQuoted(name));
+                       name.starts_with('-') || candidate.resource.starts_with(u'-') ? " --" : "",
+                       shellQuoted(toUtf8(candidate.resource)), shellQuoted(name));
 }
 
 std::u16string description(const Candidate& candidate) {

@@ -28,6 +28,9 @@ installed products, and in the others if none of those has it. When several prod
 you are asked which one you mean; where nobody can be asked, the commands to choose from are told
 on stderr.
 
+A RESOURCE that you type may lead into another folder, as ../drafts/libc does from where the others
+lie. What the documentation says never leads out of its folders.
+
 The options of refdoc itself may stand here too: --root DIR, --language CODE, --json, --verbose.
 A NAME that begins with "-" goes after "--". Exit codes:
   0  found
