@@ -1,9 +1,16 @@
+#include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <sstream>
 #include <string>
+#include <vector>
 
-#include <gmock/gmock.h>
+#include <boost/json/array.hpp>
+#include <boost/json/object.hpp>
+#include <boost/json/serialize.hpp>
 #include <gtest/gtest.h>
 
+#include "refdoc/ShellWords.hpp"
 #include "support/RefdocLookupFixture.hpp"
 
 namespace {
@@ -11,65 +18,33 @@ namespace {
 using testsupport::ProcessCall;
 using testsupport::RefdocLookup;
 
-constexpr const char* kZsh = "/usr/bin/zsh";
-
-/// Asks bash what completes a command line. COMP_WORDS is what bash makes of the line: words end at
-/// blanks, and "=" and ":" stand apart.
 class RefdocCompletion : public RefdocLookup {
 protected:
-    void SetUp() override {
-        if (root_.nativePathOf("").string().find(' ') != std::string::npos)
-            GTEST_SKIP() << "the words of these lines end at the blank of the temporary folder";
+    void documentNames(const std::string& helpFolder, const std::vector<std::string>& names) const {
+        boost::json::array items;
+        for (const std::string& name : names)
+            items.push_back({{"name", name}, {"refpurpose", name}, {"href", "h"}});
+        root_.lookupFile("gamma.json",
+                         boost::json::serialize(boost::json::object{{"productName", "Gamma"},
+                                                                    {"baseCode", "G"},
+                                                                    {"helpFolder", helpFolder},
+                                                                    {"helpLocation", "h"},
+                                                                    {"refItems", items}}));
     }
 
+    /// What the client has bash insert at the end of a line.
     std::string completions(const std::string& line) const {
-        const std::string script = R"(
-            source "$1" || exit 9
-            COMP_LINE=$2 COMP_POINT=${#2}
-            spaced=$(sed -E 's/(=|:+)/ \1 /g' <<<"$2")
-            read -ra COMP_WORDS <<<"$spaced"
-            [[ $2 == *" " || ${COMP_WORDS[-1]} == = ]] && COMP_WORDS+=("")
-            COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
-            _refdoc "$3"
-            printf '%s|' "${COMPREPLY[@]}")";
-        const ProcessCall bash{"/bin/bash",
-                               {"--norc", "-c", script, "bash", REFDOC_COMPLETIONS "/refdoc.bash",
-                                line, REFDOC_PROGRAM},
-                               {{"LC_ALL", "C.UTF-8"}}};
-        return outputOf(bash, line);
-    }
-
-    /// What zsh's function offers, under the options that zsh sets for such functions. What it
-    /// calls to show them works only while a line is edited.
-    std::string completionsInZsh(const std::string& line) const {
-        const std::string script = R"(
-            fpath=("$1" $fpath)
-            autoload -Uz compinit && compinit -C -D
-            _describe() { print -rn -- "${(pj:|:)${(P@)2}}" }
-            _files() { print -rn -- "_files $*" }
-            compset() { }
-            setopt $_comp_options
-            words=(${(z)2})
-            [[ $2 == *" " ]] && words+=('')
-            words[1]=$3
-            CURRENT=$#words
-            _refdoc)";
-        const ProcessCall zsh{kZsh,
-                              {"-f", "-c", script, "zsh", REFDOC_COMPLETIONS, line, REFDOC_PROGRAM},
-                              {{"LC_ALL", "C.UTF-8"}}};
-        return outputOf(zsh, line);
-    }
-
-private:
-    static std::string outputOf(const ProcessCall& shell, const std::string& line) {
-        const auto result = testsupport::run(shell);
-        EXPECT_EQ(result.errors, "") << line;
-        return result.output;
+        std::istringstream output(
+            refdoc({"complete", "--bash", "--", line, " \t\n\"'@><=;|&(:"}).output);
+        std::string all;
+        for (std::string completion; std::getline(output, completion);)
+            all += completion.substr(0, completion.find('\t')) + '|';
+        return all;
     }
 };
 
-TEST_F(RefdocCompletion, CompletesWhatTheClientKnows) {
-    const std::string root = root_.nativePathOf("").string();
+TEST_F(RefdocCompletion, KnowsWhatFits) {
+    documentNames("../gamma", {"--root=/", "it's $5!", "it's $6", "new\nline"});
     const struct {
         std::string line;
         std::string completions;
@@ -88,71 +63,174 @@ TEST_F(RefdocCompletion, CompletesWhatTheClientKnows) {
         {"refdoc --root ROOT lookup z", "zoom|zoomAll|"},
         {"refdoc --root=ROOT lookup z", "zoom|zoomAll|"},
         {"refdoc lookup --root ROOT z", "zoom|zoomAll|"},
-        {"refdoc --root ROOT lookup r", "|"},
+        {"refdoc --root ROOT lookup r", ""},
         {"refdoc --root ROOT lookup --all r", "rotate|"},
         {"refdoc --root ROOT lookup pack::a", "age|"},
         {"refdoc --root ROOT lookup pack::", "age|"},
+        {"refdoc --root ROOT lookup pack\\:\\:a", "pack::age|"},
+        {"refdoc --root ROOT lookup \"pa\"ck::'a", "'age'|"},
         {"refdoc --root ROOT lookup a", "a\\*b|axb|"},
-        {"refdoc --root ROOT lookup e", "|"}, // a name with a control character is never offered
-        {"refdoc --root ROOT lookup zoom z", "|"},
+        {"refdoc --root ROOT lookup --all it", "it\\'s\\ \\$5\\!|it\\'s\\ \\$6|"},
+        {"refdoc --root ROOT lookup --all 'it'\\''s", "'s $5'\\!''|'s $6'|"},
+        {"refdoc --root ROOT lookup --all \"it's", "\"it's \\$5\"\\!\"\"|\"it's \\$6\"|"},
+        {"refdoc --root ROOT lookup --all $'it", "'it'\\'$'s $5'\\!$''|'it'\\'$'s $6'|"},
+        {"refdoc --root ROOT lookup --all $'it\\'", ""}, // bash and readline do not agree on it
+        {"refdoc --root ROOT lookup --all \"`it", ""},
+        {"refdoc --root ROOT lookup --all new", ""},
+        {"refdoc --root ROOT lookup --all -- -", "--root\\=/|"},
+        {"refdoc --root ROOT lookup e", ""}, // a name with a control character is never offered
+        {"refdoc --root ROOT lookup zoom z", ""},
         {"refdoc --root ROOT show ", "alpha|zeta|beta|"},
         {"refdoc --root ROOT show z", "zeta|zoom|zoomAll|"},
         {"refdoc --root ROOT show alpha z", "zoom|zoomAll|"},
         {"refdoc --root ROOT show beta r", "rotate|"},
         {"refdoc --root ROOT show alpha --j", "--json|"},
         {"refdoc --root ROOT show alpha -- z", "zoom|zoomAll|"},
-        {"refdoc --root ROOT/docC", "ROOT/docCatalog|"},
-        {"refdoc --root=ROOT/docC", "ROOT/docCatalog|"},
-        {"refdoc --root 'ROOT' lookup unz", "|"},
+        {"refdoc --root ROOT/docC", "folder|"},
+        {"refdoc --root=ROOT/docC", "folder|"},
+        {"refdoc --root 'ROOT' lookup unz", ""},
         {"refdoc --root 'ROOT' lookup Unz", "Unzoom|"},
-        {"refdoc --root /does/not/exist lookup z", "|"},
-        {"refdoc --language xx lookup z", "|"},
-        {"refdoc products z", "|"},
+        {"refdoc --root /does/not/exist lookup z", ""},
+        {"refdoc --language xx lookup z", ""},
+        {"refdoc products z", ""},
         {"refdoc check --le", "--level|"},
         {"refdoc check --level w", "warning|"},
-        {"refdoc check ROOT/docC", "ROOT/docCatalog|"},
-        {"refdoc frob z", "|"},
+        {"refdoc check ROOT/docC", "folder|"},
+        {"refdoc frob z", ""},
     };
-    const auto withRoot = [&](std::string text) {
-        for (std::size_t at = text.find("ROOT"); at != text.npos; at = text.find("ROOT"))
-            text.replace(at, 4, root.substr(0, root.find_last_not_of('/') + 1));
-        return text;
-    };
+    const auto withRoot =
+        [root = refdoc::shellQuoted(root_.nativePathOf("").string())](std::string text) {
+            if (const std::size_t at = text.find("ROOT"); at != text.npos)
+                text.replace(at, 4, root);
+            return text;
+        };
     for (const auto& [line, expected] : cases)
-        EXPECT_EQ(completions(withRoot(line)), withRoot(expected)) << line;
+        EXPECT_EQ(completions(withRoot(line)), expected) << line;
+    EXPECT_EQ(completions(withRoot("refdoc --root ROOT lookup --all ")).find("--root"),
+              std::string::npos);
 }
 
-TEST_F(RefdocCompletion, CompletesInZsh) {
-    if (!std::filesystem::exists(kZsh))
-        GTEST_SKIP() << kZsh << " is not installed";
-    const std::string root = root_.nativePathOf("").string();
+/// What the shells themselves make of the keys that somebody presses.
+class RefdocInShell : public RefdocCompletion, public testing::WithParamInterface<std::string> {
+protected:
+    void SetUp() override {
+        if (!std::filesystem::exists("/usr/bin/" + GetParam()))
+            GTEST_SKIP() << GetParam() << " is not installed";
+        const std::filesystem::path client = "bin/refdoc";
+        root_.writeFile(client, "#!/bin/sh\n"
+                                "[ \"$1\" = complete ] && exec '" REFDOC_PROGRAM "' \"$@\"\n"
+                                "for word; do :; done\n"
+                                "printf '%s\\0' \"$word\" >>received\n");
+        std::filesystem::permissions(root_.nativePathOf(client), std::filesystem::perms::owner_all);
+    }
+
+    /// The last argument of each run of the client that the lines lead to, without the "/" that
+    /// only bash leaves behind a folder.
+    std::vector<std::string> received(const std::string& locale,
+                                      const std::vector<std::string>& lines) {
+        const bool zsh = GetParam() == "zsh";
+        const std::string setup = zsh ? "fpath=(" REFDOC_COMPLETIONS " $fpath); autoload -Uz "
+                                        "compinit; compinit -u -D"
+                                      : "source " REFDOC_COMPLETIONS "/refdoc.bash";
+        const std::string root = root_.nativePathOf("").string();
+        ProcessCall call{"/usr/bin/" + GetParam(),
+                         {zsh ? "-f" : "--norc", "-i"},
+                         {{"LC_ALL", locale},
+                          {"HOME", root},
+                          {"INPUTRC", "/dev/null"},
+                          {"HISTFILE", std::nullopt},
+                          {"TERM", "xterm"}}};
+        call.typed = "cd " + refdoc::shellQuoted(root) + "; PATH=$PWD/bin:$PATH; " + setup + '\r';
+        for (const std::string& line : lines)
+            call.typed += line + '\r';
+        call.typed += "exit\r'\rexit\r\"\rexit\r"; // even where a quote was left open
+        shown_ = testsupport::runOnTerminal(call, 200).output;
+        std::ifstream record(root_.nativePathOf("received"), std::ios::binary);
+        std::vector<std::string> words;
+        for (std::string word; std::getline(record, word, '\0');)
+            words.push_back(word.substr(0, word.find_last_not_of('/') + 1));
+        root_.remove("received");
+        return words;
+    }
+
+    std::string shown_;
+};
+
+INSTANTIATE_TEST_SUITE_P(Shells, RefdocInShell, testing::Values("bash", "zsh"),
+                         [](const auto& shell) { return shell.param; });
+
+TEST_P(RefdocInShell, CompletesWhatIsTyped) {
     const struct {
         std::string line;
-        std::string completions;
+        std::string received;
     } cases[] = {
-        {"refdoc pro", "products:List what is installed and what is documented"},
-        {"refdoc lookup --al", "--all:Also names of products that are not installed"},
-        {"refdoc --language=j", "--language=ja:"},
-        {"refdoc --root " + root + " lookup Unz", "Unzoom:reduce a view"},
-        {"refdoc --root '" + root + "' lookup Unz", "Unzoom:reduce a view"},
-        {"refdoc --root " + root + " lookup pack::a", "pack\\:\\:age:a package"},
-        {"refdoc --root ", "_files -/"},
-        {"refdoc --root=/x", "_files -/"},
-        {"refdoc check ", "_files -/"},
+        {"refdoc pro\t", "products"},
+        {"refdoc lookup --al\t", "--all"},
+        {"refdoc --language=j\t", "--language=ja"},
+        {"refdoc --root . lookup zo\tA\t", "zoomAll"},
+        {"refdoc --root . lookup 'zo\tA\t", "zoomAll"},
+        {"refdoc --root . lookup pack::\t", "pack::age"},
+        {"refdoc --root=docC\t", "--root=docCatalog"},
+        {"refdoc --root docC\t", "docCatalog"},
+        {"refdoc check docC\treferenceapi_\t", "docCatalog/referenceapi_lookup"},
     };
-    for (const auto& [line, expected] : cases)
-        EXPECT_EQ(completionsInZsh(line), expected) << line;
-    EXPECT_THAT(completionsInZsh("refdoc "), testing::StartsWith("lookup:"));
+    std::vector<std::string> lines;
+    std::vector<std::string> expected;
+    for (const auto& [line, word] : cases) {
+        lines.push_back(line);
+        expected.push_back(word);
+    }
+    EXPECT_EQ(received("C.UTF-8", lines), expected) << shown_;
+}
+
+TEST_P(RefdocInShell, RunsNothingThatNamesSay) {
+    const std::vector<std::string> names{
+        "k0\u200b';touch planted;'", // not printable for bash, and in the locale C for nobody
+        "k1 it's \"q\" \\ x\\",
+        "k2$(touch planted)",
+        "k3`touch planted`",
+        "k4;touch planted;",
+        "k5'; touch planted; '",
+        "k6\"; touch planted; \"",
+        "k7\\'; touch planted; $'\\'",
+        "k8!t!!x!",
+        "k9 a&b|c>planted<d",
+        "kA*?[x]{a,b}~#=@:%^",
+        "kB\u00dc'\u00e9",
+    };
+    const std::vector<std::string> notOffered{"kD\ntouch planted\n", "kE\x1b[2J", "kF\u202e;",
+                                              "kG\r"};
+    std::vector<std::string> all = names;
+    all.insert(all.end(), notOffered.begin(), notOffered.end());
+    documentNames("gamma", all);
+    const auto isAscii = [](const std::string& name) {
+        return std::all_of(name.begin(), name.end(),
+                           [](char byte) { return static_cast<signed char>(byte) >= 0; });
+    };
+    for (const std::string locale : {"C", "C.UTF-8"})
+        for (const std::string open : {"", "'", "\"", "$'"}) {
+            std::vector<std::string> lines;
+            std::vector<std::string> expected;
+            for (const std::string& name : all) {
+                const std::string typed = name.substr(0, 2);
+                const bool offered =
+                    std::find(names.begin(), names.end(), name) != names.end() &&
+                    (GetParam() == "bash" || locale != "C" || open.size() != 1 || isAscii(name));
+                const std::string close =
+                    offered || open.empty() ? "" : open.substr(open.size() - 1);
+                lines.push_back("refdoc --root . lookup " + open + typed + '\t' + close);
+                expected.push_back(offered ? name : typed);
+            }
+            EXPECT_EQ(received(locale, lines), expected) << locale << open << shown_;
+            EXPECT_FALSE(std::filesystem::exists(root_.nativePathOf("planted"))) << locale << open;
+        }
 }
 
 TEST_F(RefdocLookup, ExplainsCompletionsInTheLanguageTyped) {
-    EXPECT_EQ(refdoc({"complete", "4", "--", "refdoc", "--root", root_.nativePathOf("").string(),
-                      "lookup", "Unz"})
-                  .output,
-              "Unzoom\treduce a view\n");
-    EXPECT_EQ(refdoc({"complete", "6", "--", "refdoc", "--root", root_.nativePathOf("").string(),
-                      "--language", "ja", "lookup", "Unz"})
-                  .output,
+    const std::string line =
+        "refdoc lookup --root " + refdoc::shellQuoted(root_.nativePathOf("").string());
+    EXPECT_EQ(refdoc({"complete", "--", line + " Unz"}).output, "Unzoom\treduce a view\n");
+    EXPECT_EQ(refdoc({"complete", "--", line + " --language ja Unz"}).output,
               "Unzoom\t表示を縮小する\n");
 }
 

@@ -239,7 +239,7 @@ TEST_F(RefdocLookup, IsNotForgedByWhatDocumentsSay) {
           Words{"lookup", "x", "--limit", forging}, Words{"products"}, Words{"show", forging},
           Words{"show", forging, forging}, Words{"show", forging, similar}, Words{"show", similar},
           Words{"show", "tea"}, Words{"show", "x", "--root", forging}, Words{forging},
-          Words{"check"}})
+          Words{"check"}, Words{"complete", "refdoc --root . lookup --all z"}})
         for (const std::string format : {"--verbose", "--json", "--sarif"}) {
             if (format == "--sarif" && arguments.front() != "check")
                 continue;

@@ -1,8 +1,6 @@
 #include "refdoc/CommandWords.hpp"
 
-#include <algorithm>
-
-#include "refdoc/ShellWords.hpp"
+#include <cstddef>
 
 namespace refdoc {
 
@@ -14,13 +12,10 @@ bool takesValue(const CLI::Option& option) {
 
 } // namespace
 
-CommandWords::CommandWords(const CLI::App& application, const std::vector<std::string>& words,
-                           std::size_t index)
-    : application_(application), command_(&application) {
-    const std::size_t end = std::min(index, words.size());
-    for (std::size_t at = 1; at < end; ++at)
-        read(shellUnquoted(words[at]));
-    word_ = index < words.size() ? shellUnquoted(words[index]) : std::string();
+CommandWords::CommandWords(const CLI::App& application, const std::vector<std::string>& words)
+    : application_(application), command_(&application), word_(words.back()) {
+    for (std::size_t at = 1; at + 1 < words.size(); ++at)
+        read(words[at]);
     const std::size_t equals = word_.find('=');
     if (optionToFill_ == nullptr && optionsAllowed() && word_.starts_with("--") &&
         equals != word_.npos) {

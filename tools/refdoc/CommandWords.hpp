@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <map>
 #include <optional>
 #include <string>
@@ -13,15 +12,14 @@ namespace refdoc {
 /// A command line that the user is still typing, understood up to the word to be completed.
 class CommandWords {
 public:
-    /// @param words all words as typed, the name of the program first.
-    /// @param index that of the word to be completed; the end of `words` for a word not yet begun.
-    CommandWords(const CLI::App& application, const std::vector<std::string>& words,
-                 std::size_t index);
+    /// @param words all words without quotes, that of the program first and that to be completed
+    ///     last.
+    CommandWords(const CLI::App& application, const std::vector<std::string>& words);
 
     /// The option whose value the word is, without the option's name if that is part of the word;
     /// null when it is none.
     const CLI::Option* optionToFill() const { return optionToFill_; }
-    /// The word without what `fixedPart` says, and both without quotes.
+    /// The word without what `fixedPart` says.
     const std::string& word() const { return word_; }
     /// What the word begins with and every completion must keep: "--language=" or nothing.
     const std::string& fixedPart() const { return fixedPart_; }

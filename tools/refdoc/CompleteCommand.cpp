@@ -1,9 +1,8 @@
 #include "refdoc/CompleteCommand.hpp"
 
-#include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
-#include <vector>
 
 #include <CLI/App.hpp>
 
@@ -12,25 +11,41 @@
 #include "refdoc/Completions.hpp"
 #include "refdoc/HostSetup.hpp"
 #include "refdoc/Output.hpp"
+#include "refdoc/ShellWords.hpp"
 
 namespace refdoc {
 
 namespace {
 
 struct CompleteArguments {
-    std::size_t index = 0;
-    std::vector<std::string> words;
+    std::string line;
+    std::string breaks;
+    bool bash = false;
 };
 
-ExitCode complete(const CLI::App& application, const CompleteArguments& arguments) {
-    const CommandWords words(application, arguments.words, arguments.index);
+std::string inserted(const std::string& word, const TypedLine& typed, bool bash) {
+    return bash ? bashCompletion(word.substr(typed.kept.size()), typed.open) : word;
+}
+
+std::string completions(const CommandWords& words, const TypedLine& typed, bool bash) {
+    if (wantsFolder(words))
+        return "folder\n";
     GlobalOptions options;
     options.root = words.valueOf("--root");
     options.language = words.valueOf("--language");
     environment::setServices(hostServices(options));
     std::string text;
     for (const Completion& completion : completionsOf(words))
-        text += completion.word + '\t' + completion.meaning + '\n';
+        text += inserted(completion.word, typed, bash) + '\t' + completion.meaning + '\n';
+    return text;
+}
+
+ExitCode complete(const CLI::App& application, const CompleteArguments& arguments) {
+    const std::optional<TypedLine> typed = readTypedLine(arguments.line, arguments.breaks);
+    if (!typed)
+        return ExitCode::NothingFound;
+    const std::string text =
+        completions(CommandWords(application, typed->words), *typed, arguments.bash);
     writeOutput(text);
     return text.empty() ? ExitCode::NothingFound : ExitCode::Found;
 }
@@ -40,8 +55,9 @@ ExitCode complete(const CLI::App& application, const CompleteArguments& argument
 Command addCompleteCommand(CLI::App& application) {
     const auto arguments = std::make_shared<CompleteArguments>();
     CLI::App* declaration = application.add_subcommand("complete")->group("");
-    declaration->add_option("INDEX", arguments->index)->required();
-    declaration->add_option("WORDS", arguments->words);
+    declaration->add_flag("--bash", arguments->bash);
+    declaration->add_option("LINE", arguments->line)->required();
+    declaration->add_option("BREAKS", arguments->breaks);
     return {declaration, [arguments, &application](const GlobalOptions&) {
                 return complete(application, *arguments);
             }};

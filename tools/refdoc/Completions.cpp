@@ -7,6 +7,7 @@
 #include "environment/ReferenceProperty.hpp"
 #include "refdoc/HostSetup.hpp"
 #include "refdoc/LookupSearch.hpp"
+#include "refdoc/ResourceEntries.hpp"
 #include "refdoc/Text.hpp"
 #include "refdoc/check/CheckFinding.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
@@ -21,7 +22,8 @@ using namespace reference::docparser;
 class Collector {
 public:
     explicit Collector(const CommandWords& words)
-        : fixedPart_(words.fixedPart()), word_(words.word()), wideWord_(fromUtf8(word_)) {}
+        : fixedPart_(words.fixedPart()), word_(words.word()), wideWord_(fromUtf8(word_)),
+          optionsAllowed_(words.optionsAllowed() && fixedPart_.empty()) {}
 
     const std::u16string& word() const { return wideWord_; }
 
@@ -30,9 +32,9 @@ public:
             completions_.push_back({fixedPart_ + word, meaning});
     }
 
-    /// What a terminal could not show as it is could not be typed either.
     void add(const std::u16string& word, const std::u16string& meaning) {
-        if (word.starts_with(wideWord_) && printable(word) == word)
+        const bool isOption = optionsAllowed_ && word.starts_with(u'-');
+        if (word.starts_with(wideWord_) && printable(word) == word && !word.empty() && !isOption)
             add(toUtf8(word), toUtf8(printable(meaning)));
     }
 
@@ -42,6 +44,7 @@ private:
     std::string fixedPart_;
     std::string word_;
     std::u16string wideWord_;
+    bool optionsAllowed_;
     std::set<std::string> known_;
     std::vector<Completion> completions_;
 };
@@ -65,7 +68,7 @@ void addProducts(const LookupDocuments& documents, Collector& collector) {
 
 void addResources(const LookupDocuments& documents, Collector& collector) {
     for (const auto& [key, document] : documents)
-        if (key == document.header.getHelpFolder())
+        if (key == document.header.getHelpFolder() && isResourceName(key))
             collector.add(key, document.header.getProductName());
 }
 
@@ -124,15 +127,26 @@ void addPatterns(const CommandWords& words, Collector& collector) {
         addNames(documents.second, {}, collector);
 }
 
+/// Whether "-" would begin an option.
+bool wantsOption(const CommandWords& words) {
+    return words.optionsAllowed() && words.word().starts_with("-");
+}
+
 } // namespace
+
+bool wantsFolder(const CommandWords& words) {
+    if (words.optionToFill() != nullptr)
+        return words.optionToFill()->get_name() == "--root";
+    return words.command().get_name() == "check" && words.positionals().empty() &&
+           !wantsOption(words);
+}
 
 std::vector<Completion> completionsOf(const CommandWords& words) {
     Collector collector(words);
     const std::string command = words.command().get_name();
-    const bool wantsOption = words.optionsAllowed() && words.word().starts_with("-");
     if (words.optionToFill() != nullptr) {
         addOptionValues(words.optionToFill()->get_name(), collector);
-    } else if (wantsOption) {
+    } else if (wantsOption(words)) {
         if (&words.command() != &words.application())
             addOptions(words.command(), collector);
         addOptions(words.application(), collector);

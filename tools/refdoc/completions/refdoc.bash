@@ -1,50 +1,23 @@
-# bash completion for refdoc. The client itself knows what fits; this script tells it the words.
+# bash completion for refdoc. The client itself knows what fits, and what of the line bash replaces; this script
+# only hands it the line up to the cursor.
 
-# Puts together again what bash has split at "=" and ":", which stand in options (--root=DIR) and in
-# names (a::b). Fills the caller's arrays `words` and `cword`.
-_refdoc_join_words() {
-    local rest=$COMP_LINE previous= index
-    words=()
-    for ((index = 0; index <= COMP_CWORD; ++index)); do
-        local piece=${COMP_WORDS[index]}
-        local trimmed=${rest#"${rest%%[![:space:]]*}"}
-        if ((index > 0)) && [[ $trimmed == "$rest" && -n $rest ]] &&
-            [[ $piece == [=:]* || $previous == *[=:] ]]; then
-            words[${#words[@]} - 1]+=$piece
-        else
-            words+=("$piece")
-        fi
-        previous=$piece
-        rest=${trimmed#"$piece"}
-    done
-    cword=$((${#words[@]} - 1))
+# Counts the cursor's place in bytes, as bash did up to 4.2.
+_refdoc_line_in_bytes() {
+    local LC_ALL=C
+    line=${COMP_LINE:0:COMP_POINT}
 }
 
 _refdoc() {
-    local words cword line
+    local line=${COMP_LINE:0:COMP_POINT} completion
     COMPREPLY=()
-    _refdoc_join_words
-    local current=${words[cword]} kept= folder=
-    # bash replaces only what follows the last of the characters at which it splits words.
-    [[ $current == *[=:]* && $COMP_WORDBREAKS == *:* ]] && kept=${current%"${current##*[=:]}"}
-    if [[ ${words[cword - 1]} == --root ]]; then
-        folder=$current
-    elif [[ $current == --root=* ]]; then
-        folder=${current#--root=}
-    elif [[ " ${words[*]:1:cword-1} " == *" check "* && $current != -* &&
-        ${words[cword - 1]} != --l* ]]; then
-        folder=$current
-    else
-        while IFS= read -r line; do
-            printf -v line %q "${line%%$'\t'*}"
-            COMPREPLY+=("${line#"$kept"}")
-        done < <("$1" complete "$cword" -- "${words[@]}" 2>/dev/null)
-        return 0
-    fi
-    compopt -o filenames 2>/dev/null
-    while IFS= read -r line; do
-        COMPREPLY+=("$line")
-    done < <(compgen -d -- "$folder" 2>/dev/null)
+    ((BASH_VERSINFO[0] * 100 + BASH_VERSINFO[1] > 402)) || _refdoc_line_in_bytes
+    while IFS= read -r completion; do
+        if [[ $completion == *$'\t'* ]]; then
+            COMPREPLY+=("${completion%%$'\t'*}")
+        else
+            compopt -o dirnames 2>/dev/null
+        fi
+    done < <("$1" complete --bash -- "$line" "$COMP_WORDBREAKS" 2>/dev/null)
     return 0
 }
 
