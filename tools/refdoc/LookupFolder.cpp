@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <exception>
 #include <iterator>
-#include <map>
 #include <utility>
 
 #include "environment/PathAndText.hpp"
@@ -18,18 +17,19 @@ namespace {
 using namespace reference::docparser;
 namespace parsing = DocResourceParser::ParsingTools;
 
-using FilesByPath = std::map<std::u16string, LookupFile>;
-
-void addFiles(const std::vector<ProductPathData>& records, const std::u16string& suffix,
-              bool isPackage, FilesByPath& files) {
-    for (const ProductPathData& record : records) {
-        LookupFile file{record.getFullPath(), record.getName(), parsing::kEnglishLocale, isPackage};
-        if (record.isNonEnglishLocale()) {
-            file.resource.resize(file.resource.size() - suffix.size());
-            file.language = suffix.substr(1);
-        }
-        files.insert_or_assign(file.path, std::move(file));
+/// English unless the stem ends with the suffix of another supported language.
+LookupFile fileOf(const ProductPathData& record, const std::vector<std::u16string>& suffixes,
+                  bool isPackage) {
+    LookupFile file{record.getFullPath(), record.getName(), record.getName(),
+                    parsing::kEnglishLocale, isPackage};
+    for (const std::u16string& suffix : suffixes) {
+        if (!file.stem.ends_with(suffix))
+            continue;
+        file.resource.resize(file.stem.size() - suffix.size());
+        file.language = suffix.substr(1);
+        break;
     }
+    return file;
 }
 
 /// The stems of the leaves that a package has; none when it cannot be read.
@@ -54,17 +54,15 @@ std::u16string LookupFile::fileName() const {
 std::vector<LookupFile> findLookupFiles() {
     const auto roots = DocResourceParser::getReferenceRoots();
     const std::vector<std::u16string> suffixes = parsing::getSupportedDocLocales();
-    FilesByPath files;
-    for (const std::u16string& suffix : suffixes) {
-        const ProductFiles found =
-            DocResourceParser::getAllProducts(roots->referenceApiLookupFolder, suffixes, suffix);
-        addFiles(found.first, suffix, false, files);
-        addFiles(found.second, suffix, true, files);
-    }
-    std::vector<LookupFile> result;
-    for (auto& [path, file] : files)
-        result.push_back(std::move(file));
-    return result;
+    const ProductFiles found = // of no language, so that all are listed at once
+        DocResourceParser::getAllProducts(roots->referenceApiLookupFolder, {}, {});
+    std::vector<LookupFile> files;
+    for (const ProductPathData& record : found.second)
+        files.push_back(fileOf(record, suffixes, true));
+    for (const ProductPathData& record : found.first)
+        files.push_back(fileOf(record, suffixes, false));
+    std::ranges::sort(files, {}, &LookupFile::path);
+    return files;
 }
 
 std::vector<std::u16string> possibleLanguages(const std::vector<LookupFile>& files) {

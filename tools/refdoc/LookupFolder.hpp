@@ -8,15 +8,15 @@ namespace refdoc {
 /// A file in the folder of lookup files.
 struct LookupFile {
     std::u16string path;
-    std::u16string resource; ///< its name without language suffix and extension
+    std::u16string stem;     ///< its name without extension
+    std::u16string resource; ///< the stem without language suffix
     std::u16string language; ///< "en" for a file without the suffix of a supported language
     bool isPackage;
-    bool isOfProduct = false; ///< whether a product has been found that the name fits
 
     std::u16string fileName() const;
 };
 
-/// The files of all supported languages, in the order of their paths.
+/// The files of all languages, in the order of their paths.
 std::vector<LookupFile> findLookupFiles();
 
 /// The languages other than English that there may be documents in: those that the files' names

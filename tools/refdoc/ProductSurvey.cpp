@@ -1,14 +1,19 @@
 #include "refdoc/ProductSurvey.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <map>
-#include <memory>
+#include <optional>
+#include <set>
 #include <utility>
 
-#include "environment/Services.hpp"
-#include "refdoc/HostSetup.hpp"
 #include "refdoc/LookupFolder.hpp"
+#include "refdoc/LookupIndex.hpp"
 #include "refdoc/Text.hpp"
+#include "refdoc/check/CheckFiles.hpp"
+#include "refdoc/check/CheckJson.hpp"
+#include "refdoc/check/CheckNames.hpp"
+#include "reference/docparser/DocParserException.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 #include "reference/docparser/ParsingTools.hpp"
 
@@ -17,11 +22,9 @@ namespace refdoc {
 namespace {
 
 using namespace reference::docparser;
-using reference::property::RefItemLookup;
+using reference::property::HeaderInfo;
 namespace parsing = DocResourceParser::ParsingTools;
 
-using LookupDocument = DocResource<RefItemLookup>;
-using Documents = std::map<std::u16string, LookupDocument>;
 using ProductTable = std::map<std::u16string, SurveyedProduct>;
 
 SurveyedProduct& productOf(ProductTable& table, const std::u16string& key) {
@@ -46,102 +49,138 @@ void addInstalled(ProductTable& table) {
     }
 }
 
-/// All documents, installed or not, as a reader of `language` gets them.
-Documents readDocuments(const std::u16string& language, const GlobalOptions& options) {
-    environment::Services services = hostServices(options);
-    services.docLanguage = [language] { return language; };
-    environment::setServices(std::move(services));
-    LookupResources documents = DocResourceParser::getResourceLookupFiles();
-    environment::setServices(hostServices(options));
-    documents.first.merge(documents.second);
-    return std::move(documents.first);
+void readFile(const LookupFile& file, LookupIndex& index) {
+    const TextVisitor add = [&index](const ResourceText& text, FindingList& findings) {
+        try {
+            if (const std::optional<JsonTree> tree = parseText(text, findings))
+                index.add(text.language, text.readers, tree->value);
+        } catch (const DocParserException&) {
+            return; // the library leaves such a text out as well
+        }
+    };
+    readTexts({Catalog::Lookup, file.path, toUtf8(file.fileName()), toUtf8(file.stem),
+               toUtf8(file.resource), toUtf8(file.language), file.isPackage},
+              add, [](const std::vector<Finding>&) {});
 }
 
-bool isSameRecord(const RefItemLookup& left, const RefItemLookup& right) {
-    return left.getPurpose() == right.getPurpose() && left.getHref() == right.getHref();
+/// Reads each file once, in the library's order.
+LookupIndex readFiles(const std::vector<LookupFile>& files) {
+    LookupIndex index;
+    for (const bool packages : {true, false})
+        for (const LookupFile& file : files)
+            if (file.isPackage == packages)
+                readFile(file, index);
+    index.finish();
+    return index;
 }
 
-bool isTranslated(const LookupDocument& localized, const LookupDocument& english) {
-    const bool same =
-        localized.header.getProductName() == english.header.getProductName() &&
-        std::equal(localized.items.begin(), localized.items.end(), english.items.begin(),
-                   english.items.end(), [](const auto& left, const auto& right) {
-                       return left.first == right.first &&
-                              std::equal(left.second.begin(), left.second.end(),
-                                         right.second.begin(), right.second.end(), isSameRecord);
-                   });
-    return !same;
+bool isSameRecord(const IndexedLookup* left, const IndexedLookup* right) {
+    return left->purpose == right->purpose && left->href == right->href;
 }
 
-std::size_t countItems(const LookupDocument& document) {
-    std::size_t count = 0;
-    for (const auto& [name, items] : document.items)
-        count += items.size();
-    return count;
-}
-
-/// What all products are made of.
-struct SurveyData {
-    std::u16string current; ///< the language whose documents are shown and counted
-    Documents english;
-    std::vector<LookupFile> files;
-    ProductTable table;
+/// What there is to say of a document's records.
+struct RecordFacts {
+    std::size_t count = 0;              ///< in the language in force
+    std::set<std::string> translated{}; ///< the languages in which one differs from English
 };
 
-void surveyDocument(const std::u16string& language, const LookupDocument& document,
-                    SurveyedProduct& product, SurveyData& data) {
-    const auto english = data.english.find(product.key);
-    if (language == parsing::kEnglishLocale || english == data.english.end() ||
-        isTranslated(document, english->second))
-        product.languages.push_back(language);
-    const std::u16string& helpFolder = document.header.getHelpFolder();
-    if (product.name.empty() || language == data.current)
-        product.name = document.header.getProductName();
-    product.isSupportPackage = product.key != helpFolder;
-    if (language == data.current)
-        product.records = countItems(document);
-    product.files.clear();
-    for (LookupFile& file : data.files) {
-        if (file.resource == helpFolder) {
-            product.files.push_back(file.fileName());
-            file.isOfProduct = true;
+/// By the number of the document's key.
+std::vector<RecordFacts> collectFacts(const LookupIndex& index, const std::string& current) {
+    std::vector<RecordFacts> facts(index.documents().size());
+    NumberSet scratch = index.emptySet();
+    index.forEachName([&](LookupIndex::Group group) {
+        RecordFacts& own = facts[group.front().key];
+        const auto english = index.lookupsFor(group, kEnglish, scratch);
+        std::size_t count = english.size();
+        for (const std::string& language : index.ownReaders(group)) {
+            const auto lookups = index.lookupsFor(group, language, scratch);
+            if (!std::ranges::equal(lookups, english, isSameRecord))
+                own.translated.insert(language);
+            if (language == current)
+                count = lookups.size();
         }
-    }
+        own.count += count;
+    });
+    return facts;
 }
 
-void surveyLanguage(const std::u16string& language, const Documents& documents, SurveyData& data) {
-    for (const auto& [key, document] : documents)
-        surveyDocument(language, document, productOf(data.table, key), data);
-}
-
-ProductSurvey finished(SurveyData&& data) {
-    ProductSurvey survey;
-    for (auto& [key, product] : data.table) {
-        if (product.name.empty())
-            product.name = product.displayName;
-        survey.products.push_back(std::move(product));
+class Survey {
+public:
+    Survey(const std::vector<LookupFile>& files, const LookupIndex& index)
+        : files_(files), index_(index), current_(toUtf8(parsing::getCurrentLocale())) {
+        for (const std::u16string& language : possibleLanguages(files))
+            languages_.push_back(toUtf8(language));
+        if (std::ranges::find(languages_, current_) == languages_.end())
+            current_ = kEnglish;
+        for (const LookupFile& file : files)
+            fileNames_[file.resource].push_back(file.fileName());
     }
-    for (const LookupFile& file : data.files)
-        if (!file.isOfProduct)
-            survey.otherFiles.push_back(file.fileName());
-    return survey;
-}
+
+    ProductSurvey run() {
+        addInstalled(table_);
+        const std::vector<RecordFacts> facts = collectFacts(index_, current_);
+        for (const auto& [key, document] : index_.documents())
+            addDocument(document, facts[document.key], productOf(table_, key));
+        return finish();
+    }
+
+private:
+    void addDocument(const LookupIndex::Document& document, const RecordFacts& facts,
+                     SurveyedProduct& product) {
+        const HeaderInfo* english = index_.headerFor(document, kEnglish);
+        const HeaderInfo* last = nullptr;
+        for (const std::string& language : languages_) {
+            const HeaderInfo* header = index_.headerFor(document, language);
+            if (header == nullptr)
+                continue;
+            last = header;
+            helpFolders_.insert(header->getHelpFolder());
+            if (language == kEnglish || english == nullptr || facts.translated.contains(language) ||
+                header->getProductName() != english->getProductName())
+                product.languages.push_back(fromUtf8(language));
+            if (product.name.empty() || language == current_)
+                product.name = header->getProductName();
+            if (language == current_)
+                product.records = facts.count;
+        }
+        if (last != nullptr)
+            addFolder(last->getHelpFolder(), product);
+    }
+
+    void addFolder(const std::u16string& helpFolder, SurveyedProduct& product) const {
+        product.isSupportPackage = product.key != helpFolder;
+        const auto named = fileNames_.find(helpFolder);
+        if (named != fileNames_.end())
+            product.files = named->second;
+    }
+
+    ProductSurvey finish() {
+        ProductSurvey survey;
+        for (auto& [key, product] : table_) {
+            if (product.name.empty())
+                product.name = product.displayName;
+            survey.products.push_back(std::move(product));
+        }
+        for (const LookupFile& file : files_)
+            if (!helpFolders_.contains(file.resource))
+                survey.otherFiles.push_back(file.fileName());
+        return survey;
+    }
+
+    const std::vector<LookupFile>& files_;
+    const LookupIndex& index_;
+    std::string current_; ///< the language whose names and counts are shown
+    std::vector<std::string> languages_{std::string(kEnglish)};
+    std::map<std::u16string, std::vector<std::u16string>> fileNames_; ///< by resource
+    std::set<std::u16string> helpFolders_;
+    ProductTable table_;
+};
 
 } // namespace
 
-ProductSurvey surveyProducts(const GlobalOptions& options) {
-    SurveyData data{parsing::getCurrentLocale(),
-                    readDocuments(parsing::kEnglishLocale, options),
-                    findLookupFiles(),
-                    {}};
-    const std::vector<std::u16string> languages = possibleLanguages(data.files);
-    if (std::find(languages.begin(), languages.end(), data.current) == languages.end())
-        data.current = parsing::kEnglishLocale;
-    addInstalled(data.table);
-    surveyLanguage(parsing::kEnglishLocale, data.english, data);
-    for (const std::u16string& language : languages)
-        surveyLanguage(language, readDocuments(language, options), data);
-    return finished(std::move(data));
+ProductSurvey surveyProducts() {
+    const std::vector<LookupFile> files = findLookupFiles();
+    return Survey(files, readFiles(files)).run();
 }
 
 } // namespace refdoc

@@ -4,8 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "refdoc/Options.hpp"
-
 namespace refdoc {
 
 /// A product or support package that is installed, documented or both.
@@ -25,14 +23,13 @@ struct ProductSurvey {
     std::vector<std::u16string> otherFiles; ///< lookup files whose names fit none of the products
 };
 
-/// Finds out what is installed and what is documented, in the host that `options` make.
+/// Finds out what is installed and what is documented.
 ///
 /// A product's languages are "en", unless it has no English document, and each other one in which
 /// its name or a record differs from the English one. Its files are those that its header's help
-/// folder names, as is the convention. Lookup files are read once for each language that occurs
-/// among them.
+/// folder names, as is the convention. Each lookup file is read once.
 ///
 /// @throws what the library's calls throw.
-ProductSurvey surveyProducts(const GlobalOptions& options);
+ProductSurvey surveyProducts();
 
 } // namespace refdoc

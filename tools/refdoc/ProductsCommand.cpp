@@ -90,7 +90,7 @@ std::string asJson(const ProductSurvey& survey) {
 
 ExitCode listProducts(const GlobalOptions& options) {
     using namespace reference::docparser;
-    const ProductSurvey survey = surveyProducts(options);
+    const ProductSurvey survey = surveyProducts();
     const bool empty = survey.products.empty() && survey.otherFiles.empty();
     const Terminal terminal = standardOutputTerminal();
     if (empty)

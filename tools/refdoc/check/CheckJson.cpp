@@ -7,14 +7,15 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 
 #include <boost/json/basic_parser_impl.hpp>
-#include <boost/json/parse.hpp>
 #include <fmt/format.h>
 #include <unicode/utf16.h>
 
 #include "refdoc/Text.hpp"
+#include "refdoc/check/CheckSchema.hpp"
 #include "refdoc/check/JsonPositions.hpp"
 
 namespace refdoc {
@@ -225,23 +226,70 @@ std::pair<std::size_t, std::string> explain(const ResourceText& text,
     return {at, fmt::format("not JSON: {}", syntaxCause(text.content, at, failure))};
 }
 
-} // namespace
+using Names = std::unordered_set<std::string_view>;
 
-std::optional<json::value> parseText(const ResourceText& text, FindingList& findings) {
-    json::error_code failure;
-    try {
-        json::value resource = json::parse(text.content, failure);
-        if (!failure)
-            return resource;
-    } catch (const std::bad_alloc&) {
-        findings.add(Fault::Unreadable, findings.wholeText(), "the text does not fit into memory");
-        return std::nullopt;
-    }
+/// The names that a schema has anywhere.
+void collectNames(const json::value& schema, Names& names) {
+    if (const json::array* array = schema.if_array())
+        for (const json::value& element : *array)
+            collectNames(element, names);
+    const json::object* object = schema.if_object();
+    if (object == nullptr)
+        return;
+    if (const json::value* properties = object->if_contains("properties"))
+        for (const json::key_value_pair& property : properties->as_object())
+            names.insert(property.key());
+    for (const json::key_value_pair& member : *object)
+        collectNames(member.value(), names);
+}
+
+bool isKnownName(std::string_view name) {
+    static const Names names = [] {
+        Names all;
+        collectNames(lookupSchema().schema(), all);
+        collectNames(referenceSchema().schema(), all);
+        return all;
+    }();
+    return names.contains(name);
+}
+
+void addTooManyValues(const ResourceText& text, FindingList& findings) {
+    findings.add(Fault::Unreadable, findings.wholeText(),
+                 fmt::format("the text has more values than {}, too many for its size",
+                             mostValues(text.content.size())));
+}
+
+void addNotJson(const ResourceText& text, const json::error_code& failure, FindingList& findings) {
     const auto [at, cause] = explain(text, failure);
     if (Finding* finding =
             findings.addAt(Level::Error, Fault::NotJson, findings.wholeText(), cause))
         finding->position = positionsOf(text.content, {at}).front();
-    return std::nullopt;
+}
+
+void addUnknownMembers(std::size_t count, FindingList& findings) {
+    if (count > 0)
+        findings.addAt(Level::Note, Fault::UnreadMember, Loss::Nothing,
+                       fmt::format("objects with more than {} unknown members: {} further ones are "
+                                   "not looked at",
+                                   BoundedTree::kMostUnknownMembers, count));
+}
+
+} // namespace
+
+std::optional<JsonTree> parseText(const ResourceText& text, FindingList& findings) {
+    try {
+        BoundedTree parsed = parseBounded(text.content, isKnownName);
+        if (parsed.hasTooManyValues)
+            addTooManyValues(text, findings);
+        else if (parsed.failure)
+            addNotJson(text, parsed.failure, findings);
+        else
+            addUnknownMembers(parsed.unknownMembers, findings);
+        return std::move(parsed.tree);
+    } catch (const std::bad_alloc&) {
+        findings.add(Fault::Unreadable, findings.wholeText(), "the text does not fit into memory");
+        return std::nullopt;
+    }
 }
 
 } // namespace refdoc

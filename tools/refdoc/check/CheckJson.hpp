@@ -2,14 +2,14 @@
 
 #include <optional>
 
-#include <boost/json/value.hpp>
-
+#include "refdoc/check/BoundedTree.hpp"
 #include "refdoc/check/CheckFinding.hpp"
 #include "refdoc/check/ResourceText.hpp"
 
 namespace refdoc {
 
-/// Parses a text as the library does; tells where and why one is no JSON.
-std::optional<boost::json::value> parseText(const ResourceText& text, FindingList& findings);
+/// Parses a text as the library does, as far as checks look; tells where and why one is no JSON,
+/// and what was too much to look at.
+std::optional<JsonTree> parseText(const ResourceText& text, FindingList& findings);
 
 } // namespace refdoc

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <set>
 #include <utility>
 
@@ -50,16 +51,16 @@ private:
         index_.addFile(file);
         bool isParsed = false;
         readTextsOf(file, [this, &isParsed](const ResourceText& text, FindingList& findings) {
-            const auto resource = parseText(text, findings);
+            const std::optional<JsonTree> resource = parseText(text, findings);
             isParsed = resource.has_value();
             if (!isParsed)
                 return;
-            checkText(text, *resource, findings);
-            locateFindings(text, *resource, true, findings);
+            checkText(text, resource->value, findings);
+            locateFindings(text, resource->value, true, findings);
             if (text.file.catalog == Catalog::Reference)
-                index_.addPages(text, *resource);
+                index_.addPages(text, resource->value);
             if (!findings.losesText())
-                index_.addSoundText(text, *resource);
+                index_.addSoundText(text, resource->value);
         });
         if (file.catalog == Catalog::Reference && file.language == kEnglish && !isParsed)
             index_.addUnreadable(file);
@@ -80,14 +81,15 @@ private:
 
     void checkBesideOthers(const CatalogFile& file) {
         const FindingSink toldAlready = [](const std::vector<Finding>&) {};
-        const TextVisitor visit = [this](const ResourceText& text, FindingList&) {
+        const TextVisitor visit = [this](const ResourceText& text, FindingList& known) {
             FindingList findings(text.file.name, text.leaf);
-            const auto resource = index_.isSound(text) ? parseText(text, findings) : std::nullopt;
-            if (!resource || findings.losesText())
+            const std::optional<JsonTree> resource =
+                index_.isSound(text) ? parseText(text, known) : std::nullopt;
+            if (!resource)
                 return;
-            checkDelivery(text, *resource, index_, deliveries_, findings);
-            checkAcross(text, *resource, index_, findings);
-            locateFindings(text, *resource, false, findings);
+            checkDelivery(text, resource->value, index_, deliveries_, findings);
+            checkAcross(text, resource->value, index_, findings);
+            locateFindings(text, resource->value, false, findings);
             findings_.add(findings.take());
         };
         readTexts(file, visit, toldAlready);

@@ -1,0 +1,183 @@
+#include "refdoc/LookupIndex.hpp"
+
+#include <algorithm>
+#include <exception>
+#include <optional>
+
+#include <boost/json/array.hpp>
+#include <boost/json/object.hpp>
+
+#include "reference/docparser/DocParserException.hpp"
+#include "reference/docparser/ParsingTools.hpp"
+
+namespace refdoc {
+
+namespace {
+
+namespace json = boost::json;
+namespace parsing = reference::docparser::DocResourceParser::ParsingTools;
+using reference::docparser::DocParserException;
+using reference::property::FunctionType;
+using reference::property::HeaderInfo;
+using reference::property::RefEntityType;
+
+constexpr std::string_view kEveryone = "en";
+
+std::string_view requireText(const json::object& item, std::string_view member) {
+    const json::value* value = item.if_contains(member);
+    if (value == nullptr || !value->is_string())
+        throw DocParserException();
+    return value->get_string();
+}
+
+/// The number of the value that a member's text names, else that of the default.
+template <typename Enumeration>
+std::uint32_t enumerationOf(const json::object& item, std::string_view member) {
+    const json::value* value = item.if_contains(member);
+    if (value == nullptr || !value->is_string())
+        return Enumeration::getDefaultValue();
+    const auto& texts = Enumeration::texts;
+    const auto found = std::find(texts.begin(), texts.end(), std::string_view(value->get_string()));
+    return found == texts.end() ? std::uint32_t{Enumeration::getDefaultValue()}
+                                : static_cast<std::uint32_t>(found - texts.begin());
+}
+
+std::uint32_t kindsOf(const json::object& item) {
+    constexpr std::uint32_t factor = 256;
+    const std::uint32_t deprecated = item.contains("deprecated") ? 1 : 0;
+    return (enumerationOf<RefEntityType>(item, "type") * factor +
+            enumerationOf<FunctionType>(item, "fcntype")) *
+               factor +
+           deprecated;
+}
+
+/// Appends the lookups whose href a shorter list lacks.
+void complete(LookupIndex::Lookups& held, const LookupIndex::Lookups& incoming, NumberSet& hrefs) {
+    if (held.size() >= incoming.size())
+        return;
+    hrefs.clear();
+    for (const IndexedLookup* lookup : held)
+        hrefs.insert(lookup->href);
+    for (const IndexedLookup* lookup : incoming)
+        if (hrefs.insert(lookup->href))
+            held.push_back(lookup);
+}
+
+} // namespace
+
+std::uint32_t LookupIndex::add(const std::string& language, const std::string& readers,
+                               const json::value& resource) {
+    std::vector<NewDocument> documents{readDocument(resource, true)};
+    if (const json::value* packages = resource.as_object().if_contains("supportPackages"))
+        for (const json::value& package : parsing::getJsonArray(*packages))
+            documents.push_back(readDocument(package, false));
+    const auto text = static_cast<std::uint32_t>(texts_.size());
+    texts_.push_back({readers, language != kEveryone});
+    for (NewDocument& document : documents)
+        addDocument(std::move(document), text);
+    return text;
+}
+
+LookupIndex::NewDocument LookupIndex::readDocument(const json::value& document, bool isMain) {
+    NewDocument read{{}, parsing::getHeaderInfo(document), {}};
+    read.key = isMain ? read.header.getHelpFolder() : read.header.getBaseCode();
+    const json::array& items = parsing::getJsonArray(document, "refItems");
+    read.lookups.reserve(items.size());
+    for (const json::value& item : items) {
+        read.lookups.push_back(readLookup(item));
+        read.lookups.back().item = static_cast<std::uint32_t>(read.lookups.size() - 1);
+    }
+    return read;
+}
+
+IndexedLookup LookupIndex::readLookup(const json::value& item) {
+    const json::object* members = item.if_object();
+    if (members == nullptr)
+        throw DocParserException();
+    IndexedLookup lookup{};
+    lookup.name = numberOf(requireText(*members, "name"));
+    lookup.purpose = numberOf(requireText(*members, "refpurpose"));
+    lookup.href = numberOf(requireText(*members, "href"));
+    lookup.kinds = kindsOf(*members);
+    return lookup;
+}
+
+/// Of one key the first document of a text counts.
+void LookupIndex::addDocument(NewDocument added, std::uint32_t text) {
+    const auto key = static_cast<std::uint32_t>(documents_.size());
+    Document& document =
+        documents_.try_emplace(std::move(added.key), Document{key, {}}).first->second;
+    if (!document.headers.empty() && document.headers.back().text == text)
+        return;
+    document.headers.push_back({text, std::move(added.header)});
+    for (IndexedLookup& lookup : added.lookups) {
+        lookup.key = document.key;
+        lookup.text = text;
+    }
+    lookups_.insert(lookups_.end(), added.lookups.begin(), added.lookups.end());
+}
+
+std::uint32_t LookupIndex::numberOf(std::string_view text) {
+    const auto known = numbers_.find(text);
+    if (known != numbers_.end())
+        return known->second;
+    const auto number = static_cast<std::uint32_t>(numbers_.size());
+    numbers_.emplace(text, number);
+    return number;
+}
+
+void LookupIndex::finish() {
+    std::sort(lookups_.begin(), lookups_.end());
+}
+
+bool LookupIndex::isFor(std::uint32_t text, std::string_view readers) const {
+    return texts_[text].readers == readers || texts_[text].readers == kEveryone;
+}
+
+/// Of localized texts the last counts, of English ones the first.
+const HeaderInfo* LookupIndex::headerFor(const Document& document, std::string_view readers) const {
+    const HeaderInfo* held = nullptr;
+    for (const Header& each : document.headers)
+        if (isFor(each.text, readers) && (held == nullptr || texts_[each.text].isLocalized))
+            held = &each.header;
+    return held;
+}
+
+void LookupIndex::forEachName(const std::function<void(Group)>& visit) const {
+    for (auto begin = lookups_.begin(); begin != lookups_.end();) {
+        const auto end = std::find_if(begin, lookups_.end(), [begin](const IndexedLookup& lookup) {
+            return lookup.key != begin->key || lookup.name != begin->name;
+        });
+        visit(Group(begin, end));
+        begin = end;
+    }
+}
+
+std::set<std::string> LookupIndex::ownReaders(Group group) const {
+    std::set<std::string> readers;
+    std::optional<std::uint32_t> previous;
+    for (const IndexedLookup& lookup : group)
+        if (std::exchange(previous, lookup.text) != lookup.text &&
+            readersOf(lookup.text) != kEveryone)
+            readers.insert(readersOf(lookup.text));
+    return readers;
+}
+
+LookupIndex::Lookups LookupIndex::lookupsFor(Group group, std::string_view readers,
+                                             NumberSet& scratch) const {
+    Lookups held;
+    for (auto at = group.begin(); at != group.end();) {
+        const std::uint32_t text = at->text;
+        Lookups incoming;
+        for (; at != group.end() && at->text == text; ++at)
+            incoming.push_back(&*at);
+        if (!isFor(text, readers))
+            continue;
+        if (texts_[text].isLocalized || held.empty())
+            held.swap(incoming);
+        complete(held, incoming, scratch);
+    }
+    return held;
+}
+
+} // namespace refdoc

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include <boost/json/error.hpp>
+#include <boost/json/monotonic_resource.hpp>
+#include <boost/json/value.hpp>
+
+namespace refdoc {
+
+/// The tree of a JSON text, with the memory that it lies in.
+struct JsonTree {
+    std::unique_ptr<boost::json::monotonic_resource> memory;
+    boost::json::value value;
+};
+
+/// Of a JSON text as much as its time and memory stay linear in the text, whatever it says.
+/// Members with unknown names are kept without their values, which become null.
+struct BoundedTree {
+    /// So many members with unknown names are kept of an object, repeated ones counted again: an
+    /// object's hash table is no match for names that are made to collide.
+    static constexpr std::size_t kMostUnknownMembers = 100;
+
+    /// Nothing for a text that is no JSON, that is nested deeper than 32 or has too many values.
+    std::optional<JsonTree> tree;
+    boost::json::error_code failure; ///< why there is no tree
+    bool hasTooManyValues = false;   ///< whether that is why: more than `mostValues`
+    std::size_t unknownMembers = 0;  ///< of how many, beyond the most, nothing is kept
+};
+
+/// How many values and names of members, unread ones aside, a text of so many bytes may have.
+std::size_t mostValues(std::size_t textSize);
+
+/// @throws std::bad_alloc
+BoundedTree parseBounded(std::string_view text,
+                         const std::function<bool(std::string_view name)>& isKnown);
+
+} // namespace refdoc
