@@ -95,6 +95,7 @@ public:
     /// What readers of a language get of the group. Takes time linear in it.
     Lookups lookupsFor(Group group, std::string_view readers, NumberSet& scratch) const;
 
+    std::uint32_t textCount() const { return static_cast<std::uint32_t>(texts_.size()); }
     const std::string& readersOf(std::uint32_t text) const { return texts_[text].readers; }
 
     /// A set for the numbers of names, hrefs and purposes.

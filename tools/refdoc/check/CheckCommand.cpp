@@ -84,26 +84,11 @@ std::string checkedRoot() {
         toUtf8(roots->referenceApiLookupFolder), toUtf8(roots->referenceApiFolder)));
 }
 
-/// The services of a root whose list of products is of no use.
-environment::Services servicesWithoutProducts(const GlobalOptions& options) {
-    environment::Services services = hostServices(options);
-    services.installedTopLevelDocProducts = [] { return environment::TopLevelProductList(); };
-    return services;
-}
-
-CheckResult checkWithProgress(GlobalOptions options) {
+CheckResult checkWithProgress() {
     const std::vector<Finding> products = checkProducts();
-    const auto servicesOf = products.empty() ? hostServices : servicesWithoutProducts;
     Progress progress;
-    CheckHost host;
-    host.showProgress = [&progress](std::size_t done, std::size_t all) {
-        progress.show(done, all);
-    };
-    host.setLanguage = [&options, servicesOf](const std::string& language) {
-        options.language = language;
-        environment::setServices(servicesOf(options));
-    };
-    CheckResult result = checkRoot(host);
+    CheckResult result =
+        checkRoot([&progress](std::size_t done, std::size_t all) { progress.show(done, all); });
     result.findings.insert(result.findings.end(), products.begin(), products.end());
     return result;
 }
@@ -117,7 +102,7 @@ ExitCode check(const CheckArguments& arguments, GlobalOptions options) {
     report.root = checkedRoot();
     if (arguments.sarif)
         report.root = std::filesystem::absolute(report.root).lexically_normal().native();
-    const CheckResult result = checkWithProgress(options);
+    const CheckResult result = checkWithProgress();
     writeOutput(checkReport(result, report));
     return result.hasErrors() ? ExitCode::NothingFound : ExitCode::Found;
 }

@@ -1,7 +1,9 @@
 #include "refdoc/check/CheckDelivery.hpp"
 
 #include <cstddef>
+#include <string>
 #include <string_view>
+#include <tuple>
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
@@ -18,30 +20,36 @@ namespace {
 
 namespace json = boost::json;
 using reference::property::HeaderInfo;
-using reference::property::RefItemLookup;
+namespace parsing = reference::docparser::DocResourceParser::ParsingTools;
+
+bool isSameHeader(const HeaderInfo& left, const HeaderInfo& right) {
+    const auto textsOf = [](const HeaderInfo& header) {
+        return std::tie(header.getProductName(), header.getBaseCode(), header.getHelpFolder(),
+                        header.getHelpLocation());
+    };
+    return textsOf(left) == textsOf(right);
+}
 
 class DeliveryCheck {
 public:
-    DeliveryCheck(const ResourceText& text, const CheckIndex& index, const Deliveries& deliveries,
-                  FindingList& findings)
-        : text_(text), index_(index), deliveries_(deliveries), findings_(findings) {}
+    DeliveryCheck(const ResourceText& text, std::uint32_t number, const CheckIndex& index,
+                  const LookupFates& fates, FindingList& findings)
+        : text_(text), number_(number), index_(index), fates_(fates), findings_(findings) {}
 
     void check(const ResourceDocument& document) {
-        const HeaderInfo header =
-            reference::docparser::DocResourceParser::ParsingTools::getHeaderInfo(*document.value);
-        const std::u16string& key =
-            document.pointer.empty() ? header.getHelpFolder() : header.getBaseCode();
-        if (!checkHeader(document, key, header))
-            return;
+        const HeaderInfo header = parsing::getHeaderInfo(*document.value);
+        const auto& indexed = index_.lookups().documents().at(
+            document.pointer.empty() ? header.getHelpFolder() : header.getBaseCode());
+        checkHeader(document, indexed, header);
         const json::array& items = document.value->at("refItems").as_array();
         for (std::size_t i = 0; i < items.size(); ++i)
-            checkItem(document, key, lookupOf(items[i].as_object()),
-                      fmt::format("{}/refItems/{}", document.pointer, i));
+            if (const LookupFate* fate =
+                    fates_.find(number_, indexed.key, static_cast<std::uint32_t>(i)))
+                checkItem(document, *fate, items[i].as_object(),
+                          fmt::format("{}/refItems/{}", document.pointer, i));
     }
 
 private:
-    const DeliveredLookups& ownDelivery() const { return deliveries_.at(text_.readers); }
-
     /// English texts in a package of one language only fill in for its readers.
     bool fillsIn() const { return text_.language != text_.readers; }
 
@@ -66,20 +74,12 @@ private:
         return path.size() <= mostBytes ? path : "..." + path.substr(path.size() - mostBytes);
     }
 
-    /// Whether readers get a document of the key at all.
-    bool checkHeader(const ResourceDocument& document, const std::u16string& key,
+    void checkHeader(const ResourceDocument& document, const LookupIndex::Document& indexed,
                      const HeaderInfo& header) {
-        const HeaderInfo* delivered = ownDelivery().header(key);
-        if (delivered == nullptr) {
-            findings_.add(Fault::LostItem, Loss::Document,
-                          fmt::format("readers of {} get no document {}", text_.readers,
-                                      inQuotes(document.key)),
-                          document.pointer);
-            return false;
-        }
+        const HeaderInfo* delivered = index_.lookups().headerFor(indexed, text_.readers);
         const bool isLocalized =
             fillsIn() && index_.holderOf(localizedKind(), document.key) != nullptr;
-        if (!isLocalized && !equals(*delivered, header))
+        if (!isLocalized && delivered != nullptr && !isSameHeader(*delivered, header))
             findings_.add(Fault::SharedKey, Loss::Nothing,
                           countsInstead(fmt::format("the document {}", inQuotes(document.key)),
                                         [&](const LookupKind& kind) {
@@ -87,28 +87,28 @@ private:
                                         }) +
                               ": its header counts",
                           document.pointer);
-        return true;
     }
 
-    void checkItem(const ResourceDocument& document, const std::u16string& key,
-                   const RefItemLookup& lookup, const std::string& pointer) {
-        const std::string name = toUtf8(lookup.getName());
-        if (!ownDelivery().has(key, lookup)) {
+    void checkItem(const ResourceDocument& document, const LookupFate& fate,
+                   const json::object& item, const std::string& pointer) {
+        const std::string name(item.at("name").as_string());
+        const std::string href =
+            toUtf8(parsing::getFluString(item, "href", parsing::StringParsingType::Ascii));
+        if (fate.isLost) {
             const std::string* localized =
                 fillsIn() ? index_.holderOf(localizedKind(), document.key, name) : nullptr;
             if (localized == nullptr)
                 addLost(document, name, pointer);
-            else if (!ownDelivery().hasLink(key, lookup))
-                addReplaced(Fault::LostItem, Loss::Item, text_.readers, localized, lookup, pointer);
+            else if (fate.isLinkLost)
+                addReplaced(Fault::LostItem, Loss::Item, text_.readers, localized, href, pointer);
             return;
         }
-        if (text_.readers != kEnglish)
-            return;
-        for (const auto& [readers, delivered] : deliveries_)
-            if (!delivered.hasLink(key, lookup))
+        for (std::size_t i = 0; i < fates_.languages().size(); ++i) {
+            const std::string& readers = fates_.languages()[i];
+            if ((fate.linkLostFor >> i & 1) != 0)
                 addReplaced(Fault::ReplacedItem, Loss::Nothing, readers,
-                            index_.holderOf({readers, readers}, document.key, name), lookup,
-                            pointer);
+                            index_.holderOf({readers, readers}, document.key, name), href, pointer);
+        }
     }
 
     void addLost(const ResourceDocument& document, const std::string& name,
@@ -124,28 +124,27 @@ private:
 
     /// What a localized text has under a name takes the place of what English has.
     void addReplaced(Fault fault, Loss loss, const std::string& readers, const std::string* holder,
-                     const RefItemLookup& lookup, const std::string& pointer) {
+                     const std::string& href, const std::string& pointer) {
         findings_.add(
             fault, loss,
             fmt::format("readers of {} do not get it: {} has the name, but not the href {}",
                         readers, holder == nullptr ? "another leaf" : shortenedPath(*holder),
-                        inQuotes(toUtf8(lookup.getHref()))),
+                        inQuotes(href)),
             pointer);
     }
 
     const ResourceText& text_;
+    std::uint32_t number_;
     const CheckIndex& index_;
-    const Deliveries& deliveries_;
+    const LookupFates& fates_;
     FindingList& findings_;
 };
 
 } // namespace
 
-void checkDelivery(const ResourceText& text, const json::value& resource, const CheckIndex& index,
-                   const Deliveries& deliveries, FindingList& findings) {
-    if (text.file.catalog != Catalog::Lookup)
-        return;
-    DeliveryCheck check(text, index, deliveries, findings);
+void checkDelivery(const ResourceText& text, std::uint32_t number, const json::value& resource,
+                   const CheckIndex& index, const LookupFates& fates, FindingList& findings) {
+    DeliveryCheck check(text, number, index, fates, findings);
     for (const ResourceDocument& document : documentsOf(resource))
         check.check(document);
 }

@@ -1,7 +1,5 @@
 #include "refdoc/check/CheckIndex.hpp"
 
-#include <functional>
-
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 
@@ -19,7 +17,7 @@ void CheckIndex::addFile(const CatalogFile& file) {
 }
 
 void CheckIndex::addSoundText(const ResourceText& text, const json::value& resource) {
-    sound_.insert(versionOf(text));
+    sound_.insert_or_assign(versionOf(text), static_cast<TextNumber>(texts_.size()));
     if (text.file.catalog == Catalog::Lookup)
         addLookups(text, resource);
     else if (text.language == kEnglish)
@@ -27,9 +25,8 @@ void CheckIndex::addSoundText(const ResourceText& text, const json::value& resou
 }
 
 void CheckIndex::addLookups(const ResourceText& text, const json::value& resource) {
-    lookupReaders_.insert(text.readers);
     const bool isEnglish = text.language == kEnglish;
-    const auto number = static_cast<TextNumber>(texts_.size());
+    const TextNumber number = lookupIndex_.add(text.language, text.readers, resource);
     texts_.push_back(text.shownName());
     LookupDocuments& documents = lookups_[{text.language, text.readers}];
     for (const ResourceDocument& document : documentsOf(resource)) {
@@ -55,12 +52,17 @@ void CheckIndex::addReferences(const ResourceText& text, const json::value& reso
 }
 
 void CheckIndex::addPages(const ResourceText& text, const json::value& resource) {
-    std::unordered_set<std::string_view>& own = pagesOf_[text.file.resource];
+    std::unordered_set<std::string_view, KeyedHash>& own = pagesOf_[text.file.resource];
     forEachDocument(resource, [&](const ResourceDocument& document) {
         if (const json::array* items = listMember(*document.value, "refItems"))
             for (const json::value& item : *items)
                 own.insert(*pages_.insert(pageOf(textMember(item, "href"))).first);
     });
+}
+
+std::optional<std::uint32_t> CheckIndex::soundNumber(const ResourceText& text) const {
+    const auto found = sound_.find(versionOf(text));
+    return found == sound_.end() ? std::nullopt : std::optional(found->second);
 }
 
 bool CheckIndex::hasPage(const std::string& resource, const std::string& page) const {
@@ -105,7 +107,7 @@ const std::string* CheckIndex::holderOf(const LookupKind& kind, const std::strin
 }
 
 CheckIndex::Version CheckIndex::versionOf(const ResourceText& text) {
-    return {text.file.name, text.leafNumber, std::hash<std::string>()(text.content)};
+    return {text.file.name, text.leafNumber, KeyedHash()(text.content)};
 }
 
 } // namespace refdoc

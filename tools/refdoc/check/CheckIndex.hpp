@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -13,6 +15,8 @@
 
 #include <boost/json/value.hpp>
 
+#include "refdoc/KeyedHash.hpp"
+#include "refdoc/LookupIndex.hpp"
 #include "refdoc/check/ResourceText.hpp"
 
 namespace refdoc {
@@ -37,8 +41,12 @@ public:
     CheckIndex(const CheckIndex&) = delete;
     CheckIndex& operator=(const CheckIndex&) = delete;
 
+    /// Sets and maps whose strings come from documents.
+    using TextSet = std::unordered_set<std::string, KeyedHash, std::equal_to<>>;
+    template <typename T>
+    using TextMap = std::unordered_map<std::string, T, KeyedHash, std::equal_to<>>;
     /// How many items there are of each href.
-    using HrefCounts = std::unordered_map<std::string, std::size_t>;
+    using HrefCounts = TextMap<std::size_t>;
 
     void addFile(const CatalogFile& file);
     /// Texts come in the order in which the library reads them.
@@ -48,8 +56,13 @@ public:
     /// A full reference file whose pages cannot be known.
     void addUnreadable(const CatalogFile& file) { unreadable_.insert(file.resource); }
 
-    /// Whether exactly this text was added as a sound one.
-    bool isSound(const ResourceText& text) const { return sound_.contains(versionOf(text)); }
+    /// To be called after the last text, before what `lookups` gives is asked.
+    void finish() { lookupIndex_.finish(); }
+
+    /// The number that `lookups` knows a text by, anything for one that is no lookup file's.
+    /// Nothing unless exactly this text was added as a sound one.
+    std::optional<std::uint32_t> soundNumber(const ResourceText& text) const;
+    const LookupIndex& lookups() const { return lookupIndex_; }
     bool hasReferenceFile(const std::string& stem) const { return referenceStems_.contains(stem); }
     bool hasPage(const std::string& page) const { return pages_.contains(page); }
     bool hasPage(const std::string& resource, const std::string& page) const;
@@ -62,8 +75,6 @@ public:
     /// over; null when there is none.
     const HrefCounts* englishItems(const ResourceText& text, const std::string& key) const;
 
-    /// The languages of those who read the sound lookup files.
-    const std::set<std::string>& lookupReaders() const { return lookupReaders_; }
     /// Where the document of the key, or the name in it, is found among the texts of one kind: of
     /// English texts that have it the first, of localized ones the last. Null when none has it.
     const std::string* holderOf(const LookupKind& kind, const std::string& key) const;
@@ -75,7 +86,7 @@ private:
     using TextNumber = std::uint32_t;
     struct LookupHolders {
         TextNumber document;
-        std::unordered_map<std::string, TextNumber> names;
+        TextMap<TextNumber> names;
     };
     using LookupDocuments = std::map<std::string, LookupHolders>; // by key
 
@@ -88,13 +99,13 @@ private:
     const LookupHolders* holdersOf(const LookupKind& kind, const std::string& key) const;
 
     std::set<std::string> referenceStems_;
-    std::set<Version> sound_;
-    std::unordered_set<std::string> pages_;
+    std::map<Version, TextNumber> sound_;
+    TextSet pages_;
     /// By resource; views of what is in `pages_`.
-    std::map<std::string, std::unordered_set<std::string_view>> pagesOf_;
+    std::map<std::string, std::unordered_set<std::string_view, KeyedHash>> pagesOf_;
     std::set<std::string> unreadable_;
     std::vector<std::string> texts_; // as they are shown
-    std::set<std::string> lookupReaders_;
+    LookupIndex lookupIndex_;
     std::map<LookupKind, LookupDocuments> lookups_;
     std::map<std::string, std::map<std::string, HrefCounts>>
         englishReferences_; // by resource and key

@@ -1,9 +1,9 @@
 #include "refdoc/check/CheckRoot.hpp"
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 #include <optional>
-#include <set>
 #include <utility>
 
 #include "refdoc/check/CheckAcross.hpp"
@@ -13,6 +13,7 @@
 #include "refdoc/check/CheckJson.hpp"
 #include "refdoc/check/CheckNames.hpp"
 #include "refdoc/check/CheckText.hpp"
+#include "refdoc/check/LookupFates.hpp"
 
 namespace refdoc {
 
@@ -20,7 +21,7 @@ namespace {
 
 class RootCheck {
 public:
-    explicit RootCheck(const CheckHost& host) : host_(host) {}
+    explicit RootCheck(const ShowProgress& show) : show_(show) {}
 
     CheckResult run() {
         for (const Catalog catalog : {Catalog::Lookup, Catalog::Reference}) {
@@ -33,14 +34,14 @@ public:
                               [](const CatalogFile& file) { return file.isPackage; });
         for (const CatalogFile& file : files_)
             checkAlone(file);
-        readDeliveries();
+        mergeLookups();
         for (const CatalogFile& file : files_)
             checkBesideOthers(file);
         return {files_.size(), findings_.take()};
     }
 
 private:
-    void showProgress(std::size_t done) const { host_.showProgress(done, 3 * files_.size()); }
+    void showProgress(std::size_t done) const { show_(done, 2 * files_.size()); }
 
     void readTextsOf(const CatalogFile& file, const TextVisitor& visit) {
         readTexts(file, visit,
@@ -67,27 +68,21 @@ private:
         showProgress(++done_);
     }
 
-    /// All files again for each language; together they count as once.
-    void readDeliveries() {
-        const std::set<std::string>& languages = index_.lookupReaders();
-        std::size_t read = 0;
-        for (const std::string& language : languages) {
-            host_.setLanguage(language);
-            deliveries_.try_emplace(language);
-            showProgress(done_ + ++read * files_.size() / languages.size());
-        }
-        done_ += files_.size();
+    void mergeLookups() {
+        index_.finish();
+        fates_.emplace(index_.lookups());
     }
 
     void checkBesideOthers(const CatalogFile& file) {
         const FindingSink toldAlready = [](const std::vector<Finding>&) {};
         const TextVisitor visit = [this](const ResourceText& text, FindingList& known) {
             FindingList findings(text.file.name, text.leaf);
-            const std::optional<JsonTree> resource =
-                index_.isSound(text) ? parseText(text, known) : std::nullopt;
+            const std::optional<std::uint32_t> number = index_.soundNumber(text);
+            const auto resource = number ? parseText(text, known) : std::nullopt;
             if (!resource)
                 return;
-            checkDelivery(text, resource->value, index_, deliveries_, findings);
+            if (text.file.catalog == Catalog::Lookup)
+                checkDelivery(text, *number, resource->value, index_, *fates_, findings);
             checkAcross(text, resource->value, index_, findings);
             locateFindings(text, resource->value, false, findings);
             findings_.add(findings.take());
@@ -96,11 +91,11 @@ private:
         showProgress(++done_);
     }
 
-    const CheckHost& host_;
+    const ShowProgress& show_;
     std::size_t done_ = 0;
     std::vector<CatalogFile> files_;
     CheckIndex index_;
-    Deliveries deliveries_;
+    std::optional<LookupFates> fates_;
     RootFindings findings_;
 };
 
@@ -111,8 +106,8 @@ bool CheckResult::hasErrors() const {
                        [](const Finding& finding) { return finding.level == Level::Error; });
 }
 
-CheckResult checkRoot(const CheckHost& host) {
-    return RootCheck(host).run();
+CheckResult checkRoot(const ShowProgress& showProgress) {
+    return RootCheck(showProgress).run();
 }
 
 } // namespace refdoc

@@ -17,17 +17,12 @@ struct CheckResult {
     bool hasErrors() const;
 };
 
-/// How a check speaks to its host.
-struct CheckHost {
-    /// Told how much of all is done whenever more is.
-    std::function<void(std::size_t done, std::size_t all)> showProgress;
-    /// Puts the documentation language of the code in force. The last one stays.
-    std::function<void(const std::string& language)> setLanguage;
-};
+/// Told how much of all is done whenever more is.
+using ShowProgress = std::function<void(std::size_t done, std::size_t all)>;
 
 /// Checks all resource files of the root in force, of all languages at once: reads each file as the
-/// library does for itself, has the library read all lookup files in each language that they are
-/// in, and looks at each file again beside what came of it and beside the others.
-CheckResult checkRoot(const CheckHost& host);
+/// library does, merges all lookup files by the library's rules, and looks at each file again
+/// beside what came of it and beside the others.
+CheckResult checkRoot(const ShowProgress& showProgress);
 
 } // namespace refdoc
