@@ -106,15 +106,28 @@ IndexedLookup LookupIndex::readLookup(const json::value& item) {
 void LookupIndex::addDocument(NewDocument added, std::uint32_t text) {
     const auto key = static_cast<std::uint32_t>(documents_.size());
     Document& document =
-        documents_.try_emplace(std::move(added.key), Document{key, {}}).first->second;
-    if (!document.headers.empty() && document.headers.back().text == text)
+        documents_.try_emplace(std::move(added.key), Document{key, text, {}}).first->second;
+    if (!document.headers.empty() && document.lastText == text)
         return;
-    document.headers.push_back({text, std::move(added.header)});
+    document.lastText = text;
+    addHeader({text, std::move(added.header)}, document);
     for (IndexedLookup& lookup : added.lookups) {
         lookup.key = document.key;
         lookup.text = text;
     }
     lookups_.insert(lookups_.end(), added.lookups.begin(), added.lookups.end());
+}
+
+void LookupIndex::addHeader(Header header, Document& document) const {
+    const Text& text = texts_[header.text];
+    const auto known = std::ranges::find_if(document.headers, [&](const Header& each) {
+        return texts_[each.text].readers == text.readers &&
+               texts_[each.text].isLocalized == text.isLocalized;
+    });
+    if (known == document.headers.end())
+        document.headers.push_back(std::move(header));
+    else if (text.isLocalized)
+        *known = std::move(header);
 }
 
 std::uint32_t LookupIndex::numberOf(std::string_view text) {
@@ -134,13 +147,17 @@ bool LookupIndex::isFor(std::uint32_t text, std::string_view readers) const {
     return texts_[text].readers == readers || texts_[text].readers == kEveryone;
 }
 
-/// Of localized texts the last counts, of English ones the first.
 const HeaderInfo* LookupIndex::headerFor(const Document& document, std::string_view readers) const {
-    const HeaderInfo* held = nullptr;
-    for (const Header& each : document.headers)
-        if (isFor(each.text, readers) && (held == nullptr || texts_[each.text].isLocalized))
-            held = &each.header;
-    return held;
+    const Header* held = nullptr;
+    for (const Header& each : document.headers) {
+        if (!isFor(each.text, readers))
+            continue;
+        if (texts_[each.text].isLocalized)
+            return &each.header;
+        if (held == nullptr || each.text < held->text)
+            held = &each;
+    }
+    return held == nullptr ? nullptr : &held->header;
 }
 
 void LookupIndex::forEachName(const std::function<void(Group)>& visit) const {

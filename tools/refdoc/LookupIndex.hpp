@@ -57,14 +57,17 @@ public:
     using Group = std::span<const IndexedLookup>;
     using Lookups = std::vector<const IndexedLookup*>;
 
-    /// A document in one text.
+    /// Of a document, in one text.
     struct Header {
         std::uint32_t text;
         reference::property::HeaderInfo header;
     };
-    /// What the texts say of the document of one key, in their order.
+    /// The document of one key.
     struct Document {
-        std::uint32_t key; ///< its number, from 0
+        std::uint32_t key;      ///< its number, from 0
+        std::uint32_t lastText; ///< of those that have it
+        /// For each language of readers that of the last localized text and that of the first
+        /// English one.
         std::vector<Header> headers;
     };
 
@@ -115,6 +118,7 @@ private:
     NewDocument readDocument(const boost::json::value& document, bool isMain);
     IndexedLookup readLookup(const boost::json::value& item);
     void addDocument(NewDocument document, std::uint32_t text);
+    void addHeader(Header header, Document& document) const;
     std::uint32_t numberOf(std::string_view text);
     bool isFor(std::uint32_t text, std::string_view readers) const;
 

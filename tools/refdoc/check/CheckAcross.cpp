@@ -1,5 +1,6 @@
 #include "refdoc/check/CheckAcross.hpp"
 
+#include <array>
 #include <climits>
 #include <cstddef>
 #include <filesystem>
@@ -66,12 +67,13 @@ private:
     }
 
     void checkEnglishNames(const ResourceDocument& document) {
-        if (index_.holderOf(kEnglishForAll, document.key) == nullptr)
+        const CheckIndex::LookupHolders* english = index_.holdersOf(kEnglishForAll, document.key);
+        if (english == nullptr)
             return addNoEnglishDocument(document);
         const json::array& items = document.value->at("refItems").as_array();
         for (std::size_t i = 0; i < items.size(); ++i) {
             const std::string name(items[i].at("name").as_string());
-            if (index_.holderOf(kEnglishForAll, document.key, name) == nullptr)
+            if (!english->names.contains(name))
                 addNoEnglishItem("name", name, document, i);
         }
     }
@@ -121,6 +123,7 @@ private:
         const json::array& items = document.value->at("refItems").as_array();
         resource_ = isLookup_ ? textMember(*document.value, "helpFolder") : text_.file.resource;
         const std::string help = normalisedPath(textMember(*document.value, "helpLocation"));
+        knownFiles_.clear();
         for (std::size_t i = 0; i < items.size(); ++i) {
             const json::object& item = items[i].as_object();
             const std::string pointer = fmt::format("{}/refItems/{}", document.pointer, i);
@@ -146,11 +149,12 @@ private:
                    const std::string& pointer) {
         const std::string_view link = holder.at(member).as_string();
         const std::string page = pageOf(link);
-        if (page.empty() || isDocumented(page) || isFile({}, page) || isFile(help, page))
+        if (page.empty() || isDocumented(page) || isFileFrom(help, page))
             return;
-        for (const std::string& resource : {resource_, page.substr(0, page.find('/'))})
-            if (index_.isUnreadable(resource)) {
-                ++unknownLinks_[resource];
+        const std::string pageResource = page.substr(0, page.find('/'));
+        for (const std::string* resource : std::array{&std::as_const(resource_), &pageResource})
+            if (index_.isUnreadable(*resource)) {
+                ++unknownLinks_[*resource];
                 return;
             }
         if (index_.hasPage(page))
@@ -181,6 +185,19 @@ private:
         return isLookup_ ? index_.hasPage(resource_, page) : index_.hasPage(page);
     }
 
+    /// Whether there is a file of the name, seen from the root or from a folder. Dead links are
+    /// often the same ones, and asking the system takes its time.
+    bool isFileFrom(const std::string& folder, const std::string& page) {
+        constexpr std::size_t mostKnown = 10000;
+        const auto known = knownFiles_.find(page);
+        if (known != knownFiles_.end())
+            return known->second;
+        const bool found = isFile({}, page) || isFile(folder, page);
+        if (knownFiles_.size() < mostKnown)
+            knownFiles_.emplace(page, found);
+        return found;
+    }
+
     /// Nothing outside the root counts, nor what no file can be called.
     bool isFile(const std::string& folder, const std::string& page) const {
         if (folder.size() + page.size() > PATH_MAX || page.find('\0') != page.npos)
@@ -198,6 +215,7 @@ private:
     bool isLookup_;
     std::string resource_; ///< in which readers look for the pages of the document at hand
     std::map<std::string, std::size_t> unknownLinks_; ///< by resource
+    CheckIndex::TextMap<bool> knownFiles_;            ///< by page, for the document at hand
 };
 
 } // namespace

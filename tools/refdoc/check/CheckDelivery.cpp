@@ -1,6 +1,7 @@
 #include "refdoc/check/CheckDelivery.hpp"
 
 #include <cstddef>
+#include <map>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -40,12 +41,14 @@ public:
         const HeaderInfo header = parsing::getHeaderInfo(*document.value);
         const auto& indexed = index_.lookups().documents().at(
             document.pointer.empty() ? header.getHelpFolder() : header.getBaseCode());
+        key_ = &document.key;
+        holders_.clear();
         checkHeader(document, indexed, header);
         const json::array& items = document.value->at("refItems").as_array();
         for (std::size_t i = 0; i < items.size(); ++i)
             if (const LookupFate* fate =
                     fates_.find(number_, indexed.key, static_cast<std::uint32_t>(i)))
-                checkItem(document, *fate, items[i].as_object(),
+                checkItem(*fate, items[i].as_object(),
                           fmt::format("{}/refItems/{}", document.pointer, i));
     }
 
@@ -55,13 +58,30 @@ private:
 
     LookupKind localizedKind() const { return {text_.readers, text_.readers}; }
 
-    /// Of English texts the first counts, of localized ones the last. `find` gives the text that
-    /// counts among those of a kind.
-    template <typename Find>
-    std::string countsInstead(std::string_view what, Find find) const {
-        const std::string* holder = find(LookupKind{text_.language, text_.readers});
+    /// Those of the document at hand. Keys may be long ones, and items many.
+    const CheckIndex::LookupHolders* holdersOf(const LookupKind& kind) {
+        const auto [known, isNew] = holders_.try_emplace(kind, nullptr);
+        if (isNew)
+            known->second = index_.holdersOf(kind, *key_);
+        return known->second;
+    }
+
+    /// Where the document is found, or a name in it. Null when it is not.
+    const std::string* holderOf(const LookupKind& kind, const std::string* name) {
+        const CheckIndex::LookupHolders* holders = holdersOf(kind);
+        if (holders == nullptr)
+            return nullptr;
+        if (name == nullptr)
+            return &index_.shownName(holders->document);
+        const auto found = holders->names.find(*name);
+        return found == holders->names.end() ? nullptr : &index_.shownName(found->second);
+    }
+
+    /// Of English texts the first counts, of localized ones the last.
+    std::string countsInstead(std::string_view what, const std::string* name) {
+        const std::string* holder = holderOf({text_.language, text_.readers}, name);
         if (fillsIn() && (holder == nullptr || *holder == text_.shownName()))
-            holder = find(kEnglishForAll);
+            holder = holderOf(kEnglishForAll, name);
         const bool isKnown = holder != nullptr && *holder != text_.shownName();
         return fmt::format("{} has {} too and is read {}",
                            isKnown ? shortenedPath(*holder) : "another leaf", what,
@@ -77,28 +97,24 @@ private:
     void checkHeader(const ResourceDocument& document, const LookupIndex::Document& indexed,
                      const HeaderInfo& header) {
         const HeaderInfo* delivered = index_.lookups().headerFor(indexed, text_.readers);
-        const bool isLocalized =
-            fillsIn() && index_.holderOf(localizedKind(), document.key) != nullptr;
+        const bool isLocalized = fillsIn() && holdersOf(localizedKind()) != nullptr;
         if (!isLocalized && delivered != nullptr && !isSameHeader(*delivered, header))
-            findings_.add(Fault::SharedKey, Loss::Nothing,
-                          countsInstead(fmt::format("the document {}", inQuotes(document.key)),
-                                        [&](const LookupKind& kind) {
-                                            return index_.holderOf(kind, document.key);
-                                        }) +
-                              ": its header counts",
-                          document.pointer);
+            findings_.add(
+                Fault::SharedKey, Loss::Nothing,
+                countsInstead(fmt::format("the document {}", inQuotes(document.key)), nullptr) +
+                    ": its header counts",
+                document.pointer);
     }
 
-    void checkItem(const ResourceDocument& document, const LookupFate& fate,
-                   const json::object& item, const std::string& pointer) {
+    void checkItem(const LookupFate& fate, const json::object& item, const std::string& pointer) {
         const std::string name(item.at("name").as_string());
         const std::string href =
             toUtf8(parsing::getFluString(item, "href", parsing::StringParsingType::Ascii));
         if (fate.isLost) {
-            const std::string* localized =
-                fillsIn() ? index_.holderOf(localizedKind(), document.key, name) : nullptr;
+            const std::string* localized = fillsIn() ? holderOf(localizedKind(), &name) : nullptr;
             if (localized == nullptr)
-                addLost(document, name, pointer);
+                findings_.add(Fault::LostItem, Loss::Item,
+                              countsInstead("the name", &name) + ": its lookups count", pointer);
             else if (fate.isLinkLost)
                 addReplaced(Fault::LostItem, Loss::Item, text_.readers, localized, href, pointer);
             return;
@@ -107,19 +123,8 @@ private:
             const std::string& readers = fates_.languages()[i];
             if ((fate.linkLostFor >> i & 1) != 0)
                 addReplaced(Fault::ReplacedItem, Loss::Nothing, readers,
-                            index_.holderOf({readers, readers}, document.key, name), href, pointer);
+                            holderOf({readers, readers}, &name), href, pointer);
         }
-    }
-
-    void addLost(const ResourceDocument& document, const std::string& name,
-                 const std::string& pointer) {
-        findings_.add(Fault::LostItem, Loss::Item,
-                      countsInstead("the name",
-                                    [&](const LookupKind& kind) {
-                                        return index_.holderOf(kind, document.key, name);
-                                    }) +
-                          ": its lookups count",
-                      pointer);
     }
 
     /// What a localized text has under a name takes the place of what English has.
@@ -138,6 +143,8 @@ private:
     const CheckIndex& index_;
     const LookupFates& fates_;
     FindingList& findings_;
+    const std::string* key_ = nullptr; ///< of the document at hand
+    std::map<LookupKind, const CheckIndex::LookupHolders*> holders_;
 };
 
 } // namespace

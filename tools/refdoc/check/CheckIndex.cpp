@@ -92,20 +92,6 @@ const CheckIndex::LookupHolders* CheckIndex::holdersOf(const LookupKind& kind,
     return found == documents->second.end() ? nullptr : &found->second;
 }
 
-const std::string* CheckIndex::holderOf(const LookupKind& kind, const std::string& key) const {
-    const LookupHolders* holders = holdersOf(kind, key);
-    return holders == nullptr ? nullptr : &texts_[holders->document];
-}
-
-const std::string* CheckIndex::holderOf(const LookupKind& kind, const std::string& key,
-                                        const std::string& name) const {
-    const LookupHolders* holders = holdersOf(kind, key);
-    if (holders == nullptr)
-        return nullptr;
-    const auto found = holders->names.find(name);
-    return found == holders->names.end() ? nullptr : &texts_[found->second];
-}
-
 CheckIndex::Version CheckIndex::versionOf(const ResourceText& text) {
     return {text.file.name, text.leafNumber, KeyedHash()(text.content)};
 }

@@ -75,19 +75,20 @@ public:
     /// over; null when there is none.
     const HrefCounts* englishItems(const ResourceText& text, const std::string& key) const;
 
-    /// Where the document of the key, or the name in it, is found among the texts of one kind: of
-    /// English texts that have it the first, of localized ones the last. Null when none has it.
-    const std::string* holderOf(const LookupKind& kind, const std::string& key) const;
-    const std::string* holderOf(const LookupKind& kind, const std::string& key,
-                                const std::string& name) const;
-
-private:
-    /// A text, by the order in which it was added.
+    /// A text of a lookup file, by the order in which it was added.
     using TextNumber = std::uint32_t;
+    /// Where a document, and each name in it, is found among the texts of one kind: of English
+    /// texts that have it the first, of localized ones the last.
     struct LookupHolders {
         TextNumber document;
         TextMap<TextNumber> names;
     };
+    /// Null when no text of the kind has a document of the key.
+    const LookupHolders* holdersOf(const LookupKind& kind, const std::string& key) const;
+    /// A text as it is shown.
+    const std::string& shownName(TextNumber text) const { return texts_[text]; }
+
+private:
     using LookupDocuments = std::map<std::string, LookupHolders>; // by key
 
     /// A file may change between two readings.
@@ -96,7 +97,6 @@ private:
 
     void addLookups(const ResourceText& text, const boost::json::value& resource);
     void addReferences(const ResourceText& text, const boost::json::value& resource);
-    const LookupHolders* holdersOf(const LookupKind& kind, const std::string& key) const;
 
     std::set<std::string> referenceStems_;
     std::map<Version, TextNumber> sound_;
