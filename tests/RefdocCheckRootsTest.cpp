@@ -13,6 +13,8 @@
 #include <boost/json/value.hpp>
 #include <gtest/gtest.h>
 
+#include "refdoc/ProductSurvey.hpp"
+#include "refdoc/Text.hpp"
 #include "support/CheckAgreementFixture.hpp"
 #include "support/RandomRoot.hpp"
 
@@ -87,10 +89,26 @@ protected:
         return delivery;
     }
 
+    /// The client merges for all languages at once; the library does for each.
+    void expectSurveyAgreement() {
+        std::map<std::u16string, reference::docparser::LookupResources> delivered;
+        for (const std::u16string code : {u"en", u"ja", u"de"}) {
+            language = code;
+            delivered[code] = reference::docparser::DocResourceParser::getResourceLookupFiles();
+            delivered[code].first.merge(delivered[code].second);
+        }
+        for (const auto& [code, resources] : delivered) {
+            language = code;
+            for (const refdoc::SurveyedProduct& product : refdoc::surveyProducts().products)
+                expectProduct(product, code, resources.first, delivered[u"en"].first);
+        }
+    }
+
     void expectAgreement(const std::vector<RandomFile>& files) {
         root.remove("docCatalog");
         for (const RandomFile& file : files)
             root.lookupFile(file.name, file.bytes);
+        expectSurveyAgreement();
         const std::vector<Finding> findings = check();
         Delivery delivery = delivered();
         Delivery explained;
@@ -121,6 +139,34 @@ protected:
     }
 
 private:
+    using Documents = decltype(reference::docparser::LookupResources::first);
+
+    static void expectProduct(const refdoc::SurveyedProduct& product, const std::u16string& code,
+                              const Documents& own, const Documents& english) {
+        SCOPED_TRACE(refdoc::toUtf8(code + u": " + product.key));
+        const auto found = own.find(product.key);
+        std::size_t count = 0;
+        if (found != own.end())
+            for (const auto& [name, lookups] : found->second.items)
+                count += lookups.size();
+        EXPECT_EQ(product.records, count);
+        const auto counterpart = english.find(product.key);
+        const bool isListed = std::ranges::find(product.languages, code) != product.languages.end();
+        const auto textsOf = [](const auto& document) {
+            std::vector<std::u16string> texts{document.header.getProductName()};
+            for (const auto& [name, lookups] : document.items)
+                for (const auto& lookup : lookups)
+                    texts.insert(texts.end(), {name, lookup.getPurpose(), lookup.getHref()});
+            return texts;
+        };
+        EXPECT_EQ(isListed,
+                  found != own.end() && (code == u"en" || counterpart == english.end() ||
+                                         textsOf(found->second) != textsOf(counterpart->second)));
+        if (found != own.end()) {
+            EXPECT_EQ(product.name, found->second.header.getProductName());
+        }
+    }
+
     static Record recordOf(const std::u16string& key,
                            const reference::property::RefItemLookup& lookup) {
         using fl::i18n::to_string;
