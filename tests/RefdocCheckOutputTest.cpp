@@ -5,7 +5,6 @@
 #include <sstream>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include <boost/json/array.hpp>
@@ -169,32 +168,6 @@ TEST_F(RefdocCheck, KeepsOnlySoMuchOfHostileFiles) {
     EXPECT_THAT(output, HasSubstr("\"further\":"));
     EXPECT_THAT(refdoc({"check"}).output,
                 HasSubstr("\n0 errors, 2000 warnings and 0 notes in 2 files"));
-}
-
-/// Members whose names may be made to collide, and values that take many times the text's memory.
-TEST_F(RefdocCheck, KeepsOnlySoMuchOfATree) {
-    std::string members;
-    for (int i = 0; i < 300; ++i)
-        members.append(R"("x)")
-            .append(std::to_string(i))
-            .append(R"(": [{"x": "x\n"}, "\ty", 1], )");
-    std::string values = "[1";
-    for (int i = 0; i < 1'800'000; ++i)
-        values += ",1";
-    values += "]";
-    const std::pair<std::string, std::string> cases[] = {
-        {withItems('{' + members + R"("name": "spin", "refpurpose": "p", "href": "a.html"})"),
-         ":1:1: note: objects with more than 100 unknown members: 200 further ones are not looked "
-         "at"},
-        {withItems("", ", \"x\": " + values), ""},
-        {values, ": error: the text has more values than 1768576, too many for its size; the whole "
-                 "file is lost"},
-    };
-    for (const auto& [text, expected] : cases) {
-        root_.lookupFile("alpha.json", text);
-        EXPECT_EQ(findings(),
-                  expected.empty() ? "" : "referenceapi_lookup/alpha.json" + expected + '\n');
-    }
 }
 
 TEST(KeyedHash, IsSipHash) {
