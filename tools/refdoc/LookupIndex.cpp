@@ -1,8 +1,8 @@
 #include "refdoc/LookupIndex.hpp"
 
 #include <algorithm>
-#include <exception>
 #include <optional>
+#include <tuple>
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
@@ -140,7 +140,9 @@ std::uint32_t LookupIndex::numberOf(std::string_view text) {
 }
 
 void LookupIndex::finish() {
-    std::sort(lookups_.begin(), lookups_.end());
+    std::ranges::sort(lookups_, {}, [](const IndexedLookup& lookup) {
+        return std::tie(lookup.key, lookup.name, lookup.text, lookup.item);
+    });
 }
 
 bool LookupIndex::isFor(std::uint32_t text, std::string_view readers) const {

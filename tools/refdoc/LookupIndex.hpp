@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -29,8 +28,6 @@ struct IndexedLookup {
     std::uint32_t href;
     std::uint32_t purpose;
     std::uint32_t kinds; ///< what it is, its function's kind and whether it is deprecated
-
-    auto operator<=>(const IndexedLookup&) const = default;
 };
 
 /// A set of numbers that is emptied at once.
