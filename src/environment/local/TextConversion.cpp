@@ -72,7 +72,8 @@ std::u16string codecvt_string_to_ustring::convert(const char* text, std::size_t 
         std::array<char16_t, kShortText> units;
         return {units.data(), decodeUtf8(text, length, replaceMalformed_, units.data())};
     }
-    const auto units = std::make_unique_for_overwrite<char16_t[]>(length);
+    // Not std::make_unique_for_overwrite, which libc++ has from version 16 on.
+    const std::unique_ptr<char16_t[]> units(new char16_t[length]);
     return {units.get(), decodeUtf8(text, length, replaceMalformed_, units.get())};
 }
 
