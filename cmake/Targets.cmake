@@ -31,11 +31,14 @@ int main() {}
   set(${variable} ${found} PARENT_SCOPE)
 endfunction()
 
-include(CheckLinkerFlag)
-check_linker_flag(CXX "LINKER:-z,nodelete" DOCPARSER_LINKER_KNOWS_NODELETE)
-file(WRITE "${CMAKE_CURRENT_BINARY_DIR}/probe.map" "{ global: *; };\n")
-check_linker_flag(CXX "LINKER:--version-script=${CMAKE_CURRENT_BINARY_DIR}/probe.map"
-  DOCPARSER_LINKER_KNOWS_VERSION_SCRIPTS)
+# macOS has neither of these: there, hidden visibility alone says what is exported.
+if(NOT APPLE)
+  include(CheckLinkerFlag)
+  check_linker_flag(CXX "LINKER:-z,nodelete" DOCPARSER_LINKER_KNOWS_NODELETE)
+  file(WRITE "${CMAKE_CURRENT_BINARY_DIR}/probe.map" "{ global: *; };\n")
+  check_linker_flag(CXX "LINKER:--version-script=${CMAKE_CURRENT_BINARY_DIR}/probe.map"
+    DOCPARSER_LINKER_KNOWS_VERSION_SCRIPTS)
+endif()
 
 # Makes the symbols of a list, one demangled name a line, all that a shared library exports.
 function(docparser_export_only target list)
