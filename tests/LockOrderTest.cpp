@@ -41,6 +41,8 @@ constexpr std::size_t kOther = kNames.size();
 
 std::size_t lockOf(const pthread_mutex_t* mutex) {
     using namespace reference::docparser;
+    if (trace == nullptr) // perhaps before the mutexes are made
+        return kOther;
     std::size_t lock = 0;
     for (std::mutex* known :
          {&referenceRootsMutex, &topLevelProductsMutex, &supportPackageCacheMutex}) {
