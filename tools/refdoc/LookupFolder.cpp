@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <iterator>
 #include <utility>
 
 #include "environment/PathAndText.hpp"
@@ -61,7 +60,9 @@ std::vector<LookupFile> findLookupFiles() {
         files.push_back(fileOf(record, suffixes, true));
     for (const ProductPathData& record : found.first)
         files.push_back(fileOf(record, suffixes, false));
-    std::ranges::sort(files, {}, &LookupFile::path);
+    std::sort(files.begin(), files.end(), [](const LookupFile& left, const LookupFile& right) {
+        return left.path < right.path;
+    });
     return files;
 }
 
@@ -69,7 +70,8 @@ std::vector<std::u16string> possibleLanguages(const std::vector<LookupFile>& fil
     std::vector<std::u16string> stems;
     for (const LookupFile& file : files)
         if (file.isPackage && file.language == parsing::kEnglishLocale)
-            std::ranges::move(leafStems(file.path), std::back_inserter(stems));
+            for (std::u16string& stem : leafStems(file.path))
+                stems.push_back(std::move(stem));
     std::vector<std::u16string> languages;
     for (const std::u16string& suffix : parsing::getSupportedDocLocales()) {
         const std::u16string language = suffix.substr(1);

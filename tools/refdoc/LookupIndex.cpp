@@ -120,10 +120,11 @@ void LookupIndex::addDocument(NewDocument added, std::uint32_t text) {
 
 void LookupIndex::addHeader(Header header, Document& document) const {
     const Text& text = texts_[header.text];
-    const auto known = std::ranges::find_if(document.headers, [&](const Header& each) {
+    const auto isAlike = [&](const Header& each) {
         return texts_[each.text].readers == text.readers &&
                texts_[each.text].isLocalized == text.isLocalized;
-    });
+    };
+    const auto known = std::find_if(document.headers.begin(), document.headers.end(), isAlike);
     if (known == document.headers.end())
         document.headers.push_back(std::move(header));
     else if (text.isLocalized)
@@ -140,9 +141,13 @@ std::uint32_t LookupIndex::numberOf(std::string_view text) {
 }
 
 void LookupIndex::finish() {
-    std::ranges::sort(lookups_, {}, [](const IndexedLookup& lookup) {
+    const auto place = [](const IndexedLookup& lookup) {
         return std::tie(lookup.key, lookup.name, lookup.text, lookup.item);
-    });
+    };
+    std::sort(lookups_.begin(), lookups_.end(),
+              [&](const IndexedLookup& left, const IndexedLookup& right) {
+                  return place(left) < place(right);
+              });
 }
 
 bool LookupIndex::isFor(std::uint32_t text, std::string_view readers) const {

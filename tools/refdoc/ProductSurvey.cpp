@@ -94,7 +94,8 @@ std::vector<RecordFacts> collectFacts(const LookupIndex& index, const std::strin
         std::size_t count = english.size();
         for (const std::string& language : index.ownReaders(group)) {
             const auto lookups = index.lookupsFor(group, language, scratch);
-            if (!std::ranges::equal(lookups, english, isSameRecord))
+            if (!std::equal(lookups.begin(), lookups.end(), english.begin(), english.end(),
+                            isSameRecord))
                 own.translated.insert(language);
             if (language == current)
                 count = lookups.size();
@@ -110,7 +111,7 @@ public:
         : files_(files), index_(index), current_(toUtf8(parsing::getCurrentLocale())) {
         for (const std::u16string& language : possibleLanguages(files))
             languages_.push_back(toUtf8(language));
-        if (std::ranges::find(languages_, current_) == languages_.end())
+        if (std::find(languages_.begin(), languages_.end(), current_) == languages_.end())
             current_ = kEnglish;
         for (const LookupFile& file : files)
             fileNames_[file.resource].push_back(file.fileName());

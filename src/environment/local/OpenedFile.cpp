@@ -53,7 +53,7 @@ bool hasLargeHoles(int descriptor, off_t size) {
     off_t holes = 0;
     for (off_t position = 0; size - position + holes > kMaximumHoles;) {
         const off_t hole = ::lseek(descriptor, position, SEEK_HOLE);
-        if (hole >= size || (hole < 0 && (errno == EINVAL || errno == ENOTSUP)))
+        if (hole >= size || (hole < 0 && (errno == EINVAL || errno == ENOTSUP || errno == ENOTTY)))
             return false;
         if (hole < 0)
             return true;
@@ -95,7 +95,8 @@ std::optional<OpenedFile> openForReading(const std::u16string& pathname) {
 
 ssize_t readAt(int descriptor, char* buffer, std::size_t capacity, off_t position) noexcept {
     for (;;) {
-        const ssize_t count = ::pread(descriptor, buffer, capacity, position);
+        const ssize_t count =
+            ::pread(descriptor, buffer, std::min(capacity, kMaximumRead), position);
         if (count >= 0 || errno != EINTR)
             return count;
     }

@@ -2,7 +2,6 @@
 
 #include <unicode/utf16.h>
 
-
 namespace fl::filesystem {
 
 namespace upath_constant {

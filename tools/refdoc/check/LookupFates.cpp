@@ -60,7 +60,9 @@ LookupFates::LookupFates(const LookupIndex& index) {
         if (group.front().text != group.back().text) // one text alone loses nothing
             addGroup(index, group, hrefs);
     });
-    std::ranges::sort(fates_, {}, placeOf);
+    std::sort(fates_.begin(), fates_.end(), [](const LookupFate& left, const LookupFate& right) {
+        return placeOf(left) < placeOf(right);
+    });
 }
 
 void LookupFates::addGroup(const LookupIndex& index, LookupIndex::Group group, NumberSet& hrefs) {
@@ -72,7 +74,8 @@ void LookupFates::addGroup(const LookupIndex& index, LookupIndex::Group group, N
     languages.emplace(kEnglish);
     for (const std::string& readers : languages) {
         const Delivered delivered(index, group, readers, hrefs);
-        const auto number = std::ranges::find(languages_, readers) - languages_.begin();
+        const auto number =
+            std::find(languages_.begin(), languages_.end(), readers) - languages_.begin();
         for (std::size_t i = 0; i < group.size(); ++i) {
             const std::string& own = index.readersOf(group[i].text);
             const bool isLinkLost = !delivered.hasHref(group[i]);
@@ -84,15 +87,16 @@ void LookupFates::addGroup(const LookupIndex& index, LookupIndex::Group group, N
             }
         }
     }
-    std::ranges::copy_if(fates, std::back_inserter(fates_), [](const LookupFate& fate) {
-        return fate.isLost || fate.linkLostFor != 0;
-    });
+    std::copy_if(fates.begin(), fates.end(), std::back_inserter(fates_),
+                 [](const LookupFate& fate) { return fate.isLost || fate.linkLostFor != 0; });
 }
 
 const LookupFate* LookupFates::find(std::uint32_t text, std::uint32_t key,
                                     std::uint32_t item) const {
     const std::tuple place(text, key, item);
-    const auto found = std::ranges::lower_bound(fates_, place, {}, placeOf);
+    const auto found = std::lower_bound(
+        fates_.begin(), fates_.end(), place,
+        [](const LookupFate& fate, const auto& wanted) { return placeOf(fate) < wanted; });
     return found != fates_.end() && placeOf(*found) == place ? &*found : nullptr;
 }
 
