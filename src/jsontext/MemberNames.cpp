@@ -4,7 +4,7 @@ namespace jsontext {
 
 const std::string& MemberNames::add(std::string_view name) {
     const std::string& kept = names_.emplace_back(name);
-    slots_[slotOf(name)].push_back(&kept);
+    slots_[slotOf(kept)] = kept;
     return kept;
 }
 

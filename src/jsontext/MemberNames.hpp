@@ -6,7 +6,6 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace jsontext {
 
@@ -21,30 +20,31 @@ public:
     MemberNames(const MemberNames&) = delete;
     MemberNames& operator=(const MemberNames&) = delete;
 
-    /// Returns the name as the set keeps it: in one place for as long as the set lives.
+    /// Returns the name as the set keeps it: in one place for as long as the set lives. The name is
+    /// not empty, and no set has more than 64 of them.
     const std::string& add(std::string_view name);
 
+    /// How long it takes is up to the names of the set, not to the text.
     bool contains(std::string_view name) const noexcept {
-        for (const std::string* known : slots_[slotOf(name)])
-            if (*known == name)
-                return true;
-        return false;
+        return !name.empty() && !slots_[slotOf(name)].empty();
     }
 
 private:
-    static constexpr std::size_t kSlotCount = 64;
+    static constexpr std::size_t kSlotCount = 128;
 
-    /// Names of one slot cost a comparison each; that there are few is up to the set, not the text.
-    static std::size_t slotOf(std::string_view name) noexcept {
-        if (name.empty())
-            return 0;
+    /// Where the name is, or the empty slot where it would be.
+    std::size_t slotOf(std::string_view name) const noexcept {
         const auto first = static_cast<unsigned char>(name.front());
         const auto last = static_cast<unsigned char>(name.back());
-        return (name.size() * 4 + first + last * 3U) % kSlotCount;
+        // Of the names that are in use hardly any two meet.
+        std::size_t slot = name.size() * 5 + first * 3U + last * 7U;
+        while (!slots_[slot %= kSlotCount].empty() && slots_[slot] != name)
+            ++slot;
+        return slot;
     }
 
     std::deque<std::string> names_;
-    std::array<std::vector<const std::string*>, kSlotCount> slots_;
+    std::array<std::string_view, kSlotCount> slots_; // of `names_`
 };
 
 } // namespace jsontext

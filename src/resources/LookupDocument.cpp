@@ -34,10 +34,11 @@ RefItemLookup readLookup(const boost::json::object& item) {
 
 DocResource<RefItemLookup> parseLookupDocResource(const boost::json::value& document) {
     DocResource<RefItemLookup> resource{getHeaderInfo(document), {}};
+    // Documents mostly come in the order of names: the previous entry is the hint for the next one.
+    auto entry = resource.items.end();
     for (const boost::json::value& element : getJsonArray(document, member::kRefItems)) {
         RefItemLookup lookup = readLookup(getJsonObject(element));
-        // Documents mostly come in the order of names.
-        const auto entry = resource.items.try_emplace(resource.items.end(), lookup.getName());
+        entry = resource.items.try_emplace(entry, lookup.getName());
         entry->second.push_back(std::move(lookup));
     }
     return resource;

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <array>
-#include <cstddef>
 #include <map>
 #include <string>
 #include <type_traits>
@@ -36,10 +34,7 @@ DocResource<T> parseDocResource(const boost::json::value& document) {
 template <typename T>
 ParsedResource<T> parseReferenceResource(const std::string& content) {
     ParsedResource<T> documents;
-    // The tree of a small file lies here. In memory of its own among that of the records it would
-    // leave holes behind, over which the records of the next files are then scattered.
-    std::array<unsigned char, std::size_t{32} * 1024> beginning;
-    boost::json::monotonic_resource arena(beginning.data(), beginning.size());
+    boost::json::monotonic_resource arena(1024);
     const boost::json::value root = jsontext::parse(content, member::kAllNames, &arena);
     DocResource<T> main = parseDocResource<T>(root);
     const std::u16string& helpFolder = main.header.getHelpFolder();
