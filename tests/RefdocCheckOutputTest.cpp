@@ -15,7 +15,6 @@
 
 #include "environment/ReferenceProperty.hpp"
 #include "refdoc/HostSetup.hpp"
-#include "refdoc/KeyedHash.hpp"
 #include "refdoc/Progress.hpp"
 #include "refdoc/Schemas.hpp"
 #include "refdoc/check/CheckFinding.hpp"
@@ -168,13 +167,6 @@ TEST_F(RefdocCheck, KeepsOnlySoMuchOfHostileFiles) {
     EXPECT_THAT(output, HasSubstr("\"further\":"));
     EXPECT_THAT(refdoc({"check"}).output,
                 HasSubstr("\n0 errors, 2000 warnings and 0 notes in 2 files"));
-}
-
-TEST(KeyedHash, IsSipHash) {
-    std::string bytes; // of the example in the algorithm's description
-    for (char byte = 0; byte < 15; ++byte)
-        bytes += byte;
-    EXPECT_EQ(refdoc::sipHash({0x0706050403020100, 0x0f0e0d0c0b0a0908}, bytes), 0xa129ca6149be45e5);
 }
 
 TEST(RootFindings, KeepsOnlySoMuch) {

@@ -8,14 +8,12 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include <boost/json/value.hpp>
 
 #include "environment/ReferenceProperty.hpp"
-#include "refdoc/KeyedHash.hpp"
 
 namespace refdoc {
 
@@ -122,7 +120,7 @@ private:
     std::vector<Text> texts_;
     std::map<std::u16string, Document> documents_;
     std::vector<IndexedLookup> lookups_;
-    std::unordered_map<std::string, std::uint32_t, KeyedHash, std::equal_to<>> numbers_;
+    std::map<std::string, std::uint32_t, std::less<>> numbers_;
 };
 
 } // namespace refdoc

@@ -52,7 +52,7 @@ void CheckIndex::addReferences(const ResourceText& text, const json::value& reso
 }
 
 void CheckIndex::addPages(const ResourceText& text, const json::value& resource) {
-    std::unordered_set<std::string_view, KeyedHash>& own = pagesOf_[text.file.resource];
+    std::set<std::string_view>& own = pagesOf_[text.file.resource];
     forEachDocument(resource, [&](const ResourceDocument& document) {
         if (const json::array* items = listMember(*document.value, "refItems"))
             for (const json::value& item : *items)
@@ -93,7 +93,7 @@ const CheckIndex::LookupHolders* CheckIndex::holdersOf(const LookupKind& kind,
 }
 
 CheckIndex::Version CheckIndex::versionOf(const ResourceText& text) {
-    return {text.file.name, text.leafNumber, KeyedHash()(text.content)};
+    return {text.file.name, text.leafNumber, std::hash<std::string>()(text.content)};
 }
 
 } // namespace refdoc

@@ -9,13 +9,10 @@
 #include <string>
 #include <string_view>
 #include <tuple>
-#include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include <boost/json/value.hpp>
 
-#include "refdoc/KeyedHash.hpp"
 #include "refdoc/LookupIndex.hpp"
 #include "refdoc/check/ResourceText.hpp"
 
@@ -41,10 +38,11 @@ public:
     CheckIndex(const CheckIndex&) = delete;
     CheckIndex& operator=(const CheckIndex&) = delete;
 
-    /// Sets and maps whose strings come from documents.
-    using TextSet = std::unordered_set<std::string, KeyedHash, std::equal_to<>>;
+    /// Sets and maps whose strings come from documents. They are ordered: whoever writes a document
+    /// could aim at the standard library's hash.
+    using TextSet = std::set<std::string, std::less<>>;
     template <typename T>
-    using TextMap = std::unordered_map<std::string, T, KeyedHash, std::equal_to<>>;
+    using TextMap = std::map<std::string, T, std::less<>>;
     /// How many items there are of each href.
     using HrefCounts = TextMap<std::size_t>;
 
@@ -102,7 +100,7 @@ private:
     std::map<Version, TextNumber> sound_;
     TextSet pages_;
     /// By resource; views of what is in `pages_`.
-    std::map<std::string, std::unordered_set<std::string_view, KeyedHash>> pagesOf_;
+    std::map<std::string, std::set<std::string_view>> pagesOf_;
     std::set<std::string> unreadable_;
     std::vector<std::string> texts_; // as they are shown
     LookupIndex lookupIndex_;
