@@ -1,6 +1,5 @@
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <random>
 #include <string>
 
@@ -114,24 +113,28 @@ std::string padded(const std::string& notation, std::size_t size, std::size_t no
 
 TEST_F(HostileZipTest, ContentBeyond64TimesWhatIsStoredIsLost) {
     constexpr std::size_t kAnyEntry = 32 * kMebibyte;
-    const ZipFile rows[] = {
-        ZipFile().add("m.json", padded("m:Odd n=1", kAnyEntry)),
-        ZipFile().add("m.json", padded("m:Odd n=1", kAnyEntry + 1)),
+    const struct {
+        const char* what;
+        ZipFile package;
+        const char* read;
+    } rows[] = {
+        {"32 MiB", ZipFile().add("m.json", padded("m:Odd n=1", kAnyEntry)), "-m:Odd n=1@Odd | "},
+        {"1 byte more", ZipFile().add("m.json", padded("m:Odd n=1", kAnyEntry + 1)), ""},
         // These deflate to three quarters of their noise.
-        ZipFile().add("m.json", padded("m:Odd n=1", 40 * kMebibyte, kMebibyte)),
-        ZipFile().add("m.json", padded("m:Odd n=1", 90 * kMebibyte, kMebibyte)),
-        // What does not fit takes nothing away from what is behind it.
-        ZipFile()
-            .add("a.json", padded("m:Odd n=1", 30 * kMebibyte))
-            .add("b.json", padded("n:Odd n=1", 30 * kMebibyte))
-            .add("c.json", padded("m:Odd t=1", 30 * kMebibyte))
-            .add("d.json", lookupText("o:Odd n=1")),
+        {"50 times", ZipFile().add("m.json", padded("m:Odd n=1", 40 * kMebibyte, kMebibyte)),
+         "-m:Odd n=1@Odd | "},
+        {"100 times", ZipFile().add("m.json", padded("m:Odd n=1", 90 * kMebibyte, kMebibyte)), ""},
+        {"three of 30 MiB, of which two fit, and a small one",
+         ZipFile()
+             .add("a.json", padded("m:Odd n=1", 30 * kMebibyte))
+             .add("b.json", padded("n:Odd n=1", 30 * kMebibyte))
+             .add("c.json", padded("m:Odd t=1", 30 * kMebibyte))
+             .add("d.json", lookupText("o:Odd n=1")),
+         "-m:Odd n=1@Odd | -n:Odd n=1@Odd | -o:Odd n=1@Odd | "},
     };
-    const char* const expected[] = {"-m:Odd n=1@Odd | ", "", "-m:Odd n=1@Odd | ", "",
-                                    "-m:Odd n=1@Odd | -n:Odd n=1@Odd | -o:Odd n=1@Odd | "};
-    for (std::size_t row = 0; row < std::size(rows); ++row) {
-        rows[row].write(root.lookupFolder() / "m.zip");
-        EXPECT_EQ(collect(), soundAnd(expected[row])) << row;
+    for (const auto& [what, package, read] : rows) {
+        package.write(root.lookupFolder() / "m.zip");
+        EXPECT_EQ(collect(), soundAnd(read)) << what;
     }
 }
 

@@ -95,39 +95,40 @@ TEST_F(RefdocCheck, TellsWhatPackagesLose) {
         {"alpha.zip", one("other.json"), ""},
         {"alpha.zip", one("folder/alpha.json"), ""},
         {"alpha.zip", ZipFile().add("folder/", "").build(),
-         ": warning: the package holds no leaves"},
+         ": warning: the package holds no entries"},
         {"alpha.zip", one("alpha.JSON"),
-         ":alpha.JSON: error: the extension is not in lower-case letters; the whole leaf is lost"},
+         ":alpha.JSON: error: the extension is not in lower-case letters; the whole entry is lost"},
         {"alpha.zip", one("alpha.txt"), ":alpha.txt: note: no resource file: passed over"},
         {"alpha.zip", ZipFile().add("__MACOSX/._a.json", std::string("\0\5\x16\7", 4)).build(),
-         ":__MACOSX/._a.json: note: metadata of macOS, no documentation: it counts as a leaf of "
+         ":__MACOSX/._a.json: note: metadata of macOS, no documentation: it counts as an entry of "
          "the package all the same"},
         {"alpha.zip", one("alpha_ja.json"),
-         ":alpha_ja.json: warning: the package's only leaf: read as English, not as ja, since the "
+         ":alpha_ja.json: warning: the package's only entry: read as English, not as ja, since the "
          "package's name has no language"},
         {"alpha_ja.zip", one("alpha_ja.json"), ""},
         {"alpha_ja.zip", one("alpha.json"),
-         ":alpha.json: error: the only leaf of a package for ja must end with _ja itself; the "
-         "whole leaf is lost"},
+         ":alpha.json: error: the only entry of a package for ja must end with _ja itself; the "
+         "whole entry is lost"},
         {"alpha.zip", two("alpha.json", "alpha_ja.json"), ""},
         {"alpha.zip", two("alpha.json", "alpha_xx.json"),
          ":alpha_xx.json: warning: xx is no supported language: read as English, of a resource "
          "\"alpha_xx\""},
         {"alpha_ja.zip", two("alpha_ja.json", "alpha_de.json"),
-         ":alpha_de.json: error: is for de, and the package is only read for ja; the whole leaf is "
+         ":alpha_de.json: error: is for de, and the package is only read for ja; the whole entry "
+         "is "
          "lost"},
         {"alpha.zip", two("a.json", "b_ja.json").breakChecksum(1),
-         ":b_ja.json: error: the leaf cannot be read: "},
+         ":b_ja.json: error: the entry cannot be read: "},
         {"alpha.zip", two("a.json", "b_ja.json").markEncrypted(0),
-         ":a.json: error: the leaf cannot be read: "},
+         ":a.json: error: the entry cannot be read: "},
         {"alpha.zip", ZipFile().add("a.json", sound).add("b_ja.json", "{\n1").build(),
          ":b_ja.json:2:1: error: not JSON: the name of a member, in double quotes, is missing; "
-         "the whole leaf is lost"},
+         "the whole entry is lost"},
         {"alpha.zip", two("d/a.json", "e/a.JSON"),
-         ":e/a.JSON: error: the extension is not in lower-case letters; the whole leaf is lost"},
+         ":e/a.JSON: error: the extension is not in lower-case letters; the whole entry is lost"},
         {"alpha.zip", ZipFile().add("a.json", sound).add("d/b.zip", "PK\3\4").build(),
          ":d/b.zip:1:1: error: the content is a zip package: none is read within a package; the "
-         "whole leaf is lost"},
+         "whole entry is lost"},
         {"alpha.zip", one("alpha.json").truncate(30), ": error: the package cannot be read: "},
     };
     for (const auto& [name, package, expected] : cases) {
@@ -269,8 +270,9 @@ TEST_F(RefdocCheck, TellsWhatFillsInForNobody) {
         .add("c.json", withItems(spin("a.html", "second")))
         .write(root_.lookupFolder() / "b_ja.zip");
     const std::string folder = "referenceapi_lookup/";
-    const std::string warning = ": warning: read as English, and only by readers of ja: of a "
-                                "package with several leaves the leaves' names tell the language\n";
+    const std::string warning =
+        ": warning: read as English, and only by readers of ja: of a "
+        "package with several entries the entries' names say the language\n";
     EXPECT_THAT(
         findings(),
         testing::AllOf(testing::HasSubstr(folder + "a_ja.zip:b.json" + warning),

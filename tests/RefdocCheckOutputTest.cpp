@@ -58,7 +58,7 @@ TEST_F(RefdocCheck, PrintsForPrograms) {
     EXPECT_EQ(boost::json::parse(line), boost::json::parse(R"({"level": "error",
         "rule": "wrong-kind", "file": ")" + file + R"(", "leaf": "a b.json", "line": 4,
         "column": 2, "pointer": "/refItems/0", "message":
-        "refItems[0] is a number, not an object", "cost": "the whole leaf is lost"})"));
+        "refItems[0] is a number, not an object", "cost": "the whole entry is lost"})"));
     EXPECT_FALSE(std::getline(lines, line)) << line;
 
     const boost::json::value log = boost::json::parse(refdoc({"check", "--sarif"}).output);

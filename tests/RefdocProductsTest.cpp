@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "support/RefdocLookupFixture.hpp"
+#include "support/ZipFile.hpp"
 
 namespace {
 
@@ -54,6 +55,27 @@ TEST_F(RefdocProducts, ReadsEachFileOnce) {
          at = log.find("/beta.json", at + 1))
         ++reads;
     EXPECT_EQ(reads, 1u) << log;
+}
+
+/// Each translation takes the place of what is held, which completes it: only once at the end.
+TEST_F(RefdocProducts, CostsWhatIsStoredWhateverIsMerged) {
+    const auto file = [](const std::string& items) {
+        return R"({"productName": "M", "baseCode": "", "helpFolder": "m", "helpLocation": "",
+                   "refItems": [)" +
+               items + "]}";
+    };
+    const auto item = [](int number) {
+        return R"({"name": "n", "refpurpose": "", "href": ")" + std::to_string(number) + "\"}";
+    };
+    std::string english = item(0);
+    for (int number = 1; number < 400'000; ++number)
+        english += ',' + item(number);
+    testsupport::ZipFile package;
+    package.add("a.json", file(english));
+    for (int number = 0; number < 40'000; ++number)
+        package.add(std::to_string(number) + "_ja.json", file(item(number)));
+    package.write(root_.lookupFolder() / "m.zip");
+    EXPECT_THAT(refdoc({"products"}).output, HasSubstr("m\tM\tproduct\tno\t400000\ten ja\t"));
 }
 
 TEST_F(RefdocProducts, HasTitlesOnTerminalsAndSaysWhenThereIsNothing) {

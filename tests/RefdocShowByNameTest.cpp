@@ -82,8 +82,8 @@ TEST_F(RefdocShowByName, StaysInTheFolder) {
         const ProcessResult result = refdoc({"show", "leak"});
         EXPECT_EQ(result.exitCode, 1) << folder;
         EXPECT_EQ(result.output, "") << folder;
-        EXPECT_THAT(result.errors,
-                    HasSubstr("its help folder \"" + folder + "\" can be no resource"));
+        EXPECT_THAT(result.errors, HasSubstr("its help folder \"" + folder +
+                                             "\" cannot be the name of a resource"));
     }
     EXPECT_EQ(refdoc({"show", "../../secret"}).exitCode, 0); // whoever types it may
 }

@@ -164,7 +164,7 @@ class basic_ifstream;
 /// An input file stream for UTF-16 paths. A file that cannot be opened leaves the stream not open
 /// and failed, without raising. Only a file or a folder is opened: a named pipe, a socket or a
 /// device counts as missing, so opening never waits for one. Where another process has leased the
-/// file, opening waits until the lease is given up or taken away by the system, a minute at most.
+/// file, opening waits until the lease is given up or taken away by the system, 66 seconds at most.
 ///
 /// A folder opens, but has no end position, and neither has a file with holes of more than 64 MiB,
 /// which would be read as that many zeros. Of a file that grows, what it had when it was opened is

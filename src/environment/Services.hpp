@@ -59,19 +59,19 @@ struct Services {
         installedHardwareSupportPackages{};
 };
 
-/// Puts the host's services in force; an empty member means the built-in one. Any thread may call
-/// it: calls of a service that are under way run to their end on the services they began with,
-/// which live for so long. What the library has taken before stays: its roots until
+/// Makes the host's services the current ones; an empty member means the built-in one. Any thread
+/// may call it: calls of a service that are under way run to their end on the services they began
+/// with, which live for so long. What the library has taken before stays: its roots until
 /// `restoreDefaultSettings`, the support packages also until `clearSupportPackageCache`. The name
 /// of the process's message locale is taken anew, so no other thread may call `setlocale`
 /// meanwhile.
 ///
-/// @param services the host's; what their functions refer to must live until others are in force
+/// @param services the host's; what their functions refer to must live until others replace them
 ///        and no call of them is under way.
-/// @throws std::bad_alloc when memory runs out; the services in force are then unchanged.
+/// @throws std::bad_alloc when memory runs out; the current services are then unchanged.
 void setServices(Services services);
 
-/// Puts the built-in services in force again, as `setServices({})` does.
+/// Makes the built-in services the current ones again, as `setServices({})` does.
 ///
 /// They read a documentation data root, a plain folder: the one that the `docDataRoot` service in
 /// force names, which is `share/reference-docparser/docroot` beside the installed library unless

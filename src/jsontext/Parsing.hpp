@@ -21,8 +21,8 @@ namespace jsontext {
 /// @param storage where the value is kept.
 /// @param failure why the text has no value, and null is returned: an error of Boost.JSON, or
 ///        `std::errc::value_too_large` for a text of more values than four million and one for each
-///        8 bytes. A value takes 24 bytes, so a text of lists of nothing would take 16 times its
-///        size; what documents say takes 9 bytes a value and more.
+///        8 bytes. A value takes 24 bytes, and twice that while its list is built, so a list of
+///        digits would take 24 times its text; documents have a value for each 9 bytes at most.
 /// @throws std::bad_alloc when memory runs out.
 ///
 /// Linear in the text.

@@ -1,6 +1,8 @@
 #include "refdoc/LookupIndex.hpp"
 
 #include <algorithm>
+#include <list>
+#include <map>
 #include <optional>
 #include <tuple>
 
@@ -51,17 +53,75 @@ std::uint32_t kindsOf(const json::object& item) {
            deprecated;
 }
 
-/// Appends the lookups whose href a shorter list lacks.
-void complete(LookupIndex::Lookups& held, const LookupIndex::Lookups& incoming, NumberSet& hrefs) {
-    if (held.size() >= incoming.size())
-        return;
-    hrefs.clear();
-    for (const IndexedLookup* lookup : held)
-        hrefs.insert(lookup->href);
-    for (const IndexedLookup* lookup : incoming)
-        if (hrefs.insert(lookup->href))
-            held.push_back(lookup);
-}
+/// The lookups of a name that readers get, text after text. What a list is completed with is kept
+/// behind it, so that a text costs time in proportion to its own lookups, however many are held.
+class MergedLookups {
+public:
+    using Lookups = LookupIndex::Lookups;
+
+    explicit MergedLookups(NumberSet& scratch) : listHrefs_(scratch) { listHrefs_.clear(); }
+
+    bool isEmpty() const { return list_.empty(); }
+
+    /// A localized list takes the place of what is held, which completes it where it is longer.
+    void takePlace(Lookups list) {
+        if (list.size() < list_.size() + behind_.size())
+            putListBehindItself();
+        else
+            clearBehind();
+        list_ = std::move(list);
+        listHrefs_.clear();
+        for (const IndexedLookup* lookup : list_)
+            if (listHrefs_.insert(lookup->href))
+                dropBehind(lookup->href);
+    }
+
+    /// An English list that is longer than what is held completes it.
+    void fillIn(const Lookups& list) {
+        if (list_.size() + behind_.size() >= list.size())
+            return;
+        for (const IndexedLookup* lookup : list)
+            if (!listHrefs_.contains(lookup->href))
+                putBehind(behind_.end(), lookup);
+    }
+
+    Lookups take() {
+        list_.insert(list_.end(), behind_.begin(), behind_.end());
+        return std::move(list_);
+    }
+
+private:
+    using Sequence = std::list<const IndexedLookup*>;
+
+    void putListBehindItself() {
+        const auto front = behind_.begin();
+        for (const IndexedLookup* lookup : list_)
+            putBehind(front, lookup);
+    }
+
+    void putBehind(Sequence::const_iterator place, const IndexedLookup* lookup) {
+        if (!places_.contains(lookup->href))
+            places_.emplace(lookup->href, behind_.insert(place, lookup));
+    }
+
+    void dropBehind(std::uint32_t href) {
+        const auto place = places_.find(href);
+        if (place == places_.end())
+            return;
+        behind_.erase(place->second);
+        places_.erase(place);
+    }
+
+    void clearBehind() {
+        behind_.clear();
+        places_.clear();
+    }
+
+    Lookups list_;
+    NumberSet& listHrefs_;
+    Sequence behind_;                                    // each href once, and none of the list
+    std::map<std::uint32_t, Sequence::iterator> places_; // by href
+};
 
 } // namespace
 
@@ -189,19 +249,20 @@ std::set<std::string> LookupIndex::ownReaders(Group group) const {
 
 LookupIndex::Lookups LookupIndex::lookupsFor(Group group, std::string_view readers,
                                              NumberSet& scratch) const {
-    Lookups held;
+    MergedLookups merged(scratch);
     for (auto at = group.begin(); at != group.end();) {
         const std::uint32_t text = at->text;
-        Lookups incoming;
+        Lookups lookups;
         for (; at != group.end() && at->text == text; ++at)
-            incoming.push_back(&*at);
+            lookups.push_back(&*at);
         if (!isFor(text, readers))
             continue;
-        if (texts_[text].isLocalized || held.empty())
-            held.swap(incoming);
-        complete(held, incoming, scratch);
+        if (texts_[text].isLocalized || merged.isEmpty())
+            merged.takePlace(std::move(lookups));
+        else
+            merged.fillIn(lookups);
     }
-    return held;
+    return merged.take();
 }
 
 } // namespace refdoc

@@ -27,8 +27,11 @@ bool isBlank(char character) {
 
 /// Whether the shell puts something else in the place of what `text` begins with.
 bool beginsExpansion(std::string_view text) {
-    return text.starts_with('`') || text.starts_with("$(") || text.starts_with("${") ||
-           text.starts_with("$[");
+    constexpr std::string_view marks = "_({[@*#?$!-";
+    const bool isNamed = text.size() > 1 && text.front() == '$' &&
+                         (std::isalnum(static_cast<unsigned char>(text[1])) != 0 ||
+                          marks.find(text[1]) != marks.npos);
+    return isNamed || text.starts_with('`');
 }
 
 /// Reads a line from its begin on. Each step returns how many bytes it has read, 0 when it cannot.

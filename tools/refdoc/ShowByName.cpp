@@ -43,7 +43,7 @@ std::vector<Candidate> findCandidates(const LookupDocuments& documents,
         const std::u16string& resource = document.header.getHelpFolder();
         if (!isResourceName(resource)) {
             reportError(fmt::format(
-                R"(note: "{}" documents "{}", but its help folder "{}" can be no resource)",
+                R"(note: "{}" documents "{}", but its help folder "{}" cannot be the name of a resource)",
                 toUtf8(product), toUtf8(name), toUtf8(resource)));
             continue;
         }

@@ -39,8 +39,10 @@ std::streambuf::int_type FileBuffer::pbackfail(int_type character) {
         return traits_type::eof();
     moveTo(former - 1);
     const int_type previous = underflow();
-    if (traits_type::eq_int_type(character, traits_type::eof()) ||
-        traits_type::eq_int_type(character, previous))
+    const bool isWanted = traits_type::eq_int_type(character, traits_type::eof()) ||
+                          traits_type::eq_int_type(character, previous);
+    // The file may have lost it meanwhile.
+    if (isWanted && !traits_type::eq_int_type(previous, traits_type::eof()))
         return previous;
     moveTo(former);
     return traits_type::eof();

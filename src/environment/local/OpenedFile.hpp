@@ -43,7 +43,7 @@ std::optional<std::string> accessPath(const std::u16string& pathname);
 
 /// Opens a regular file or a folder for reading. Nothing when `pathname` is missing, may not be
 /// read or is of another kind. Never waits for a pipe or a device; for a file that another process
-/// has leased, until it gives the lease up or the system takes it away, a minute at most.
+/// has leased, until it gives the lease up or the system takes it away, 66 seconds at most.
 std::optional<OpenedFile> openForReading(const std::u16string& pathname);
 
 /// Reads once at `position`, again when interrupted, and perhaps less than `capacity`. Negative on

@@ -15,6 +15,8 @@ constexpr std::string_view kEndSignature = "PK\5\6"sv;
 constexpr std::string_view kEntrySignature = "PK\1\2"sv;
 constexpr std::size_t kEndSize = 22;
 constexpr std::size_t kMaximumCommentSize = 0xFFFF;
+/// What libzip reads in front of them.
+constexpr std::size_t kZip64LocatorSize = 20;
 /// Stands for a number that the file's Zip64 record has.
 constexpr std::uint64_t kInZip64 = 0xFFFFFFFF;
 
@@ -47,7 +49,8 @@ struct Tail {
 };
 
 Tail readTail(int descriptor, std::uint64_t size) {
-    const std::uint64_t tailSize = std::min<std::uint64_t>(size, kEndSize + kMaximumCommentSize);
+    const std::uint64_t tailSize =
+        std::min<std::uint64_t>(size, kZip64LocatorSize + kEndSize + kMaximumCommentSize);
     Tail tail{descriptor, size - tailSize, std::string(tailSize, '\0')};
     if (!fill(tail.bytes, descriptor, tail.begin))
         tail.bytes.clear();

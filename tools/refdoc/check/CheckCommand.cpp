@@ -30,7 +30,7 @@ namespace {
 constexpr const char* kFooter =
     R"(For documentation authors: tells what readers would miss without a word, and where. All languages
 are checked at once. Findings are
-  error     something is lost: a file, a leaf of a package, a document, an item
+  error     something is lost: a file, an entry of a package, a document, an item
   warning   something is shown otherwise than meant
   note      something else stands among the resource files
 one to a line, as FILE[:LEAF]:LINE:COLUMN: LEVEL: MESSAGE (JSON POINTER), with lines and columns from 1

@@ -84,7 +84,7 @@ private:
             holder = holderOf(kEnglishForAll, name);
         const bool isKnown = holder != nullptr && *holder != text_.shownName();
         return fmt::format("{} has {} too and is read {}",
-                           isKnown ? shortenedPath(*holder) : "another leaf", what,
+                           isKnown ? shortenedPath(*holder) : "another entry", what,
                            text_.language == kEnglish ? "before" : "after");
     }
 
@@ -133,7 +133,7 @@ private:
         findings_.add(
             fault, loss,
             fmt::format("readers of {} do not get it: {} has the name, but not the href {}",
-                        readers, holder == nullptr ? "another leaf" : shortenedPath(*holder),
+                        readers, holder == nullptr ? "another entry" : shortenedPath(*holder),
                         inQuotes(href)),
             pointer);
     }

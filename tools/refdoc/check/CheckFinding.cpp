@@ -23,7 +23,7 @@ std::string_view lossText(Loss loss) {
     constexpr std::array<std::string_view, 7> texts{"",
                                                     "the item is lost",
                                                     "the document is lost",
-                                                    "the whole leaf is lost",
+                                                    "the whole entry is lost",
                                                     "the whole file is lost",
                                                     "all files of the folder are lost",
                                                     "all lookup files are lost"};

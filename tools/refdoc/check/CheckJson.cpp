@@ -254,8 +254,8 @@ bool isKnownName(std::string_view name) {
 }
 
 void addTooManyValues(const ResourceText& text, FindingList& findings) {
-    findings.add(Fault::Unreadable, findings.wholeText(),
-                 fmt::format("the text has more values than {}, too many for its size",
+    findings.add(Fault::Unreadable, Loss::Nothing,
+                 fmt::format("not checked: the text has more values than {}, too many for its size",
                              mostValues(text.content.size())));
 }
 

@@ -48,7 +48,7 @@ public:
         if (leaves_.empty()) {
             FindingList list(file_.name, {});
             list.addAt(Level::Warning, Fault::OtherFile, Loss::Nothing,
-                       "the package holds no leaves");
+                       "the package holds no entries");
             sink_(list.take());
         }
     }
@@ -61,9 +61,10 @@ private:
         const std::string path = toUtf8(package_.manager.getPath(leaf));
         FindingList findings(file_.name, path);
         if (isMetadata(leaf, path))
-            findings.add(Fault::OtherFile, Loss::Nothing,
-                         "metadata of macOS, no documentation: it counts as a leaf of the package "
-                         "all the same");
+            findings.add(
+                Fault::OtherFile, Loss::Nothing,
+                "metadata of macOS, no documentation: it counts as an entry of the package "
+                "all the same");
         else if (DocResourceParser::isValidFilename(fl::filesystem::upath(name)))
             readResource(number, path, toUtf8(fl::filesystem::detail::extract_stem(name)),
                          findings);
@@ -95,7 +96,7 @@ private:
             text.content = contentOf(leaves_[number], package_.manager);
         } catch (const std::exception& failure) {
             return findings.add(Fault::Unreadable, Loss::Leaf,
-                                fmt::format("the leaf cannot be read: {}", failure.what()));
+                                fmt::format("the entry cannot be read: {}", failure.what()));
         }
         visit_(text, findings);
     }
@@ -111,13 +112,13 @@ private:
         const NameLanguage own = languageOfStem(stem);
         if (file_.language == kEnglish && own.language != kEnglish)
             findings.add(Fault::UnknownLanguage, Loss::Nothing,
-                         fmt::format("the package's only leaf: read as English, not as {}, since "
+                         fmt::format("the package's only entry: read as English, not as {}, since "
                                      "the package's name has no language",
                                      own.language));
         if (file_.language == kEnglish || stem.ends_with("_" + file_.language))
             return file_.language;
         findings.add(Fault::UnreadName, Loss::Leaf,
-                     fmt::format("the only leaf of a package for {0} must end with _{0} itself",
+                     fmt::format("the only entry of a package for {0} must end with _{0} itself",
                                  file_.language));
         return {};
     }
@@ -132,7 +133,7 @@ private:
         if (own.language == kEnglish) {
             findings.add(Fault::UnknownLanguage, Loss::Nothing,
                          fmt::format("read as English, and only by readers of {}: of a package "
-                                     "with several leaves the leaves' names tell the language",
+                                     "with several entries the entries' names say the language",
                                      file_.language));
             return own.language;
         }

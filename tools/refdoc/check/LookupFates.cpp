@@ -82,7 +82,8 @@ void LookupFates::addGroup(const LookupIndex& index, LookupIndex::Group group, N
             if (own == readers) {
                 fates[i].isLinkLost = isLinkLost;
                 fates[i].isLost = isLinkLost || !delivered.has(group[i]);
-            } else if (own == kEnglish && isLinkLost) {
+            } else if (own == kEnglish && isLinkLost &&
+                       number < languages_.end() - languages_.begin()) {
                 fates[i].linkLostFor |= std::uint64_t{1} << number;
             }
         }
