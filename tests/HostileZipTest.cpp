@@ -149,6 +149,17 @@ TEST_F(HostileZipTest, OnlyTheFilesOwnEndRecordIsFollowed) {
              Damage{"a comment", ZipBytes(sound).append("PK\5\6 is a comment", true), kWhole},
              Damage{"the record again as its comment", ZipBytes(sound).append(record, true),
                     kWhole},
+             Damage{"an empty record as its comment",
+                    ZipBytes(sound).append("PK\5\6" + std::string(18, '\0'), true), kWhole},
+             Damage{"an empty record behind",
+                    ZipBytes(sound).append("PK\5\6" + std::string(18, '\0'), false), kWhole},
+             Damage{"a name like a record",
+                    ZipFile()
+                        .add("m1.json", lookupText("m:Odd a=1 t=1 z=1"))
+                        .add("x", "")
+                        .build()
+                        .setCentralName(1, "PK\5\6" + std::string(18, 'x')),
+                    kWhole},
              Damage{"junk behind", ZipBytes(sound).append("PK\5\6" + record.substr(4, 9), false),
                     kWhole},
              Damage{"a package behind", ZipBytes(sound).append(other.bytes(), false), kWhole},

@@ -34,10 +34,10 @@ private:
 
     /// Where the name is, or the empty slot where it would be.
     std::size_t slotOf(std::string_view name) const noexcept {
-        const auto first = static_cast<unsigned char>(name.front());
-        const auto last = static_cast<unsigned char>(name.back());
+        const std::size_t first = static_cast<unsigned char>(name.front());
+        const std::size_t last = static_cast<unsigned char>(name.back());
         // Of the names that are in use hardly any two meet.
-        std::size_t slot = name.size() * 5 + first * 3U + last * 7U;
+        std::size_t slot = name.size() * 5 + first * 3 + last * 7;
         while (!slots_[slot %= kSlotCount].empty() && slots_[slot] != name)
             ++slot;
         return slot;

@@ -1,8 +1,12 @@
 #include "refdoc/Completions.hpp"
 
+#include <algorithm>
+#include <cstdlib>
 #include <set>
 #include <string_view>
 #include <utility>
+
+#include <langinfo.h>
 
 #include "environment/ReferenceProperty.hpp"
 #include "refdoc/HostSetup.hpp"
@@ -17,6 +21,15 @@ namespace refdoc {
 namespace {
 
 using namespace reference::docparser;
+
+/// Whether the shell takes the UTF-8 of a text for nothing else: in GBK and its like a byte of it
+/// may take the next one, a quote, for its second half.
+bool isReadAsWritten(const std::u16string& text) {
+    constexpr char16_t lastAscii = 0x7F;
+    const bool isAscii =
+        std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit <= lastAscii; });
+    return isAscii || MB_CUR_MAX == 1 || std::string_view(::nl_langinfo(CODESET)) == "UTF-8";
+}
 
 /// Collects the completions of one word.
 class Collector {
@@ -34,8 +47,10 @@ public:
 
     void add(const std::u16string& word, const std::u16string& meaning) {
         const bool isOption = optionsAllowed_ && word.starts_with(u'-');
-        if (word.starts_with(wideWord_) && printable(word) == word && !word.empty() && !isOption)
-            add(toUtf8(word), toUtf8(printable(meaning)));
+        if (word.starts_with(wideWord_) && printable(word) == word && !word.empty() && !isOption &&
+            isReadAsWritten(word))
+            add(toUtf8(word),
+                isReadAsWritten(meaning) ? toUtf8(printable(meaning)) : std::string());
     }
 
     std::vector<Completion> take() { return std::move(completions_); }

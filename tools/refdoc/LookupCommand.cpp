@@ -110,15 +110,23 @@ boost::json::object recordJson(const LookupRecord& record) {
             {"installed", record.installed}};
 }
 
-std::string asJson(const std::vector<LookupRecord>& records, std::size_t matches) {
-    boost::json::array array;
-    array.reserve(records.size());
-    for (const LookupRecord& record : records)
-        array.emplace_back(recordJson(record));
-    return prettyJson(boost::json::object{
+/// Writes as it goes: the records are many, and each has its product's texts.
+void writeJson(const std::vector<LookupRecord>& records, std::size_t matches) {
+    constexpr std::size_t kPiece = 1 << 16;
+    constexpr std::size_t kRecordDepth = 2;
+    std::string text = prettyJson(boost::json::object{
         {"language", toJson(DocResourceParser::ParsingTools::getCurrentLocale())},
         {"matches", matches},
-        {"records", std::move(array)}});
+        {"records", boost::json::array()}});
+    const std::string end = records.empty() ? "" : "\n  ]\n}\n";
+    text.resize(text.size() - (records.empty() ? 0 : std::string_view("]\n}\n").size()));
+    for (const LookupRecord& record : records) {
+        text += (&record == records.data() ? "\n    " : ",\n    ") +
+                prettyJson(recordJson(record), kRecordDepth);
+        if (text.size() > kPiece)
+            writeOutput(std::exchange(text, {}));
+    }
+    writeOutput(text + end);
 }
 
 std::string describeQuery(const LookupArguments& arguments) {
@@ -145,9 +153,12 @@ Lines unknownProduct(const LookupArguments& arguments, const LookupResources& do
 /// Tells that products which are not installed have what was asked for; nothing when none has.
 Lines foundElsewhere(const LookupResources& documents, const LookupQuery& query) {
     constexpr std::ptrdiff_t kNamed = 5;
-    std::set<std::string> products;
+    std::set<const std::u16string*> keys;
     for (const LookupRecord& record : findRecords(documents, query, Installed::Not))
-        products.insert(toUtf8(*record.product));
+        keys.insert(record.product);
+    std::set<std::string> products;
+    for (const std::u16string* key : keys)
+        products.insert(toUtf8(*key));
     if (products.empty())
         return {};
     const auto count = std::ssize(products);
@@ -205,7 +216,7 @@ ExitCode lookUp(const LookupArguments& arguments, const GlobalOptions& options) 
         reportNothingFound(arguments, documents, query);
     const Terminal terminal = standardOutputTerminal();
     if (options.json)
-        writeOutput(asJson(records, matches));
+        writeJson(records, matches);
     else if (matches > 0)
         showText(asTable(records, terminal), terminal);
     if (terminal.interactive && !options.json && records.size() < matches)

@@ -41,6 +41,8 @@ std::string escaped(std::string_view text) {
 
 class PrettyPrinter {
 public:
+    explicit PrettyPrinter(std::size_t depth) : depth_(depth) {}
+
     void print(const json::value& value) {
         if (value.is_object() && !value.get_object().empty())
             printMembers(value.get_object());
@@ -93,16 +95,20 @@ private:
     }
 
     std::string text_;
-    std::size_t depth_ = 0;
+    std::size_t depth_;
     bool first_ = true;
 };
 
 } // namespace
 
 std::string prettyJson(const json::value& value) {
-    PrettyPrinter printer;
+    return prettyJson(value, 0) + '\n';
+}
+
+std::string prettyJson(const json::value& value, std::size_t depth) {
+    PrettyPrinter printer(depth);
     printer.print(value);
-    return printer.take() + '\n';
+    return printer.take();
 }
 
 std::string compactJson(const json::value& value) {

@@ -78,7 +78,7 @@ class basic_diagnostic_logger<char>::Source {
 public:
     explicit Source(const std::string& channel) {
         attributes_.insert("Channel", boost::log::attributes::constant<std::string>(channel));
-        endLoggingBeforeBoostLog();
+        [[maybe_unused]] static const bool isRegistered = (endLoggingBeforeBoostLog(), true);
     }
 
     // Each record has a set of attributes of its own, for no lock may be held here: the core runs
@@ -89,7 +89,7 @@ public:
         boost::log::attribute_set attributes = attributes_;
         attributes.insert("Severity",
                           boost::log::attributes::constant<int>(static_cast<int>(severity)));
-        return core_->open_record(std::move(attributes));
+        return core_->open_record(attributes);
     }
 
     void pushRecord(boost::log::record&& record) const {

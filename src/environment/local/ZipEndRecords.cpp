@@ -69,15 +69,28 @@ std::vector<std::size_t> findEndRecords(std::string_view bytes) {
 /// How much a record may be the file's own.
 enum class Plausibility { None, DirectoryFits, CommentFitsToo };
 
+/// Where the directory lies that a record names, as far as the record itself has it.
+struct Directory {
+    std::uint64_t begin;
+    std::uint64_t size;
+
+    bool isInZip64() const { return begin == kInZip64 || size == kInZip64; }
+};
+
+Directory directoryOf(const Tail& tail, std::size_t record) {
+    return {numberAt(tail.bytes, record + 16, 4), numberAt(tail.bytes, record + 12, 4)};
+}
+
 bool namesDirectory(const Tail& tail, std::size_t record) {
-    const std::uint64_t size = numberAt(tail.bytes, record + 12, 4);
-    const std::uint64_t begin = numberAt(tail.bytes, record + 16, 4);
-    if (begin == kInZip64 || size == kInZip64)
+    const auto [begin, size] = directoryOf(tail, record);
+    if (Directory{begin, size}.isInZip64())
         return true;
     if (begin + size > tail.begin + record)
         return false;
+    if (size == 0) // of a file without entries, where the record follows at once
+        return numberAt(tail.bytes, record + 10, 2) == 0 && begin == tail.begin + record;
     std::string signature(kEntrySignature.size(), '\0');
-    return size == 0 || (fill(signature, tail.descriptor, begin) && signature == kEntrySignature);
+    return fill(signature, tail.descriptor, begin) && signature == kEntrySignature;
 }
 
 Plausibility judge(const Tail& tail, std::size_t record) {
@@ -92,11 +105,11 @@ Plausibility judge(const Tail& tail, std::size_t record) {
 std::size_t findOwn(const Tail& tail, const std::vector<std::size_t>& records) {
     std::size_t own = records.back();
     Plausibility best = Plausibility::None;
-    for (auto record = records.rbegin(); record != records.rend(); ++record) {
-        const Plausibility plausibility = judge(tail, *record);
-        if (plausibility > best) {
+    for (const std::size_t record : records) {
+        const Plausibility plausibility = judge(tail, record);
+        if (plausibility != Plausibility::None && plausibility >= best) {
             best = plausibility;
-            own = *record;
+            own = record;
         }
     }
     return own;
@@ -110,8 +123,14 @@ ForeignEndRecords::ForeignEndRecords(int descriptor, std::uint64_t size) {
     if (records.size() < 2)
         return;
     const std::size_t own = findOwn(tail, records);
+    const Directory directory = directoryOf(tail, own);
+    // What stands in the directory belongs to a name or a number.
+    const auto isInDirectory = [&](std::uint64_t position) {
+        return !directory.isInZip64() && position >= directory.begin &&
+               position < directory.begin + directory.size;
+    };
     for (const std::size_t record : records)
-        if (record != own)
+        if (record != own && !isInDirectory(tail.begin + record))
             positions_.push_back(tail.begin + record);
 }
 

@@ -49,8 +49,10 @@ public:
             name_.append(part.data(), part.size());
         return true;
     }
-    bool on_key(Text end, std::size_t, Error& failure) {
-        return skippedDepth_ > 0 || takeName(end, failure);
+    bool on_key(Text end, std::size_t, Error&) {
+        if (skippedDepth_ == 0)
+            takeName(end);
+        return true;
     }
     bool on_string_part(Text part, std::size_t, Error&) {
         if (isKept())
@@ -94,21 +96,24 @@ private:
 
     bool isKept() const { return skippedDepth_ == 0 && next_ == Next::Keep; }
 
-    bool takeName(Text end, Error& failure) {
+    void takeName(Text end) {
         name_.append(end.data(), end.size());
         Container& object = open_.back();
-        next_ = isKnown_(name_)                                       ? Next::Keep
-                : object.unknown++ < BoundedTree::kMostUnknownMembers ? Next::Replace
-                                                                      : Next::Drop;
-        bool hasRoom = true;
+        next_ = isKnown_(name_)             ? Next::Keep
+                : hasRoomForUnknown(object) ? Next::Replace
+                                            : Next::Drop;
         if (next_ == Next::Drop) {
             ++unknownMembers_;
         } else {
             ++object.kept;
-            hasRoom = push(failure, [this] { stack_.push_key(name_); });
+            stack_.push_key(name_);
         }
         name_.clear();
-        return hasRoom;
+    }
+
+    bool hasRoomForUnknown(Container& object) {
+        return object.unknown++ < BoundedTree::kMostUnknownMembers &&
+               keptUnknown_++ < BoundedTree::kMostUnknownMembersOfAll;
     }
 
     bool begin() {
@@ -125,8 +130,10 @@ private:
             --skippedDepth_;
             return true;
         }
-        if (std::exchange(skippedDepth_, 0) == 1)
-            return takeInstead(failure);
+        if (std::exchange(skippedDepth_, 0) == 1) {
+            takeInstead();
+            return true;
+        }
         const Container container = open_.back();
         open_.pop_back();
         return push(failure, [&] { pushContainer(container); });
@@ -134,14 +141,16 @@ private:
 
     template <typename Push>
     bool take(Error& failure, Push pushValue) {
-        if (skippedDepth_ > 0)
-            return true;
-        return next_ == Next::Keep ? push(failure, pushValue) : takeInstead(failure);
+        if (skippedDepth_ == 0 && next_ == Next::Keep)
+            return push(failure, pushValue);
+        if (skippedDepth_ == 0)
+            takeInstead();
+        return true;
     }
 
-    bool takeInstead(Error& failure) {
-        return std::exchange(next_, Next::Keep) == Next::Drop ||
-               push(failure, [this] { stack_.push_null(); });
+    void takeInstead() {
+        if (std::exchange(next_, Next::Keep) == Next::Replace)
+            stack_.push_null();
     }
 
     template <typename Push>
@@ -163,6 +172,7 @@ private:
     std::string name_;
     Next next_ = Next::Keep;
     std::size_t skippedDepth_ = 0; ///< of the containers that are open within a skipped value
+    std::size_t keptUnknown_ = 0;
     std::size_t unknownMembers_ = 0;
     bool isFull_ = false;
 };
@@ -170,8 +180,8 @@ private:
 } // namespace
 
 std::size_t mostValues(std::size_t textSize) {
-    constexpr std::size_t always = std::size_t{1} << 20;
-    constexpr std::size_t bytesForOne = 5;
+    constexpr std::size_t always = std::size_t{4} << 20;
+    constexpr std::size_t bytesForOne = 8;
     return always + textSize / bytesForOne;
 }
 

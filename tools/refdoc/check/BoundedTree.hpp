@@ -24,6 +24,8 @@ struct BoundedTree {
     /// So many members with unknown names are kept of an object, repeated ones counted again: an
     /// object's hash table is no match for names that are made to collide.
     static constexpr std::size_t kMostUnknownMembers = 100;
+    /// And so many of all objects.
+    static constexpr std::size_t kMostUnknownMembersOfAll = std::size_t{1} << 20;
 
     /// Nothing for a text that is no JSON, that is nested deeper than 32 or has too many values.
     std::optional<JsonTree> tree;
@@ -32,7 +34,8 @@ struct BoundedTree {
     std::size_t unknownMembers = 0;  ///< of how many, beyond the most, nothing is kept
 };
 
-/// How many values and names of members, unread ones aside, a text of so many bytes may have.
+/// How many values a text of so many bytes may have, as many as the library reads: those of members
+/// with unknown names do not count.
 std::size_t mostValues(std::size_t textSize);
 
 /// @throws std::bad_alloc

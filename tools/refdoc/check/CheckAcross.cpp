@@ -200,7 +200,7 @@ private:
 
     /// Nothing outside the root counts, nor what no file can be called.
     bool isFile(const std::string& folder, const std::string& page) const {
-        if (folder.size() + page.size() > PATH_MAX || page.find('\0') != page.npos)
+        if (!mayBePath(folder) || !mayBePath(page))
             return false;
         const std::string path = (fs::path(folder) / page).lexically_normal().generic_string();
         const bool leavesRoot = path == ".." || path.starts_with("../") || path.starts_with('/');

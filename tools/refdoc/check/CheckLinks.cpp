@@ -49,8 +49,14 @@ std::string pageOf(std::string_view link) {
     return normalisedPath(percentDecoded(path));
 }
 
+bool mayBePath(std::string_view path) {
+    constexpr std::ptrdiff_t mostFolders = 100;
+    return path.size() <= PATH_MAX && path.find('\0') == path.npos &&
+           std::count(path.begin(), path.end(), '/') <= mostFolders;
+}
+
 std::string normalisedPath(std::string path) {
-    if (path.size() > PATH_MAX)
+    if (!mayBePath(path))
         return path;
     return std::filesystem::path(std::move(path)).lexically_normal().generic_string();
 }

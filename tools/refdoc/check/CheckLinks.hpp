@@ -13,4 +13,7 @@ std::string pageOf(std::string_view link);
 /// be stays as it is.
 std::string normalisedPath(std::string path);
 
+/// Whether a path can be that of a file, as far as its length and its folders, 100 at most, say.
+bool mayBePath(std::string_view path);
+
 } // namespace refdoc
