@@ -11,6 +11,7 @@ namespace opc::zippackage {
 namespace {
 
 using namespace std::string_view_literals;
+
 constexpr std::string_view kEndSignature = "PK\5\6"sv;
 constexpr std::string_view kEntrySignature = "PK\1\2"sv;
 constexpr std::size_t kEndSize = 22;
@@ -124,13 +125,16 @@ ForeignEndRecords::ForeignEndRecords(int descriptor, std::uint64_t size) {
         return;
     const std::size_t own = findOwn(tail, records);
     const Directory directory = directoryOf(tail, own);
-    // What stands in the directory belongs to a name or a number.
-    const auto isInDirectory = [&](std::uint64_t position) {
+    // In the directory such bytes belong to a name or a number, unless they are meant to be
+    // followed.
+    const auto isOfEntry = [&](std::size_t record) {
+        const std::uint64_t position = tail.begin + record;
         return !directory.isInZip64() && position >= directory.begin &&
-               position < directory.begin + directory.size;
+               position < directory.begin + directory.size &&
+               judge(tail, record) == Plausibility::None;
     };
     for (const std::size_t record : records)
-        if (record != own && !isInDirectory(tail.begin + record))
+        if (record != own && !isOfEntry(record))
             positions_.push_back(tail.begin + record);
 }
 
