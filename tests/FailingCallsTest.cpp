@@ -121,8 +121,8 @@ TEST_F(FailingCallsTest, AFileIsReadByAsFewCallsAsCanBe) {
     for (const auto& [size, calls] : rows) {
         std::ofstream(file) << std::string(std::min<std::uintmax_t>(size, 2 << 20), 'x');
         fs::resize_file(file, size);
-        const auto check = [size](const std::string& call, const std::string& result) {
-            EXPECT_TRUE(call != "pread" || result == std::string(size, '\0'));
+        const auto check = [count = size](const std::string& call, const std::string& result) {
+            EXPECT_TRUE(call != "pread" || result == std::string(count, '\0'));
         };
         EXPECT_EQ(sweep(CallFault::Error, read, check), calls) << size;
     }
