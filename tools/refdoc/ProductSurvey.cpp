@@ -80,7 +80,7 @@ bool isSameRecord(const IndexedLookup* left, const IndexedLookup* right) {
 
 /// What there is to say of a document's records.
 struct RecordFacts {
-    std::size_t count = 0;              ///< in the language in force
+    std::size_t count = 0;              ///< in the current language
     std::set<std::string> translated{}; ///< the languages in which one differs from English
 };
 

@@ -13,7 +13,7 @@ struct SurveyedProduct {
     std::u16string displayName; ///< as the installation has it; empty when it has none
     bool isSupportPackage;
     bool isInstalled;
-    std::size_t records; ///< of its lookup document in the language in force
+    std::size_t records; ///< of its lookup document in the current language
     std::vector<std::u16string> languages;
     std::vector<std::u16string> files;
 };

@@ -10,6 +10,8 @@
 #include <boost/json/monotonic_resource.hpp>
 #include <boost/json/value_stack.hpp>
 
+#include "refdoc/check/BlindHandler.hpp"
+
 namespace refdoc {
 
 namespace {
@@ -17,16 +19,8 @@ namespace {
 namespace json = boost::json;
 
 /// Builds the tree as Boost.JSON's own handler does, but for what is left out.
-class TreeHandler {
+class TreeHandler : public BlindHandler {
 public:
-    static constexpr std::size_t max_object_size = std::size_t(-1);
-    static constexpr std::size_t max_array_size = std::size_t(-1);
-    static constexpr std::size_t max_key_size = std::size_t(-1);
-    static constexpr std::size_t max_string_size = std::size_t(-1);
-
-    using Error = json::error_code;
-    using Text = json::string_view;
-
     /// All but the stack itself lies in `memory`.
     TreeHandler(const std::function<bool(std::string_view)>& isKnown, std::size_t mostValues,
                 json::monotonic_resource* memory)
@@ -34,8 +28,6 @@ public:
         stack_.reset(memory);
     }
 
-    bool on_document_begin(Error&) { return true; }
-    bool on_document_end(Error&) { return true; }
     bool on_object_begin(Error&) { return begin(); }
     bool on_array_begin(Error&) { return begin(); }
     bool on_object_end(std::size_t, Error& failure) {
@@ -62,7 +54,6 @@ public:
     bool on_string(Text end, std::size_t, Error& failure) {
         return take(failure, [this, end] { stack_.push_string(end); });
     }
-    bool on_number_part(Text, Error&) { return true; }
     bool on_int64(std::int64_t number, Text, Error& failure) {
         return take(failure, [this, number] { stack_.push_int64(number); });
     }
@@ -78,8 +69,6 @@ public:
     bool on_null(Error& failure) {
         return take(failure, [this] { stack_.push_null(); });
     }
-    bool on_comment_part(Text, Error&) { return true; }
-    bool on_comment(Text, Error&) { return true; }
 
     json::value release() { return stack_.release(); }
     bool isFull() const { return isFull_; }
