@@ -14,11 +14,11 @@
 #include <gtest/gtest.h>
 
 #include "environment/ReferenceProperty.hpp"
-#include "refdoc/HostSetup.hpp"
-#include "refdoc/Progress.hpp"
+#include "refdoc/host/HostSetup.hpp"
+#include "refdoc/terminal/Progress.hpp"
 #include "refdoc/Schemas.hpp"
 #include "refdoc/check/CheckFinding.hpp"
-#include "refdoc/check/JsonPositions.hpp"
+#include "refdoc/format/JsonPositions.hpp"
 #include "support/RefdocCheckFixture.hpp"
 #include "support/ZipFile.hpp"
 

@@ -13,8 +13,8 @@
 #include <boost/json/value.hpp>
 #include <gtest/gtest.h>
 
-#include "refdoc/ProductSurvey.hpp"
-#include "refdoc/Text.hpp"
+#include "refdoc/catalog/ProductSurvey.hpp"
+#include "refdoc/text/Text.hpp"
 #include "support/CheckAgreementFixture.hpp"
 #include "support/RandomRoot.hpp"
 

@@ -10,7 +10,7 @@
 #include <boost/json/serialize.hpp>
 #include <gtest/gtest.h>
 
-#include "refdoc/ShellWords.hpp"
+#include "refdoc/completion/ShellWords.hpp"
 #include "support/RefdocLookupFixture.hpp"
 
 namespace {

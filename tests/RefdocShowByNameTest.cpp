@@ -6,7 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "refdoc/ShellWords.hpp"
+#include "refdoc/completion/ShellWords.hpp"
 #include "support/RefdocLookupFixture.hpp"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "refdoc/TextLayout.hpp"
+#include "refdoc/text/TextLayout.hpp"
 
 #include <cstddef>
 #include <set>
@@ -9,11 +9,11 @@
 #include <boost/json/object.hpp>
 #include <gtest/gtest.h>
 
-#include "refdoc/Description.hpp"
-#include "refdoc/NearNames.hpp"
-#include "refdoc/Page.hpp"
-#include "refdoc/PrettyJson.hpp"
-#include "refdoc/Text.hpp"
+#include "refdoc/pages/Description.hpp"
+#include "refdoc/text/NearNames.hpp"
+#include "refdoc/pages/Page.hpp"
+#include "refdoc/text/PrettyJson.hpp"
+#include "refdoc/text/Text.hpp"
 
 namespace refdoc {
 

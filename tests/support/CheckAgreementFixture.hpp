@@ -17,7 +17,7 @@
 #include <gtest/gtest.h>
 
 #include "environment/PathAndText.hpp"
-#include "refdoc/Text.hpp"
+#include "refdoc/text/Text.hpp"
 #include "refdoc/check/CheckFinding.hpp"
 #include "refdoc/check/CheckRoot.hpp"
 #include "refdoc/check/ResourceText.hpp"

@@ -1,6 +1,6 @@
 #include <clocale>
 
-#include "refdoc/CommandLine.hpp"
+#include "refdoc/commands/CommandLine.hpp"
 
 int main(int argc, char** argv) {
     std::setlocale(LC_ALL, "");

@@ -15,10 +15,10 @@
 #include <boost/json/object.hpp>
 #include <fmt/format.h>
 
-#include "refdoc/Text.hpp"
 #include "refdoc/check/CheckLinks.hpp"
 #include "refdoc/check/CheckNames.hpp"
 #include "refdoc/check/ResourceDocument.hpp"
+#include "refdoc/text/Text.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 
 namespace refdoc {

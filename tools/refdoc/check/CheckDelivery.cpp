@@ -10,9 +10,9 @@
 #include <boost/json/object.hpp>
 #include <fmt/format.h>
 
-#include "refdoc/Text.hpp"
 #include "refdoc/check/CheckNames.hpp"
 #include "refdoc/check/ResourceDocument.hpp"
+#include "refdoc/text/Text.hpp"
 #include "reference/docparser/ParsingTools.hpp"
 
 namespace refdoc {

@@ -12,9 +12,9 @@
 #include <fmt/format.h>
 
 #include "environment/PathAndText.hpp"
-#include "refdoc/Text.hpp"
 #include "refdoc/check/CheckNames.hpp"
 #include "refdoc/check/CheckPackage.hpp"
+#include "refdoc/text/Text.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 
 namespace refdoc {

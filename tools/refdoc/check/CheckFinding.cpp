@@ -5,7 +5,7 @@
 
 #include <fmt/format.h>
 
-#include "refdoc/Text.hpp"
+#include "refdoc/text/Text.hpp"
 
 namespace refdoc {
 

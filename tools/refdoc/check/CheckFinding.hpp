@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "refdoc/check/JsonPositions.hpp"
+#include "refdoc/format/JsonPositions.hpp"
 
 namespace refdoc {
 

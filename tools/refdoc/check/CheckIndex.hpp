@@ -13,7 +13,7 @@
 
 #include <boost/json/value.hpp>
 
-#include "refdoc/LookupIndex.hpp"
+#include "refdoc/catalog/LookupIndex.hpp"
 #include "refdoc/check/ResourceText.hpp"
 
 namespace refdoc {

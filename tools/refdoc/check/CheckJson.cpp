@@ -14,10 +14,10 @@
 #include <fmt/format.h>
 #include <unicode/utf16.h>
 
-#include "refdoc/Text.hpp"
-#include "refdoc/check/BlindHandler.hpp"
 #include "refdoc/check/CheckSchema.hpp"
-#include "refdoc/check/JsonPositions.hpp"
+#include "refdoc/format/BlindHandler.hpp"
+#include "refdoc/format/JsonPositions.hpp"
+#include "refdoc/text/Text.hpp"
 
 namespace refdoc {
 

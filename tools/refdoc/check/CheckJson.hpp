@@ -2,9 +2,9 @@
 
 #include <optional>
 
-#include "refdoc/check/BoundedTree.hpp"
 #include "refdoc/check/CheckFinding.hpp"
 #include "refdoc/check/ResourceText.hpp"
+#include "refdoc/format/BoundedTree.hpp"
 
 namespace refdoc {
 

@@ -15,10 +15,10 @@
 #include <boost/json/object.hpp>
 #include <fmt/format.h>
 
-#include "refdoc/NearNames.hpp"
-#include "refdoc/Text.hpp"
-#include "refdoc/check/JsonPositions.hpp"
 #include "refdoc/check/ResourceDocument.hpp"
+#include "refdoc/format/JsonPositions.hpp"
+#include "refdoc/text/NearNames.hpp"
+#include "refdoc/text/Text.hpp"
 
 namespace refdoc {
 

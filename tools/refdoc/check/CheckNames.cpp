@@ -8,7 +8,7 @@
 #include <unicode/uloc.h>
 
 #include "environment/PathAndText.hpp"
-#include "refdoc/Text.hpp"
+#include "refdoc/text/Text.hpp"
 #include "reference/docparser/ParsingTools.hpp"
 
 namespace refdoc {

@@ -13,9 +13,9 @@
 #include <fmt/format.h>
 
 #include "environment/PathAndText.hpp"
-#include "refdoc/OpenedPackage.hpp"
-#include "refdoc/Text.hpp"
+#include "refdoc/catalog/OpenedPackage.hpp"
 #include "refdoc/check/CheckNames.hpp"
+#include "refdoc/text/Text.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 
 namespace refdoc {

@@ -6,11 +6,11 @@
 
 #include <fmt/format.h>
 
-#include "refdoc/Text.hpp"
 #include "refdoc/check/CheckFiles.hpp"
 #include "refdoc/check/CheckJson.hpp"
 #include "refdoc/check/CheckNames.hpp"
 #include "refdoc/check/ResourceText.hpp"
+#include "refdoc/text/Text.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 
 namespace refdoc {

@@ -11,9 +11,9 @@
 #include <boost/json/object.hpp>
 #include <fmt/format.h>
 
-#include "refdoc/ItemJson.hpp"
-#include "refdoc/PrettyJson.hpp"
-#include "refdoc/Text.hpp"
+#include "refdoc/pages/ItemJson.hpp"
+#include "refdoc/text/PrettyJson.hpp"
+#include "refdoc/text/Text.hpp"
 
 namespace refdoc {
 

@@ -9,10 +9,10 @@
 #include <boost/json/object.hpp>
 #include <fmt/format.h>
 
-#include "refdoc/ItemJson.hpp"
-#include "refdoc/PrettyJson.hpp"
 #include "refdoc/Version.hpp"
 #include "refdoc/check/CheckReport.hpp"
+#include "refdoc/pages/ItemJson.hpp"
+#include "refdoc/text/PrettyJson.hpp"
 
 namespace refdoc {
 

@@ -11,12 +11,12 @@
 #include <boost/json/parse.hpp>
 #include <fmt/format.h>
 
-#include "refdoc/NearNames.hpp"
 #include "refdoc/Schemas.hpp"
-#include "refdoc/Text.hpp"
-#include "refdoc/check/JsonPositions.hpp"
 #include "refdoc/check/ResourceDocument.hpp"
 #include "refdoc/check/SchemaValidator.hpp"
+#include "refdoc/format/JsonPositions.hpp"
+#include "refdoc/text/NearNames.hpp"
+#include "refdoc/text/Text.hpp"
 
 namespace refdoc {
 

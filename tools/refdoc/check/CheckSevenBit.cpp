@@ -11,7 +11,7 @@
 #include <boost/json/object.hpp>
 #include <fmt/format.h>
 
-#include "refdoc/check/JsonPositions.hpp"
+#include "refdoc/format/JsonPositions.hpp"
 
 namespace refdoc {
 

@@ -11,8 +11,8 @@
 #include "refdoc/check/CheckMembers.hpp"
 #include "refdoc/check/CheckSchema.hpp"
 #include "refdoc/check/CheckSevenBit.hpp"
-#include "refdoc/check/JsonPositions.hpp"
 #include "refdoc/check/ResourceDocument.hpp"
+#include "refdoc/format/JsonPositions.hpp"
 
 namespace refdoc {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "refdoc/LookupIndex.hpp"
+#include "refdoc/catalog/LookupIndex.hpp"
 
 namespace refdoc {
 

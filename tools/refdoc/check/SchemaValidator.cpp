@@ -10,7 +10,7 @@
 #include <valijson/validation_results.hpp>
 #include <valijson/validator.hpp>
 
-#include "refdoc/check/JsonPositions.hpp"
+#include "refdoc/format/JsonPositions.hpp"
 
 namespace refdoc {
 

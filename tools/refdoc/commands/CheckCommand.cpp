@@ -1,0 +1,129 @@
+#include "refdoc/commands/CheckCommand.hpp"
+
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include <CLI/App.hpp>
+#include <fmt/format.h>
+
+#include "environment/Services.hpp"
+#include "refdoc/check/CheckProducts.hpp"
+#include "refdoc/check/CheckReport.hpp"
+#include "refdoc/check/CheckRoot.hpp"
+#include "refdoc/host/HostSetup.hpp"
+#include "refdoc/terminal/Output.hpp"
+#include "refdoc/terminal/Progress.hpp"
+#include "refdoc/terminal/Terminal.hpp"
+#include "refdoc/text/Text.hpp"
+#include "reference/docparser/DocResourceParser.hpp"
+
+namespace refdoc {
+
+namespace {
+
+constexpr const char* kFooter =
+    R"(For documentation authors: tells what readers would miss without a word, and where. All languages
+are checked at once. Findings are
+  error     something is lost: a file, an entry of a package, a document, an item
+  warning   something is shown otherwise than meant
+  note      something else stands among the resource files
+one to a line, as FILE[:LEAF]:LINE:COLUMN: LEVEL: MESSAGE (JSON POINTER), with lines and columns from 1
+on and columns in characters. Of one kind the first 20 in a file are told, and how many more there are;
+--json prints them as one JSON object a line, --sarif as a SARIF 2.1.0 log, up to 10,000. Exit codes:
+  0  no errors
+  1  errors
+  2  wrong use (a ROOT without resource files too), or the output cannot be written
+
+Examples:
+  refdoc check                          check the installed documentation
+  refdoc check build/docroot            check a root of one's own
+  refdoc check --level error docroot    tell only what is lost)";
+
+struct CheckArguments {
+    std::optional<std::string> root;
+    std::string level = std::string(levelName(Level::Note));
+    bool sarif = false;
+};
+
+Level levelNamed(const std::string& name) {
+    const auto known = std::find(kLevelNames.begin(), kLevelNames.end(), name);
+    if (known == kLevelNames.end())
+        throw UsageError(fmt::format("--level: {} is no level; these are: {}", name,
+                                     fmt::join(kLevelNames.rbegin(), kLevelNames.rend(), ", ")));
+    return static_cast<Level>(known - kLevelNames.begin());
+}
+
+CheckReportOptions reportOptions(const CheckArguments& arguments, const GlobalOptions& options) {
+    if (arguments.sarif && options.json)
+        throw UsageError("--json and --sarif exclude each other");
+    CheckReportOptions report;
+    report.least = levelNamed(arguments.level);
+    report.format = arguments.sarif ? CheckFormat::Sarif
+                    : options.json  ? CheckFormat::JsonLines
+                                    : CheckFormat::Text;
+    report.styled = standardOutputTerminal().styled;
+    return report;
+}
+
+/// The root in force, which must hold one of the catalog folders at least.
+std::string checkedRoot() {
+    const auto roots = reference::docparser::DocResourceParser::getReferenceRoots();
+    std::error_code ignored;
+    for (const std::u16string* folder :
+         {&roots->referenceApiLookupFolder, &roots->referenceApiFolder})
+        if (std::filesystem::is_directory(toUtf8(*folder), ignored))
+            return toUtf8(roots->referenceRoot);
+    throw UsageError(fmt::format(
+        "{} holds no resource files: neither {} nor {} is a folder", toUtf8(roots->referenceRoot),
+        toUtf8(roots->referenceApiLookupFolder), toUtf8(roots->referenceApiFolder)));
+}
+
+CheckResult checkWithProgress() {
+    const std::vector<Finding> products = checkProducts();
+    Progress progress;
+    CheckResult result =
+        checkRoot([&progress](std::size_t done, std::size_t all) { progress.show(done, all); });
+    result.findings.insert(result.findings.end(), products.begin(), products.end());
+    return result;
+}
+
+ExitCode check(const CheckArguments& arguments, GlobalOptions options) {
+    CheckReportOptions report = reportOptions(arguments, options);
+    if (arguments.root) {
+        options.root = arguments.root;
+        environment::setServices(hostServices(options));
+    }
+    report.root = checkedRoot();
+    if (arguments.sarif)
+        report.root = std::filesystem::absolute(report.root).lexically_normal().native();
+    const CheckResult result = checkWithProgress();
+    writeOutput(checkReport(result, report));
+    return result.hasErrors() ? ExitCode::NothingFound : ExitCode::Found;
+}
+
+} // namespace
+
+Command addCheckCommand(CLI::App& application) {
+    const auto arguments = std::make_shared<CheckArguments>();
+    CLI::App* declaration =
+        application.add_subcommand("check", "Tell what is wrong with the resource files of a root");
+    declaration->add_option("ROOT", arguments->root, "The data root to check (else --root)")
+        ->type_name("");
+    declaration
+        ->add_option("--level", arguments->level,
+                     "The least level to tell: error, warning or note (usual: note)")
+        ->type_name("LEVEL")
+        ->take_last();
+    declaration->add_flag("--sarif", arguments->sarif, "Print a SARIF 2.1.0 log instead of text");
+    declaration->footer(kFooter);
+    return {declaration,
+            [arguments](const GlobalOptions& options) { return check(*arguments, options); }};
+}
+
+} // namespace refdoc

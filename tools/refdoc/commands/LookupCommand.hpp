@@ -1,0 +1,10 @@
+#pragma once
+
+#include "refdoc/commands/Command.hpp"
+
+namespace refdoc {
+
+/// `refdoc lookup [PATTERN]`: the documented names that match.
+Command addLookupCommand(CLI::App& application);
+
+} // namespace refdoc

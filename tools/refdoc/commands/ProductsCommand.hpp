@@ -1,0 +1,10 @@
+#pragma once
+
+#include "refdoc/commands/Command.hpp"
+
+namespace refdoc {
+
+/// `refdoc products`: what is installed and what is documented.
+Command addProductsCommand(CLI::App& application);
+
+} // namespace refdoc

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "refdoc/commands/Command.hpp"
+
+namespace refdoc {
+
+/// `refdoc show [RESOURCE] [NAME]`: full reference entries.
+Command addShowCommand(CLI::App& application);
+
+} // namespace refdoc

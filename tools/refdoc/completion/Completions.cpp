@@ -1,0 +1,178 @@
+#include "refdoc/completion/Completions.hpp"
+
+#include <algorithm>
+#include <cstdlib>
+#include <set>
+#include <string_view>
+#include <utility>
+
+#include <langinfo.h>
+
+#include "environment/ReferenceProperty.hpp"
+#include "refdoc/catalog/LookupSearch.hpp"
+#include "refdoc/check/CheckFinding.hpp"
+#include "refdoc/host/HostSetup.hpp"
+#include "refdoc/pages/ResourceEntries.hpp"
+#include "refdoc/text/Text.hpp"
+#include "reference/docparser/DocResourceParser.hpp"
+
+namespace refdoc {
+
+namespace {
+
+using namespace reference::docparser;
+
+/// Whether the shell takes the UTF-8 of a text for nothing else: in GBK and its like a byte of it
+/// may take the next one, a quote, for its second half.
+bool isReadAsWritten(const std::u16string& text) {
+    constexpr char16_t lastAscii = 0x7F;
+    const bool isAscii =
+        std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit <= lastAscii; });
+    return isAscii || MB_CUR_MAX == 1 || std::string_view(::nl_langinfo(CODESET)) == "UTF-8";
+}
+
+/// Collects the completions of one word.
+class Collector {
+public:
+    explicit Collector(const CommandWords& words)
+        : fixedPart_(words.fixedPart()), word_(words.word()), wideWord_(fromUtf8(word_)),
+          optionsAllowed_(words.optionsAllowed() && fixedPart_.empty()) {}
+
+    const std::u16string& word() const { return wideWord_; }
+
+    void add(const std::string& word, const std::string& meaning = {}) {
+        if (word.starts_with(word_) && known_.insert(word).second)
+            completions_.push_back({fixedPart_ + word, meaning});
+    }
+
+    void add(const std::u16string& word, const std::u16string& meaning) {
+        const bool isOption = optionsAllowed_ && word.starts_with(u'-');
+        if (word.starts_with(wideWord_) && printable(word) == word && !word.empty() && !isOption &&
+            isReadAsWritten(word))
+            add(toUtf8(word),
+                isReadAsWritten(meaning) ? toUtf8(printable(meaning)) : std::string());
+    }
+
+    std::vector<Completion> take() { return std::move(completions_); }
+
+private:
+    std::string fixedPart_;
+    std::string word_;
+    std::u16string wideWord_;
+    bool optionsAllowed_;
+    std::set<std::string> known_;
+    std::vector<Completion> completions_;
+};
+
+void addOptions(const CLI::App& application, Collector& collector) {
+    for (const CLI::Option* option : application.get_options())
+        for (const std::string& name : option->get_lnames())
+            collector.add("--" + name, option->get_description());
+}
+
+void addCommands(const CLI::App& application, Collector& collector) {
+    const auto isShown = [](const CLI::App* command) { return !command->get_group().empty(); };
+    for (const CLI::App* command : application.get_subcommands(isShown))
+        collector.add(command->get_name(), command->get_description());
+}
+
+void addProducts(const LookupDocuments& documents, Collector& collector) {
+    for (const auto& [key, document] : documents)
+        collector.add(key, document.header.getProductName());
+}
+
+void addResources(const LookupDocuments& documents, Collector& collector) {
+    for (const auto& [key, document] : documents)
+        if (key == document.header.getHelpFolder() && isResourceName(key))
+            collector.add(key, document.header.getProductName());
+}
+
+/// `resource` is empty for the names of all.
+void addNames(const LookupDocuments& documents, const std::u16string& resource,
+              Collector& collector) {
+    for (const auto& [key, document] : documents) {
+        if (!resource.empty() && document.header.getHelpFolder() != resource)
+            continue;
+        for (auto entry = document.items.lower_bound(collector.word());
+             entry != document.items.end() && entry->first.starts_with(collector.word()); ++entry)
+            if (!entry->second.empty())
+                collector.add(entry->first, entry->second.front().getPurpose());
+    }
+}
+
+void addOptionValues(const std::string& option, Collector& collector) {
+    if (option == "--language")
+        for (const std::string& language : supportedLanguages())
+            collector.add(language);
+    if (option == "--level")
+        for (const std::string_view level : kLevelNames)
+            collector.add(std::string(level));
+    if (option == "--type")
+        for (const std::string_view type : reference::property::RefEntityType::texts)
+            collector.add(std::string(type));
+    if (option == "--product") {
+        const LookupResources documents = DocResourceParser::getResourceLookupFiles();
+        addProducts(documents.first, collector);
+        addProducts(documents.second, collector);
+    }
+}
+
+/// The first word may be a resource or a name. There are too many names to offer them all.
+void addShowArguments(const CommandWords& words, Collector& collector) {
+    const LookupResources documents = DocResourceParser::getResourceLookupFiles();
+    const bool first = words.positionals().empty();
+    if (words.positionals().size() > 1)
+        return;
+    const std::u16string resource = first ? std::u16string() : fromUtf8(words.positionals()[0]);
+    for (const LookupDocuments* map : {&documents.first, &documents.second}) {
+        if (first)
+            addResources(*map, collector);
+        const bool anyResource = first && map == &documents.second;
+        if ((!first || !collector.word().empty()) && !anyResource)
+            addNames(*map, resource, collector);
+    }
+}
+
+void addPatterns(const CommandWords& words, Collector& collector) {
+    if (!words.positionals().empty())
+        return;
+    const LookupResources documents = DocResourceParser::getResourceLookupFiles();
+    addNames(documents.first, {}, collector);
+    if (words.hasFlag("--all"))
+        addNames(documents.second, {}, collector);
+}
+
+/// Whether "-" would begin an option.
+bool wantsOption(const CommandWords& words) {
+    return words.optionsAllowed() && words.word().starts_with("-");
+}
+
+} // namespace
+
+bool wantsFolder(const CommandWords& words) {
+    if (words.optionToFill() != nullptr)
+        return words.optionToFill()->get_name() == "--root";
+    return words.command().get_name() == "check" && words.positionals().empty() &&
+           !wantsOption(words);
+}
+
+std::vector<Completion> completionsOf(const CommandWords& words) {
+    Collector collector(words);
+    const std::string command = words.command().get_name();
+    if (words.optionToFill() != nullptr) {
+        addOptionValues(words.optionToFill()->get_name(), collector);
+    } else if (wantsOption(words)) {
+        if (&words.command() != &words.application())
+            addOptions(words.command(), collector);
+        addOptions(words.application(), collector);
+    } else if (&words.command() == &words.application()) {
+        addCommands(words.application(), collector);
+    } else if (command == "show") {
+        addShowArguments(words, collector);
+    } else if (command == "lookup") {
+        addPatterns(words, collector);
+    }
+    return collector.take();
+}
+
+} // namespace refdoc

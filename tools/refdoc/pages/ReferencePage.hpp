@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string_view>
+
+#include "environment/ReferenceProperty.hpp"
+#include "refdoc/pages/Page.hpp"
+#include "reference/docparser/RefItem.hpp"
+
+namespace refdoc {
+
+/// Lays out one reference entry in full, from the header line to the footer line.
+void addReferencePage(Page& page, const reference::property::HeaderInfo& header,
+                      const reference::docparser::RefItem& item);
+
+/// How a deprecation status is told to a reader; empty when there is nothing to tell.
+std::u16string_view statusText(reference::property::DeprecationStatus status);
+
+} // namespace refdoc
