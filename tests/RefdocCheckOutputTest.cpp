@@ -14,11 +14,11 @@
 #include <gtest/gtest.h>
 
 #include "environment/ReferenceProperty.hpp"
+#include "refdoc/Schemas.hpp"
+#include "refdoc/check/findings/Finding.hpp"
+#include "refdoc/format/JsonPositions.hpp"
 #include "refdoc/host/HostSetup.hpp"
 #include "refdoc/terminal/Progress.hpp"
-#include "refdoc/Schemas.hpp"
-#include "refdoc/check/CheckFinding.hpp"
-#include "refdoc/format/JsonPositions.hpp"
 #include "support/RefdocCheckFixture.hpp"
 #include "support/ZipFile.hpp"
 
@@ -56,7 +56,7 @@ TEST_F(RefdocCheck, PrintsForPrograms) {
     const std::string file =
         root_.nativePathOf("docCatalog/referenceapi_lookup/alpha.zip").string();
     EXPECT_EQ(boost::json::parse(line), boost::json::parse(R"({"level": "error",
-        "rule": "wrong-kind", "file": ")" + file + R"(", "leaf": "a b.json", "line": 4,
+        "rule": "wrong-kind", "file": ")" + file + R"(", "entry": "a b.json", "line": 4,
         "column": 2, "pointer": "/refItems/0", "message":
         "refItems[0] is a number, not an object", "cost": "the whole entry is lost"})"));
     EXPECT_FALSE(std::getline(lines, line)) << line;
@@ -249,12 +249,12 @@ TEST(JsonPositions, FindsValuesInOnePass) {
         "\r\n{ \"a~/b\" : [ 1 ,{}, [\"]\\\"\", {\"\\u00e9\":\n\ttrue}]]\n,\"x\":-1e5}";
     const std::vector<std::string> pointers{
         "", "/a~0~1b", "/a~0~1b/1", "/a~0~1b/2/0", "/a~0~1b/2/1/é", "/x", "/gone"};
-    const auto places = refdoc::findInJson(text, pointers, 0);
+    const auto offsets = refdoc::findInJson(text, pointers);
     std::vector<std::string> found;
-    for (const std::size_t offset : places.offsets)
+    for (const std::size_t offset : offsets)
         found.push_back(text.substr(offset, 3));
     EXPECT_THAT(found, ElementsAre("{ \"", "[ 1", "{},", "\"]\\", "tru", "-1e", "\r\n{"));
-    const auto positions = refdoc::positionsOf(text, places.offsets);
+    const auto positions = refdoc::positionsOf(text, offsets);
     EXPECT_EQ(positions[4].line, 3u);
     EXPECT_EQ(positions[4].column, 2u);
 }

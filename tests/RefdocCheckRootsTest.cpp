@@ -39,13 +39,13 @@ Link linkOf(const Record& record) {
     return {std::get<0>(record), std::get<1>(record), std::get<2>(record)};
 }
 
-/// What the check says about one file or leaf.
+/// What the check says about one file or entry.
 class Told {
 public:
-    Told(const std::vector<Finding>& findings, const std::string& file, const std::string& leaf) {
+    Told(const std::vector<Finding>& findings, const std::string& file, const std::string& entry) {
         for (const Finding& finding : findings)
             if (finding.file.ends_with('/' + file) &&
-                (finding.leaf == leaf || finding.loss == Loss::File))
+                (finding.entry == entry || finding.loss == Loss::File))
                 add(finding);
     }
 
@@ -57,7 +57,7 @@ public:
 
 private:
     void add(const Finding& finding) {
-        textIsLost_ = textIsLost_ || finding.loss == Loss::File || finding.loss == Loss::Leaf;
+        textIsLost_ = textIsLost_ || finding.loss == Loss::File || finding.loss == Loss::Entry;
         if (finding.loss == Loss::Document || finding.loss == Loss::Item)
             lost_.insert(finding.pointer);
         else if (finding.fault == Fault::ReplacedItem)

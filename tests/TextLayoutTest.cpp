@@ -10,8 +10,8 @@
 #include <gtest/gtest.h>
 
 #include "refdoc/pages/Description.hpp"
-#include "refdoc/text/NearNames.hpp"
 #include "refdoc/pages/Page.hpp"
+#include "refdoc/text/NearNames.hpp"
 #include "refdoc/text/PrettyJson.hpp"
 #include "refdoc/text/Text.hpp"
 

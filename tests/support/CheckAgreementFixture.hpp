@@ -17,13 +17,17 @@
 #include <gtest/gtest.h>
 
 #include "environment/PathAndText.hpp"
+#include "refdoc/Schemas.hpp"
+#include "refdoc/catalog/CatalogFolder.hpp"
+#include "refdoc/check/RootCheck.hpp"
+#include "refdoc/check/findings/Finding.hpp"
+#include "refdoc/format/Format.hpp"
+#include "refdoc/format/FormatWalk.hpp"
 #include "refdoc/text/Text.hpp"
-#include "refdoc/check/CheckFinding.hpp"
-#include "refdoc/check/CheckRoot.hpp"
-#include "refdoc/check/ResourceText.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 #include "support/LookupFixture.hpp"
 #include "support/RandomDamage.hpp"
+#include "support/SchemaJudge.hpp"
 
 namespace testsupport {
 
@@ -50,21 +54,24 @@ inline std::vector<std::string> keptInputs(const std::string& target) {
     return inputs;
 }
 
-/// Sets what the client's check tells beside what the library gives.
+/// Sets what the client's check reports beside what the library gives.
 class RefdocCheckAgreement : public LookupFixture {
 protected:
     static std::vector<refdoc::Finding> check() {
-        return refdoc::checkRoot([](std::size_t, std::size_t) {}).findings;
+        refdoc::RootCheck check;
+        while (check.stepsDone() < check.stepCount())
+            check.step();
+        return check.finish().findings;
     }
 
     static bool loses(const std::vector<refdoc::Finding>& findings, refdoc::Loss loss,
-                      const std::string& leaf = {}) {
+                      const std::string& entry = {}) {
         return std::any_of(findings.begin(), findings.end(), [&](const refdoc::Finding& finding) {
-            return finding.loss == loss && finding.leaf == leaf;
+            return finding.loss == loss && finding.entry == entry;
         });
     }
 
-    /// The keys and product names of what the library gives in the language in force.
+    /// The keys and product names of what the library gives in the current language.
     using Delivered = std::set<std::pair<std::string, std::string>>;
 
     template <typename Documents>
@@ -94,7 +101,7 @@ protected:
         boost::json::value content;
     };
 
-    /// The documents of a text that are there after all that is told to be lost.
+    /// The documents of a text that are left after all that is reported as lost.
     static std::vector<Document> documentsLeft(const std::string& text,
                                                const std::vector<refdoc::Finding>& findings) {
         std::vector<Document> documents;
@@ -135,7 +142,7 @@ protected:
         return fl::i18n::to_string(text);
     }
 
-    /// Key, href and purpose of all items of a text that are not told to be lost.
+    /// Key, href and purpose of all items of a text that are not reported as lost.
     static std::vector<std::tuple<std::string, std::string, std::string>>
     itemsLeft(const std::string& text, const std::vector<refdoc::Finding>& findings,
               const std::string& file) {
@@ -150,7 +157,24 @@ protected:
         return items;
     }
 
+    /// Whether the walk finds a document as good as a validator does, kinds and enumerations alike.
+    void expectJudgement(refdoc::Catalog catalog, const std::string& text) {
+        boost::json::error_code failure;
+        const boost::json::value document = boost::json::parse(text, failure);
+        if (failure)
+            return;
+        const bool isLookup = catalog == refdoc::Catalog::Lookup;
+        refdoc::FormatWalk walk(document,
+                                isLookup ? refdoc::lookupFormat() : refdoc::referenceFormat());
+        bool isSound = true;
+        while (const auto deviation = walk.next())
+            isSound = isSound && !deviation->losesText() &&
+                      deviation->kind != refdoc::Deviation::Kind::UnknownText;
+        EXPECT_EQ((isLookup ? lookupJudge_ : referenceJudge_).accepts(document), isSound) << text;
+    }
+
     void expectAgreement(refdoc::Catalog catalog, const std::string& text) {
+        expectJudgement(catalog, text);
         root.remove("docCatalog");
         catalog == refdoc::Catalog::Lookup ? root.lookupFile("m.json", text)
                                            : root.referenceFile("m.json", text);
@@ -160,6 +184,10 @@ protected:
         EXPECT_EQ(loses(findings, refdoc::Loss::File), delivered.empty()) << text;
         EXPECT_EQ(expected(text, findings), delivered) << text;
     }
+
+private:
+    SchemaJudge lookupJudge_{refdoc::kLookupSchema};
+    SchemaJudge referenceJudge_{refdoc::kReferenceSchema};
 };
 
 } // namespace testsupport

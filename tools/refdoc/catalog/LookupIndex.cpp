@@ -9,6 +9,7 @@
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 
+#include "refdoc/catalog/CatalogFolder.hpp"
 #include "reference/docparser/DocParserException.hpp"
 #include "reference/docparser/ParsingTools.hpp"
 
@@ -23,7 +24,7 @@ using reference::property::FunctionType;
 using reference::property::HeaderInfo;
 using reference::property::RefEntityType;
 
-constexpr std::string_view kEveryone = "en";
+constexpr std::string_view kEveryone = kEnglish;
 
 std::string_view requireText(const json::object& item, std::string_view member) {
     const json::value* value = item.if_contains(member);
@@ -214,6 +215,11 @@ bool LookupIndex::isFor(std::uint32_t text, std::string_view readers) const {
     return texts_[text].readers == readers || texts_[text].readers == kEveryone;
 }
 
+const LookupIndex::Document* LookupIndex::find(const std::u16string& key) const {
+    const auto found = documents_.find(key);
+    return found == documents_.end() ? nullptr : &found->second;
+}
+
 const HeaderInfo* LookupIndex::headerFor(const Document& document, std::string_view readers) const {
     const Header* held = nullptr;
     for (const Header& each : document.headers) {
@@ -227,14 +233,16 @@ const HeaderInfo* LookupIndex::headerFor(const Document& document, std::string_v
     return held == nullptr ? nullptr : &held->header;
 }
 
-void LookupIndex::forEachName(const std::function<void(Group)>& visit) const {
+std::vector<LookupIndex::Group> LookupIndex::groups() const {
+    std::vector<Group> groups;
     for (auto begin = lookups_.begin(); begin != lookups_.end();) {
         const auto end = std::find_if(begin, lookups_.end(), [begin](const IndexedLookup& lookup) {
             return lookup.key != begin->key || lookup.name != begin->name;
         });
-        visit(Group(begin, end));
+        groups.emplace_back(begin, end);
         begin = end;
     }
+    return groups;
 }
 
 std::set<std::string> LookupIndex::ownReaders(Group group) const {

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <set>
 #include <span>
@@ -80,12 +79,15 @@ public:
 
     /// By key.
     const std::map<std::u16string, Document>& documents() const { return documents_; }
+    /// Null when no text has a document of the key.
+    const Document* find(const std::u16string& key) const;
 
     /// The header that readers of a language get; null when they get no such document.
     const reference::property::HeaderInfo* headerFor(const Document& document,
                                                      std::string_view readers) const;
 
-    void forEachName(const std::function<void(Group)>& visit) const;
+    /// All groups, in the order of their keys' and names' numbers.
+    std::vector<Group> groups() const;
 
     /// The languages other than English whose readers alone get something of the group.
     std::set<std::string> ownReaders(Group group) const;

@@ -2,16 +2,16 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <set>
 #include <utility>
 
-#include "refdoc/catalog/LookupFolder.hpp"
+#include "refdoc/catalog/CatalogFolder.hpp"
 #include "refdoc/catalog/LookupIndex.hpp"
-#include "refdoc/check/CheckFiles.hpp"
-#include "refdoc/check/CheckJson.hpp"
-#include "refdoc/check/CheckNames.hpp"
+#include "refdoc/catalog/TextReader.hpp"
+#include "refdoc/format/BoundedTree.hpp"
 #include "refdoc/text/Text.hpp"
 #include "reference/docparser/DocParserException.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
@@ -28,8 +28,7 @@ namespace parsing = DocResourceParser::ParsingTools;
 using ProductTable = std::map<std::u16string, SurveyedProduct>;
 
 SurveyedProduct& productOf(ProductTable& table, const std::u16string& key) {
-    SurveyedProduct blank{key, {}, {}, false, false, 0, {}, {}};
-    return table.try_emplace(key, std::move(blank)).first->second;
+    return table.try_emplace(key, SurveyedProduct{.key = key}).first->second;
 }
 
 void addInstalled(ProductTable& table) {
@@ -49,27 +48,27 @@ void addInstalled(ProductTable& table) {
     }
 }
 
-void readFile(const LookupFile& file, LookupIndex& index) {
-    const TextVisitor add = [&index](const ResourceText& text, FindingList& findings) {
+void addTexts(const CatalogFile& file, LookupIndex& index) {
+    TextReader reader(file);
+    while (const std::optional<CatalogText> text = reader.next()) {
+        if (text->state != CatalogText::State::Read)
+            continue;
         try {
-            if (const std::optional<JsonTree> tree = parseText(text, findings))
-                index.add(text.language, text.readers, tree->value);
+            if (const auto parsed = parseBounded(text->content, lookupFormat().names()).tree)
+                index.add(text->language, text->readers, parsed->value);
         } catch (const DocParserException&) {
-            return; // the library leaves such a text out as well
+            continue; // the library leaves such a text out as well
         }
-    };
-    readTexts({Catalog::Lookup, file.path, toUtf8(file.fileName()), toUtf8(file.stem),
-               toUtf8(file.resource), toUtf8(file.language), file.isPackage},
-              add, [](const std::vector<Finding>&) {});
+    }
 }
 
 /// Reads each file once, in the library's order.
-LookupIndex readFiles(const std::vector<LookupFile>& files) {
+LookupIndex readFiles(const std::vector<CatalogFile>& files) {
     LookupIndex index;
     for (const bool packages : {true, false})
-        for (const LookupFile& file : files)
+        for (const CatalogFile& file : files)
             if (file.isPackage == packages)
-                readFile(file, index);
+                addTexts(file, index);
     index.finish();
     return index;
 }
@@ -88,7 +87,7 @@ struct RecordFacts {
 std::vector<RecordFacts> collectFacts(const LookupIndex& index, const std::string& current) {
     std::vector<RecordFacts> facts(index.documents().size());
     NumberSet scratch = index.emptySet();
-    index.forEachName([&](LookupIndex::Group group) {
+    for (const LookupIndex::Group group : index.groups()) {
         RecordFacts& own = facts[group.front().key];
         const auto english = index.lookupsFor(group, kEnglish, scratch);
         std::size_t count = english.size();
@@ -101,20 +100,31 @@ std::vector<RecordFacts> collectFacts(const LookupIndex& index, const std::strin
                 count = lookups.size();
         }
         own.count += count;
-    });
+    }
     return facts;
+}
+
+/// English, and the others that there are texts for, in the order in which they are supported.
+std::vector<std::string> languagesOf(const LookupIndex& index) {
+    std::set<std::string> readers;
+    for (std::uint32_t text = 0; text < index.textCount(); ++text)
+        readers.insert(index.readersOf(text));
+    std::vector<std::string> languages{std::string(kEnglish)};
+    for (const std::u16string& suffix : parsing::getSupportedDocLocales())
+        if (std::string language = toUtf8(suffix.substr(1)); readers.contains(language))
+            languages.push_back(std::move(language));
+    return languages;
 }
 
 class Survey {
 public:
-    Survey(const std::vector<LookupFile>& files, const LookupIndex& index)
-        : files_(files), index_(index), current_(toUtf8(parsing::getCurrentLocale())) {
-        for (const std::u16string& language : possibleLanguages(files))
-            languages_.push_back(toUtf8(language));
+    Survey(const std::vector<CatalogFile>& files, const LookupIndex& index)
+        : files_(files), index_(index), current_(toUtf8(parsing::getCurrentLocale())),
+          languages_(languagesOf(index)) {
         if (std::find(languages_.begin(), languages_.end(), current_) == languages_.end())
             current_ = kEnglish;
-        for (const LookupFile& file : files)
-            fileNames_[file.resource].push_back(file.fileName());
+        for (const CatalogFile& file : files)
+            fileNames_[fromUtf8(file.resource)].push_back(fromUtf8(file.fileName()));
     }
 
     ProductSurvey run() {
@@ -162,16 +172,16 @@ private:
                 product.name = product.displayName;
             survey.products.push_back(std::move(product));
         }
-        for (const LookupFile& file : files_)
-            if (!helpFolders_.contains(file.resource))
-                survey.otherFiles.push_back(file.fileName());
+        for (const CatalogFile& file : files_)
+            if (!helpFolders_.contains(fromUtf8(file.resource)))
+                survey.otherFiles.push_back(fromUtf8(file.fileName()));
         return survey;
     }
 
-    const std::vector<LookupFile>& files_;
+    const std::vector<CatalogFile>& files_;
     const LookupIndex& index_;
     std::string current_; ///< the language whose names and counts are shown
-    std::vector<std::string> languages_{std::string(kEnglish)};
+    std::vector<std::string> languages_;
     std::map<std::u16string, std::vector<std::u16string>> fileNames_; ///< by resource
     std::set<std::u16string> helpFolders_;
     ProductTable table_;
@@ -180,7 +190,7 @@ private:
 } // namespace
 
 ProductSurvey surveyProducts() {
-    const std::vector<LookupFile> files = findLookupFiles();
+    const std::vector<CatalogFile> files = listCatalog(Catalog::Lookup).files;
     return Survey(files, readFiles(files)).run();
 }
 

@@ -9,13 +9,13 @@ namespace refdoc {
 /// A product or support package that is installed, documented or both.
 struct SurveyedProduct {
     std::u16string key;
-    std::u16string name;        ///< as the documentation has it, else as the installation has it
-    std::u16string displayName; ///< as the installation has it; empty when it has none
-    bool isSupportPackage;
-    bool isInstalled;
-    std::size_t records; ///< of its lookup document in the current language
-    std::vector<std::u16string> languages;
-    std::vector<std::u16string> files;
+    std::u16string name{};        ///< as the documentation has it, else as the installation has it
+    std::u16string displayName{}; ///< as the installation has it; empty when it has none
+    bool isSupportPackage = false;
+    bool isInstalled = false;
+    std::size_t records = 0; ///< of its lookup document in the current language
+    std::vector<std::u16string> languages{};
+    std::vector<std::u16string> files{};
 };
 
 struct ProductSurvey {

@@ -13,9 +13,8 @@
 #include <fmt/format.h>
 
 #include "environment/Services.hpp"
-#include "refdoc/check/CheckProducts.hpp"
-#include "refdoc/check/CheckReport.hpp"
-#include "refdoc/check/CheckRoot.hpp"
+#include "refdoc/check/RootCheck.hpp"
+#include "refdoc/check/report/Report.hpp"
 #include "refdoc/host/HostSetup.hpp"
 #include "refdoc/terminal/Output.hpp"
 #include "refdoc/terminal/Progress.hpp"
@@ -28,13 +27,13 @@ namespace refdoc {
 namespace {
 
 constexpr const char* kFooter =
-    R"(For documentation authors: tells what readers would miss without a word, and where. All languages
+    R"(For documentation authors: reports what readers would silently miss, and where. All languages
 are checked at once. Findings are
   error     something is lost: a file, an entry of a package, a document, an item
   warning   something is shown otherwise than meant
   note      something else stands among the resource files
-one to a line, as FILE[:LEAF]:LINE:COLUMN: LEVEL: MESSAGE (JSON POINTER), with lines and columns from 1
-on and columns in characters. Of one kind the first 20 in a file are told, and how many more there are;
+one per line, as FILE[:ENTRY]:LINE:COLUMN: LEVEL: MESSAGE (JSON POINTER), with lines and columns from 1
+on and columns in characters. Of one kind the first 20 in a file are printed, and how many more there are;
 --json prints them as one JSON object a line, --sarif as a SARIF 2.1.0 log, up to 10,000. Exit codes:
   0  no errors
   1  errors
@@ -43,7 +42,7 @@ on and columns in characters. Of one kind the first 20 in a file are told, and h
 Examples:
   refdoc check                          check the installed documentation
   refdoc check build/docroot            check a root of one's own
-  refdoc check --level error docroot    tell only what is lost)";
+  refdoc check --level error docroot    report only what is lost)";
 
 struct CheckArguments {
     std::optional<std::string> root;
@@ -59,19 +58,19 @@ Level levelNamed(const std::string& name) {
     return static_cast<Level>(known - kLevelNames.begin());
 }
 
-CheckReportOptions reportOptions(const CheckArguments& arguments, const GlobalOptions& options) {
+ReportOptions reportOptions(const CheckArguments& arguments, const GlobalOptions& options) {
     if (arguments.sarif && options.json)
         throw UsageError("--json and --sarif exclude each other");
-    CheckReportOptions report;
+    ReportOptions report;
     report.least = levelNamed(arguments.level);
-    report.format = arguments.sarif ? CheckFormat::Sarif
-                    : options.json  ? CheckFormat::JsonLines
-                                    : CheckFormat::Text;
+    report.format = arguments.sarif ? ReportFormat::Sarif
+                    : options.json  ? ReportFormat::JsonLines
+                                    : ReportFormat::Text;
     report.styled = standardOutputTerminal().styled;
     return report;
 }
 
-/// The root in force, which must hold one of the catalog folders at least.
+/// The current root, which must hold one of the catalog folders at least.
 std::string checkedRoot() {
     const auto roots = reference::docparser::DocResourceParser::getReferenceRoots();
     std::error_code ignored;
@@ -85,16 +84,17 @@ std::string checkedRoot() {
 }
 
 CheckResult checkWithProgress() {
-    const std::vector<Finding> products = checkProducts();
+    RootCheck check;
     Progress progress;
-    CheckResult result =
-        checkRoot([&progress](std::size_t done, std::size_t all) { progress.show(done, all); });
-    result.findings.insert(result.findings.end(), products.begin(), products.end());
-    return result;
+    while (check.stepsDone() < check.stepCount()) {
+        check.step();
+        progress.show(check.stepsDone(), check.stepCount());
+    }
+    return check.finish();
 }
 
 ExitCode check(const CheckArguments& arguments, GlobalOptions options) {
-    CheckReportOptions report = reportOptions(arguments, options);
+    ReportOptions report = reportOptions(arguments, options);
     if (arguments.root) {
         options.root = arguments.root;
         environment::setServices(hostServices(options));
@@ -103,7 +103,7 @@ ExitCode check(const CheckArguments& arguments, GlobalOptions options) {
     if (arguments.sarif)
         report.root = std::filesystem::absolute(report.root).lexically_normal().native();
     const CheckResult result = checkWithProgress();
-    writeOutput(checkReport(result, report));
+    writeOutput(reportOn(result, report));
     return result.hasErrors() ? ExitCode::NothingFound : ExitCode::Found;
 }
 
@@ -111,13 +111,14 @@ ExitCode check(const CheckArguments& arguments, GlobalOptions options) {
 
 Command addCheckCommand(CLI::App& application) {
     const auto arguments = std::make_shared<CheckArguments>();
-    CLI::App* declaration =
-        application.add_subcommand("check", "Tell what is wrong with the resource files of a root");
-    declaration->add_option("ROOT", arguments->root, "The data root to check (else --root)")
+    CLI::App* declaration = application.add_subcommand(
+        "check", "Report what is wrong with the resource files of a root");
+    declaration
+        ->add_option("ROOT", arguments->root, "The documentation root to check (else --root)")
         ->type_name("");
     declaration
         ->add_option("--level", arguments->level,
-                     "The least level to tell: error, warning or note (usual: note)")
+                     "The least level to report: error, warning or note (usual: note)")
         ->type_name("LEVEL")
         ->take_last();
     declaration->add_flag("--sarif", arguments->sarif, "Print a SARIF 2.1.0 log instead of text");

@@ -10,7 +10,7 @@
 
 #include "environment/ReferenceProperty.hpp"
 #include "refdoc/catalog/LookupSearch.hpp"
-#include "refdoc/check/CheckFinding.hpp"
+#include "refdoc/check/findings/Finding.hpp"
 #include "refdoc/host/HostSetup.hpp"
 #include "refdoc/pages/ResourceEntries.hpp"
 #include "refdoc/text/Text.hpp"

@@ -22,9 +22,9 @@ namespace json = boost::json;
 class TreeHandler : public BlindHandler {
 public:
     /// All but the stack itself lies in `memory`.
-    TreeHandler(const std::function<bool(std::string_view)>& isKnown, std::size_t mostValues,
+    TreeHandler(const Format::Names& knownNames, std::size_t mostValues,
                 json::monotonic_resource* memory)
-        : isKnown_(isKnown), room_(mostValues) {
+        : knownNames_(knownNames), room_(mostValues) {
         stack_.reset(memory);
     }
 
@@ -88,7 +88,7 @@ private:
     void takeName(Text end) {
         name_.append(end.data(), end.size());
         Container& object = open_.back();
-        next_ = isKnown_(name_)             ? Next::Keep
+        next_ = knownNames_.contains(name_) ? Next::Keep
                 : hasRoomForUnknown(object) ? Next::Replace
                                             : Next::Drop;
         if (next_ == Next::Drop) {
@@ -154,7 +154,7 @@ private:
         return true;
     }
 
-    const std::function<bool(std::string_view)>& isKnown_;
+    const Format::Names& knownNames_;
     std::size_t room_;
     json::value_stack stack_;
     std::vector<Container> open_;
@@ -174,11 +174,10 @@ std::size_t mostValues(std::size_t textSize) {
     return always + textSize / bytesForOne;
 }
 
-BoundedTree parseBounded(std::string_view text,
-                         const std::function<bool(std::string_view name)>& isKnown) {
+BoundedTree parseBounded(std::string_view text, const Format::Names& knownNames) {
     auto memory = std::make_unique<json::monotonic_resource>();
-    json::basic_parser<TreeHandler> parser{json::parse_options(), isKnown, mostValues(text.size()),
-                                           memory.get()};
+    json::basic_parser<TreeHandler> parser{json::parse_options(), knownNames,
+                                           mostValues(text.size()), memory.get()};
     BoundedTree result;
     const std::size_t parsed = parser.write_some(false, text.data(), text.size(), result.failure);
     if (!result.failure && parsed < text.size())

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -9,6 +8,8 @@
 #include <boost/json/error.hpp>
 #include <boost/json/monotonic_resource.hpp>
 #include <boost/json/value.hpp>
+
+#include "refdoc/format/Format.hpp"
 
 namespace refdoc {
 
@@ -39,7 +40,6 @@ struct BoundedTree {
 std::size_t mostValues(std::size_t textSize);
 
 /// @throws std::bad_alloc
-BoundedTree parseBounded(std::string_view text,
-                         const std::function<bool(std::string_view name)>& isKnown);
+BoundedTree parseBounded(std::string_view text, const Format::Names& knownNames);
 
 } // namespace refdoc

@@ -50,7 +50,7 @@ public:
         }
     }
 
-    JsonPlaces takePlaces() { return std::move(places_); }
+    RepeatedMembers takeRepeated() { return std::move(repeated_); }
 
 private:
     char here() const { return at_ < text_.size() ? text_[at_] : '\0'; }
@@ -112,13 +112,13 @@ private:
 
     void addRepeated(std::size_t offset) {
         constexpr std::size_t mostBytes = std::size_t{4} << 20;
-        if (++places_.repeatedCount > mostRepeated_ || repeatedBytes_ > mostBytes)
+        if (++repeated_.count > mostRepeated_ || repeatedBytes_ > mostBytes)
             return;
         std::string pointer;
         for (const std::string& step : path_)
             pointer += pointerStep(step);
         repeatedBytes_ += pointer.size();
-        places_.repeated.push_back({std::move(pointer), offset});
+        repeated_.first.push_back({std::move(pointer), offset});
     }
 
     std::string_view text_;
@@ -126,13 +126,13 @@ private:
     std::size_t repeatedBytes_ = 0; // of the pointers that are kept
     std::size_t at_ = 0;
     std::vector<std::string> path_;
-    JsonPlaces places_;
+    RepeatedMembers repeated_;
 };
 
 } // namespace
 
-JsonPlaces findInJson(std::string_view text, const std::vector<std::string>& pointers,
-                      std::size_t mostRepeated) {
+std::vector<std::size_t> findInJson(std::string_view text,
+                                    const std::vector<std::string>& pointers) {
     WantedValue root;
     std::vector<const WantedValue*> wanted;
     for (const std::string& pointer : pointers) {
@@ -141,12 +141,17 @@ JsonPlaces findInJson(std::string_view text, const std::vector<std::string>& poi
             value = &value->members[std::move(step)];
         wanted.push_back(value);
     }
-    JsonScanner scanner(text, mostRepeated);
-    scanner.scanValue(&root);
-    JsonPlaces places = scanner.takePlaces();
+    JsonScanner(text, 0).scanValue(&root);
+    std::vector<std::size_t> offsets;
     for (const WantedValue* value : wanted)
-        places.offsets.push_back(value->offset);
-    return places;
+        offsets.push_back(value->offset);
+    return offsets;
+}
+
+RepeatedMembers repeatedMembersIn(std::string_view text, std::size_t most) {
+    JsonScanner scanner(text, most);
+    scanner.scanValue(nullptr);
+    return scanner.takeRepeated();
 }
 
 std::vector<TextPosition> positionsOf(std::string_view text,

@@ -19,19 +19,20 @@ struct RepeatedMember {
     std::size_t offset;
 };
 
-struct JsonPlaces {
-    /// The byte at which the value of each pointer begins, in their order.
-    std::vector<std::size_t> offsets;
-    /// The first of them, at most as many as are asked for, and not too many long ones.
-    std::vector<RepeatedMember> repeated;
-    std::size_t repeatedCount = 0;
+struct RepeatedMembers {
+    std::vector<RepeatedMember> first; ///< in their order
+    std::size_t count = 0;             ///< of all
 };
 
-/// Goes once through a sound JSON text, which must not be nested deeper than 32, and finds the
-/// values that JSON pointers name: of members of one name the last. A pointer that names nothing
-/// gets the offset 0.
-JsonPlaces findInJson(std::string_view text, const std::vector<std::string>& pointers,
-                      std::size_t mostRepeated);
+/// Goes once through a sound JSON text, which must not be nested deeper than 32, and finds where
+/// the values begin that JSON pointers name, in bytes and the order of the pointers: of members of
+/// one name the last. A pointer that names nothing gets the offset 0.
+std::vector<std::size_t> findInJson(std::string_view text,
+                                    const std::vector<std::string>& pointers);
+
+/// Goes once through a text of this kind, and finds repeated members: keeps so many of them at
+/// most, and 4 MiB of their pointers.
+RepeatedMembers repeatedMembersIn(std::string_view text, std::size_t most);
 
 /// The lines and columns of byte offsets, in their order; one pass over the text.
 std::vector<TextPosition> positionsOf(std::string_view text,

@@ -1,0 +1,211 @@
+#include "refdoc/check/rules/FileNames.hpp"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+
+#include <fmt/format.h>
+#include <unicode/uloc.h>
+
+#include "refdoc/text/Text.hpp"
+#include "reference/docparser/ParsingTools.hpp"
+
+namespace refdoc {
+
+namespace {
+
+namespace parsing = reference::docparser::DocResourceParser::ParsingTools;
+
+/// Codes are compared whatever their letter case and whichever of "-" and "_" is in them.
+std::string normalizedCode(std::string_view code) {
+    std::string normalized = toUtf8(foldCase(fromUtf8(code)));
+    std::replace(normalized.begin(), normalized.end(), '-', '_');
+    return normalized;
+}
+
+bool consistsOfLetters(std::string_view text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char byte) { return (byte >= 'a' && byte <= 'z'); });
+}
+
+/// "xx", "xxx" or either with a region, "xx_xx".
+bool looksLikeCode(std::string_view code) {
+    const std::size_t end = std::min(code.find('_'), code.size());
+    const std::string_view region = code.substr(std::min(end + 1, code.size()));
+    return (end == 2 || end == 3) && consistsOfLetters(code.substr(0, end)) &&
+           (end == code.size() || (region.size() == 2 && consistsOfLetters(region)));
+}
+
+/// Whether there is such a language, or a country, which is often taken for its language.
+bool isLanguageOrCountry(const std::string& code) {
+    const std::string language = code.substr(0, code.find('_'));
+    return *uloc_getISO3Language(language.c_str()) != '\0' ||
+           *uloc_getISO3Country(("und_" + language).c_str()) != '\0';
+}
+
+struct MeantLanguage {
+    std::string message;
+    Level level;
+};
+
+/// What the end of a stem seems to be meant as: a sign, usually an underscore, and a code.
+std::optional<MeantLanguage> meantWith(const std::string& end, bool hasResource) {
+    const std::string suffix = end.substr(1);
+    const std::string code = normalizedCode(suffix);
+    for (const std::u16string& supported : parsing::getSupportedDocLocales())
+        if (normalizedCode(toUtf8(supported.substr(1))) == code)
+            return MeantLanguage{fmt::format("{} is not the suffix {}", end, toUtf8(supported)),
+                                 Level::Warning};
+    if (!end.starts_with('_') || !looksLikeCode(code) ||
+        !(isLanguageOrCountry(code) || (hasResource && code.size() == 2)))
+        return std::nullopt;
+    const Level level = hasResource ? Level::Warning : Level::Note;
+    if (code == kEnglish)
+        return MeantLanguage{"names of English files have no language", level};
+    return MeantLanguage{suffix + " is no supported language", level};
+}
+
+/// What a stem that is English by the rules seems to be meant as, given the other stems in its
+/// place.
+void checkMeantLanguage(const std::string& stem, const std::set<std::string>& stems,
+                        Violations& violations) {
+    constexpr std::size_t mostBytes = 12; // of a code
+    constexpr std::string_view signs = "_-.";
+    const std::size_t first = std::max<std::size_t>(stem.size(), mostBytes + 1) - mostBytes;
+    for (std::size_t at = stem.find_first_of(signs, first); at != stem.npos;
+         at = stem.find_first_of(signs, at + 1)) {
+        const bool hasResource = stems.contains(stem.substr(0, at));
+        if (stem[at] != '_' && !hasResource)
+            continue;
+        if (const auto meant = meantWith(stem.substr(at), hasResource))
+            return violations.add({.fault = Fault::UnknownLanguage,
+                                   .message = fmt::format("{}: read as English, of a resource {}",
+                                                          meant->message, inQuotes(stem)),
+                                   .level = meant->level});
+    }
+}
+
+constexpr const char* kWrongCase = "the extension is not in lower-case letters";
+constexpr const char* kNoResource = "no resource file: passed over";
+
+/// Of a package with one entry, the package's name says the language.
+void checkOnlyEntry(const CatalogFile& file, const CatalogText& text, Violations& violations) {
+    if (text.state == CatalogText::State::OtherLanguage)
+        violations.add(
+            {.fault = Fault::UnreadName,
+             .message = fmt::format("the only entry of a package for {0} must end with _{0} itself",
+                                    file.language),
+             .loss = Loss::Entry});
+    else if (file.language == kEnglish && text.ownLanguage != kEnglish)
+        violations.add(
+            {.fault = Fault::UnknownLanguage,
+             .message = fmt::format("the package's only entry: read as English, not as {}, since "
+                                    "the package's name has no language",
+                                    text.ownLanguage)});
+}
+
+/// Of any other package the entries do, as far as the package itself is read.
+void checkOneOfSeveral(const CatalogFile& file, const CatalogText& text,
+                       const std::set<std::string>& stems, Violations& violations) {
+    if (text.language == kEnglish)
+        checkMeantLanguage(text.stem, stems, violations);
+    if (text.state == CatalogText::State::OtherLanguage)
+        violations.add({.fault = Fault::UnreadName,
+                        .message = fmt::format("is for {}, and the package is only read for {}",
+                                               text.language, file.language),
+                        .loss = Loss::Entry});
+    else if (text.language != text.readers)
+        violations.add(
+            {.fault = Fault::UnknownLanguage,
+             .message = fmt::format("read as English, and only by readers of {}: of a package "
+                                    "with several entries the entries' names say the language",
+                                    file.language)});
+}
+
+void checkLanguage(const CatalogFile& file, const CatalogText& text,
+                   const std::set<std::string>& stems, Violations& violations) {
+    if (text.entry.empty())
+        return;
+    if (text.isOnlyEntry)
+        checkOnlyEntry(file, text, violations);
+    else
+        checkOneOfSeveral(file, text, stems, violations);
+}
+
+Violation unreadable(const CatalogFile& file, const CatalogText& text) {
+    const bool isEntry = !text.entry.empty();
+    const char* const what = isEntry ? "entry" : file.isPackage ? "package" : "file";
+    return {.fault = Fault::Unreadable,
+            .message = fmt::format("the {} cannot be read: {}", what, text.cause),
+            .loss = isEntry ? Loss::Entry : Loss::File};
+}
+
+std::string metadataMessage(const CatalogText& text) {
+    return std::string("metadata of macOS, no documentation") +
+           (text.entry.empty() ? "" : ": it counts as an entry of the package all the same");
+}
+
+} // namespace
+
+void checkFileName(const CatalogFile& file, const std::set<std::string>& stems,
+                   Violations& violations) {
+    if (file.language == kEnglish && !file.stem.starts_with("._"))
+        checkMeantLanguage(file.stem, stems, violations);
+}
+
+void checkOtherEntry(const OtherEntry& entry, Violations& violations) {
+    using Kind = OtherEntry::Kind;
+    const auto lost = [&](Fault fault, std::string message, Loss loss = Loss::File) {
+        violations.add({.fault = fault, .message = std::move(message), .loss = loss});
+    };
+    switch (entry.kind) {
+    case Kind::BrokenLink:
+        return lost(Fault::Unreadable, "the file cannot be read: a link that leads nowhere");
+    case Kind::Unreachable:
+        return lost(Fault::Unreadable, fmt::format("the file cannot be read: {}", entry.cause));
+    case Kind::FolderOfResources:
+        return lost(
+            Fault::UnreadName,
+            fmt::format("folders are not looked into, and this one holds {} resource file{}",
+                        entry.resourceCount, entry.resourceCount == 1 ? "" : "s"),
+            Loss::Folder);
+    case Kind::NotUtf8:
+        return lost(Fault::UnreadName, "the name is not UTF-8");
+    case Kind::PackagedReference:
+        return lost(Fault::UnreadName, "full reference files are not read from packages");
+    case Kind::LetterCase:
+        return lost(Fault::UnreadName, kWrongCase);
+    case Kind::Folder:
+        return lost(Fault::OtherFile, "a folder: passed over", Loss::Nothing);
+    case Kind::NotAFile:
+        return lost(Fault::OtherFile, "no file: passed over", Loss::Nothing);
+    case Kind::OtherFile:
+        return lost(Fault::OtherFile, kNoResource, Loss::Nothing);
+    }
+}
+
+void checkAccess(const CatalogFile& file, const CatalogText& text,
+                 const std::set<std::string>& stems, Violations& violations) {
+    using State = CatalogText::State;
+    switch (text.state) {
+    case State::Read:
+    case State::OtherLanguage:
+        return checkLanguage(file, text, stems, violations);
+    case State::Unreadable:
+        checkLanguage(file, text, stems, violations);
+        return violations.add(unreadable(file, text));
+    case State::NoEntries:
+        return violations.add({.fault = Fault::OtherFile,
+                               .message = "the package holds no entries",
+                               .level = Level::Warning});
+    case State::MacMetadata:
+        return violations.add({.fault = Fault::OtherFile, .message = metadataMessage(text)});
+    case State::LetterCase:
+        return violations.add(
+            {.fault = Fault::UnreadName, .message = kWrongCase, .loss = Loss::Entry});
+    case State::OtherFile:
+        return violations.add({.fault = Fault::OtherFile, .message = kNoResource});
+    }
+}
+
+} // namespace refdoc
