@@ -23,6 +23,7 @@ using Kind = Deviation::Kind;
 constexpr std::size_t kMostMembers = 100;
 /// Looking for near names takes its time, and hostile files have unknown ones without end.
 constexpr std::size_t kMostUnknownNames = 1000;
+constexpr std::size_t kMostMissingNames = 10000;
 /// A member that is shorter may have one wrong letter only: authors have members of their own.
 constexpr std::size_t kShortName = 8;
 
@@ -129,7 +130,8 @@ void FormatWalk::visitMissing(const json::value& value, const ValueFormat& forma
                               .value = &value,
                               .format = &format,
                               .name = name,
-                              .other = insteadOf(name, *object)});
+                              .other = missing_++ < kMostMissingNames ? insteadOf(name, *object)
+                                                                      : std::string()});
 }
 
 void FormatWalk::visitMember(const ValueFormat& format, const json::object& object,

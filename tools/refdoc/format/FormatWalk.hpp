@@ -44,8 +44,8 @@ struct Deviation {
 /// Goes down a document beside its format, and gives what deviates from it in the order of the
 /// document. An author's own members are no deviation, unless they seem to be meant as others.
 ///
-/// It takes time linear in the document, but for near names, which are looked for a thousand times
-/// at most; and memory for the place that it has come to.
+/// It takes time linear in the document, but for near names, which are looked for a few thousand
+/// times at most; and memory for the place that it has come to.
 class FormatWalk {
 public:
     /// Both must outlive the walk.
@@ -81,6 +81,7 @@ private:
     bool documentsApp_ = false;   ///< whether the item does that the walk is in
     /// The near names of unknown ones, which are often the same.
     std::map<std::pair<const ValueFormat*, std::string>, std::vector<std::u16string>> near_;
+    std::size_t missing_ = 0; ///< members so far
 };
 
 } // namespace refdoc

@@ -41,6 +41,11 @@ void Violations::add(Violation violation) {
     violations_.push_back(std::move(violation));
 }
 
+bool Violations::hasRoomFor(Fault fault) const {
+    const auto count = counts_.find({fault, ruleOf(fault).level});
+    return count == counts_.end() || (count->second.kept < kMostOfOneKind && bytes_ < kMostBytes);
+}
+
 void Violations::addFurther(Fault fault, std::size_t count) {
     counts_[{fault, ruleOf(fault).level}].further += count;
 }

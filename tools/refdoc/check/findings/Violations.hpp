@@ -49,6 +49,9 @@ public:
     Loss wholeText() const { return entry_.empty() ? Loss::File : Loss::Entry; }
 
     void add(Violation violation);
+    /// Whether another one of this kind would be kept, if there is room for its texts. Saves making
+    /// these in vain.
+    bool hasRoomFor(Fault fault) const;
     /// Counts violations that nobody could keep.
     void addFurther(Fault fault, std::size_t count);
     /// Adds those of another list about the same text.

@@ -127,11 +127,14 @@ void addDeviations(const json::value& resource, const Format& format, Violations
     while (std::optional<Deviation> deviation = walk.next()) {
         const Fault fault = faultOf(deviation->kind);
         const bool isHint = fault == Fault::GarbledText || fault == Fault::UnreadMember;
-        (isHint ? hints : violations)
-            .add({.fault = fault,
-                  .message = messageOf(*deviation),
-                  .pointer = std::move(deviation->pointer),
-                  .loss = deviation->losesText() ? violations.wholeText() : Loss::Nothing});
+        Violations& list = isHint ? hints : violations;
+        if (list.hasRoomFor(fault))
+            list.add({.fault = fault,
+                      .message = messageOf(*deviation),
+                      .pointer = std::move(deviation->pointer),
+                      .loss = deviation->losesText() ? violations.wholeText() : Loss::Nothing});
+        else
+            list.addFurther(fault, 1);
     }
     if (!violations.losesText()) // else nobody gets what they are about
         violations.add(std::move(hints));
