@@ -78,18 +78,27 @@ std::vector<Finding> Violations::findings(const TextAndTree& text) const {
     auto next = positions.begin();
     std::vector<Finding> findings;
     for (const Violation& violation : violations_) {
-        const std::string pointer = violation.pointer.value_or("");
-        const bool isInText = violation.pointer || violation.offset;
-        findings.push_back({.fault = violation.fault,
-                            .level = violation.level,
-                            .loss = violation.loss,
-                            .file = file_,
-                            .entry = entry_,
-                            .pointer = pointer,
-                            .item = text.tree == nullptr ? "" : itemName(*text.tree, pointer),
-                            .message = violation.message,
-                            .position = isInText ? *next++ : TextPosition()});
+        findings.push_back(findingOf(violation, text.tree));
+        if (violation.pointer || violation.offset)
+            findings.back().position = *next++;
     }
+    addFurtherTo(findings);
+    return findings;
+}
+
+Finding Violations::findingOf(const Violation& violation, const json::value* tree) const {
+    const std::string pointer = violation.pointer.value_or("");
+    return {.fault = violation.fault,
+            .level = violation.level,
+            .loss = violation.loss,
+            .file = file_,
+            .entry = entry_,
+            .pointer = pointer,
+            .item = tree == nullptr ? std::string() : itemName(*tree, pointer),
+            .message = violation.message};
+}
+
+void Violations::addFurtherTo(std::vector<Finding>& findings) const {
     for (const auto& [kind, count] : counts_) {
         if (count.further == 0)
             continue;
@@ -97,7 +106,6 @@ std::vector<Finding> Violations::findings(const TextAndTree& text) const {
         findings.back().file = file_;
         findings.back().entry = entry_;
     }
-    return findings;
 }
 
 } // namespace refdoc

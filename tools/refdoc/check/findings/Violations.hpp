@@ -75,6 +75,8 @@ private:
     };
 
     std::vector<std::size_t> offsetsIn(std::string_view text) const;
+    Finding findingOf(const Violation& violation, const boost::json::value* tree) const;
+    void addFurtherTo(std::vector<Finding>& findings) const;
 
     std::string file_;
     std::string entry_;

@@ -47,6 +47,12 @@ private:
     NumberSet& hrefs_;
 };
 
+/// For the readers that the lookup's text is for.
+void setLosses(LookupFate& fate, const IndexedLookup& lookup, const Delivered& delivered) {
+    fate.isLinkLost = !delivered.hasHref(lookup);
+    fate.isLost = fate.isLinkLost || !delivered.has(lookup);
+}
+
 } // namespace
 
 LookupFates::LookupFates(const LookupIndex& index) {
@@ -68,27 +74,28 @@ void LookupFates::addGroup(const LookupIndex& index, LookupIndex::Group group, N
     std::vector<LookupFate> fates;
     fates.reserve(group.size());
     for (const IndexedLookup& lookup : group)
-        fates.push_back({lookup.text, lookup.key, lookup.item});
+        fates.push_back({.text = lookup.text, .key = lookup.key, .item = lookup.item});
     std::set<std::string> languages = index.ownReaders(group);
     languages.emplace(kEnglish);
     for (const std::string& readers : languages) {
         const Delivered delivered(index, group, readers, hrefs);
-        const auto number =
-            std::find(languages_.begin(), languages_.end(), readers) - languages_.begin();
+        const std::uint64_t bit = bitOf(readers);
         for (std::size_t i = 0; i < group.size(); ++i) {
             const std::string& own = index.readersOf(group[i].text);
-            const bool isLinkLost = !delivered.hasHref(group[i]);
-            if (own == readers) {
-                fates[i].isLinkLost = isLinkLost;
-                fates[i].isLost = isLinkLost || !delivered.has(group[i]);
-            } else if (own == kEnglish && isLinkLost &&
-                       number < languages_.end() - languages_.begin()) {
-                fates[i].linkLostFor |= std::uint64_t{1} << number;
-            }
+            if (own == readers)
+                setLosses(fates[i], group[i], delivered);
+            else if (own == kEnglish && !delivered.hasHref(group[i]))
+                fates[i].linkLostFor |= bit;
         }
     }
     std::copy_if(fates.begin(), fates.end(), std::back_inserter(fates_),
                  [](const LookupFate& fate) { return fate.isLost || fate.linkLostFor != 0; });
+}
+
+/// None for English, and for languages beyond the most.
+std::uint64_t LookupFates::bitOf(const std::string& readers) const {
+    const auto found = std::find(languages_.begin(), languages_.end(), readers);
+    return found == languages_.end() ? 0 : std::uint64_t{1} << (found - languages_.begin());
 }
 
 std::vector<std::string> LookupFates::readersWithoutLink(const LookupFate& fate) const {

@@ -34,6 +34,7 @@ public:
 
 private:
     void addGroup(const LookupIndex& index, LookupIndex::Group group, NumberSet& hrefs);
+    std::uint64_t bitOf(const std::string& readers) const;
 
     /// Those other than English that texts are for, in their order; of more than 64 the first.
     std::vector<std::string> languages_;

@@ -1,6 +1,7 @@
 #include "refdoc/check/rules/FileNames.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <optional>
 
@@ -140,6 +141,34 @@ Violation unreadable(const CatalogFile& file, const CatalogText& text) {
             .loss = isEntry ? Loss::Entry : Loss::File};
 }
 
+/// What is said of something in a catalog folder that is not read.
+struct OtherEntryRule {
+    OtherEntry::Kind kind;
+    Fault fault;
+    Loss loss;
+    std::string_view message; ///< given the cause, a count and the ending of its plural
+};
+
+const OtherEntryRule& ruleFor(OtherEntry::Kind kind) {
+    using Kind = OtherEntry::Kind;
+    static constexpr std::array<OtherEntryRule, 9> rules{{
+        {Kind::BrokenLink, Fault::Unreadable, Loss::File,
+         "the file cannot be read: a link that leads nowhere"},
+        {Kind::Unreachable, Fault::Unreadable, Loss::File, "the file cannot be read: {0}"},
+        {Kind::Folder, Fault::OtherFile, Loss::Nothing, "a folder: passed over"},
+        {Kind::FolderOfResources, Fault::UnreadName, Loss::Folder,
+         "folders are not looked into, and this one holds {1} resource file{2}"},
+        {Kind::NotAFile, Fault::OtherFile, Loss::Nothing, "no file: passed over"},
+        {Kind::NotUtf8, Fault::UnreadName, Loss::File, "the name is not UTF-8"},
+        {Kind::PackagedReference, Fault::UnreadName, Loss::File,
+         "full reference files are not read from packages"},
+        {Kind::LetterCase, Fault::UnreadName, Loss::File, kWrongCase},
+        {Kind::OtherFile, Fault::OtherFile, Loss::Nothing, kNoResource},
+    }};
+    return *std::find_if(rules.begin(), rules.end(),
+                         [kind](const OtherEntryRule& rule) { return rule.kind == kind; });
+}
+
 std::string metadataMessage(const CatalogText& text) {
     return std::string("metadata of macOS, no documentation") +
            (text.entry.empty() ? "" : ": it counts as an entry of the package all the same");
@@ -154,34 +183,12 @@ void checkFileName(const CatalogFile& file, const std::set<std::string>& stems,
 }
 
 void checkOtherEntry(const OtherEntry& entry, Violations& violations) {
-    using Kind = OtherEntry::Kind;
-    const auto lost = [&](Fault fault, std::string message, Loss loss = Loss::File) {
-        violations.add({.fault = fault, .message = std::move(message), .loss = loss});
-    };
-    switch (entry.kind) {
-    case Kind::BrokenLink:
-        return lost(Fault::Unreadable, "the file cannot be read: a link that leads nowhere");
-    case Kind::Unreachable:
-        return lost(Fault::Unreadable, fmt::format("the file cannot be read: {}", entry.cause));
-    case Kind::FolderOfResources:
-        return lost(
-            Fault::UnreadName,
-            fmt::format("folders are not looked into, and this one holds {} resource file{}",
-                        entry.resourceCount, entry.resourceCount == 1 ? "" : "s"),
-            Loss::Folder);
-    case Kind::NotUtf8:
-        return lost(Fault::UnreadName, "the name is not UTF-8");
-    case Kind::PackagedReference:
-        return lost(Fault::UnreadName, "full reference files are not read from packages");
-    case Kind::LetterCase:
-        return lost(Fault::UnreadName, kWrongCase);
-    case Kind::Folder:
-        return lost(Fault::OtherFile, "a folder: passed over", Loss::Nothing);
-    case Kind::NotAFile:
-        return lost(Fault::OtherFile, "no file: passed over", Loss::Nothing);
-    case Kind::OtherFile:
-        return lost(Fault::OtherFile, kNoResource, Loss::Nothing);
-    }
+    const OtherEntryRule& rule = ruleFor(entry.kind);
+    violations.add(
+        {.fault = rule.fault,
+         .message = fmt::format(fmt::runtime(rule.message), entry.cause, entry.resourceCount,
+                                entry.resourceCount == 1 ? "" : "s"),
+         .loss = rule.loss});
 }
 
 void checkAccess(const CatalogFile& file, const CatalogText& text,
