@@ -35,13 +35,13 @@ TEST_F(RefdocCheck, TellsWhatNamesCost) {
         {"referenceapi/alpha.zip", "",
          ": error: full reference files are not read from packages; the whole file is lost"},
         {"referenceapi/alpha_xx.json", withItems(kPage),
-         ": warning: xx is no supported language: read as English, of a resource \"alpha_xx\""},
+         ": warning: xx is not a supported language: read as English, of a resource \"alpha_xx\""},
         {"referenceapi/get_it.json", withItems(kPage),
          ":1:1: warning: there is no English file get.json: readers of other languages get "
          "nothing"},
         {"referenceapi/zz_xx.json", withItems(kPage), ""},
         {"referenceapi/zz_jp.json", withItems(kPage),
-         ": note: jp is no supported language: read as English, of a resource \"zz_jp\""},
+         ": note: jp is not a supported language: read as English, of a resource \"zz_jp\""},
         {"referenceapi/alpha_lib.json", withItems(kPage), ""},
         {"referenceapi/alpha_en.json", withItems(kPage),
          ": warning: names of English files have no language: read as English, of a resource "
@@ -111,7 +111,7 @@ TEST_F(RefdocCheck, TellsWhatPackagesLose) {
          "whole entry is lost"},
         {"alpha.zip", two("alpha.json", "alpha_ja.json"), ""},
         {"alpha.zip", two("alpha.json", "alpha_xx.json"),
-         ":alpha_xx.json: warning: xx is no supported language: read as English, of a resource "
+         ":alpha_xx.json: warning: xx is not a supported language: read as English, of a resource "
          "\"alpha_xx\""},
         {"alpha_ja.zip", two("alpha_ja.json", "alpha_de.json"),
          ":alpha_de.json: error: is for de, and the package is only read for ja; the whole entry "

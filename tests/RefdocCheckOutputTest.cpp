@@ -91,9 +91,9 @@ TEST_F(RefdocCheck, RefusesWhatItCannotCheck) {
         Words words;
         std::string complaint;
     } cases[] = {
-        {{"check", "/does/not/exist"}, "no folder"},
+        {{"check", "/does/not/exist"}, "is not a folder"},
         {{"check", root + "docCatalog"}, "holds no resource files"},
-        {{"check", "--level", "fatal"}, "fatal is no level"},
+        {{"check", "--level", "fatal"}, "fatal is not a level"},
         {{"check", "--json", "--sarif"}, "exclude each other"},
         {{"check", root, "x"}, "x"},
     };

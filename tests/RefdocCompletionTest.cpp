@@ -80,7 +80,7 @@ TEST_F(RefdocCompletion, KnowsWhatFits) {
         {"refdoc --root ROOT lookup --all -- -", "--root\\=/|"},
         {"refdoc --root ROOT lookup e", ""}, // a name with a control character is never offered
         {"refdoc --root ROOT lookup zoom z", ""},
-        {"refdoc --root ROOT show ", "alpha|zeta|beta|"},
+        {"refdoc --root ROOT show ", "alpha|beta|broken|zeta|"},
         {"refdoc --root ROOT show z", "zeta|zoom|zoomAll|"},
         {"refdoc --root ROOT show alpha z", "zoom|zoomAll|"},
         {"refdoc --root ROOT show beta r", "rotate|"},

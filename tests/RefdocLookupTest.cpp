@@ -133,7 +133,7 @@ TEST_F(RefdocLookup, SaysWhyNothingIsFound) {
         {{"lookup", "x", "--product", "alhpa"}, 1, "no product has that key"},
         {{"lookup", "x", "--product", "alhpa"}, 1, "similar names: alpha"},
         {{"lookup", "*ZOOM"}, 1, "letter case counted"},
-        {{"lookup", "x", "--type", "thing"}, 2, "these are: unknown, function, method"},
+        {{"lookup", "x", "--type", "thing"}, 2, "the types are unknown, function, method"},
         {{"lookup", "x", "--limit", "0"}, 2, "0 is not a number, 1 or more"},
         {{"lookup", "x", "--limit", "-1"}, 2, "-1 is not a number, 1 or more"},
         {{"lookup", "x", "--limit", "many"}, 2, "many is not a number"},
@@ -159,13 +159,13 @@ TEST_F(RefdocLookup, SaysWhyNothingIsFound) {
         {{"show", "alpha", "--", "--json"}, 1, "nothing named \"--json\""},
         {{"show"}, 2, "RESOURCE is required"},
         {{}, 2, "subcommand is required"},
-        {{"frob"}, 2, "frob is no command"},
-        {{"--frob"}, 2, "--frob is no option"},
+        {{"frob"}, 2, "frob is not a command"},
+        {{"--frob"}, 2, "--frob is not an option"},
         {{"show", "alpha", "zoom", "more"}, 2, "more"},
         {{"show", "alpha", "--frob"}, 2, "--frob"},
-        {{"show", "alpha", "--language", "xx"}, 2, "these are: en, "},
-        {{"show", "alpha", "--root", "/does/not/exist"}, 2, "/does/not/exist is no folder"},
-        {{"show", "alpha", "--root", REFDOC_PROGRAM}, 2, "is no folder"},
+        {{"show", "alpha", "--language", "xx"}, 2, "the languages are en, "},
+        {{"show", "alpha", "--root", "/does/not/exist"}, 2, "/does/not/exist is not a folder"},
+        {{"show", "alpha", "--root", REFDOC_PROGRAM}, 2, "is not a folder"},
     };
     for (const auto& [arguments, exitCode, complaint] : cases) {
         const ProcessResult result = refdoc(arguments);

@@ -53,7 +53,7 @@ TEST_F(RefdocShowByName, PrefersTheResourceToTheName) {
     EXPECT_THAT(refdoc({"show", "alpha", "Unzoom"}).output, HasSubstr("enlarge a view"));
 }
 
-TEST_F(RefdocShowByName, TellsTheCommandsToChooseFrom) {
+TEST_F(RefdocShowByName, PrintsTheCommandsToChooseFrom) {
     const std::string root = refdoc::shellQuoted(root_.nativePathOf("").string());
     for (const Words& options : {Words{}, Words{"--json"}}) {
         Words arguments{"show", "zoom"};

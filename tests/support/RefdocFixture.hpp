@@ -12,7 +12,7 @@
 
 namespace testsupport {
 
-/// Runs the built command-line client on a small documentation data root.
+/// Runs the built command-line client on a small documentation root.
 class Refdoc : public testing::Test {
 protected:
     using Words = std::vector<std::string>;

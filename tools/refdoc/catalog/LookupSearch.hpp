@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "environment/ReferenceProperty.hpp"
-#include "refdoc/terminal/Output.hpp"
 #include "refdoc/text/NamePattern.hpp"
+#include "refdoc/text/Text.hpp"
 #include "reference/docparser/DocResource.hpp"
 
 namespace refdoc {

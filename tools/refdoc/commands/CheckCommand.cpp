@@ -12,7 +12,6 @@
 #include <CLI/App.hpp>
 #include <fmt/format.h>
 
-#include "environment/Services.hpp"
 #include "refdoc/check/RootCheck.hpp"
 #include "refdoc/check/report/Report.hpp"
 #include "refdoc/host/HostSetup.hpp"
@@ -53,7 +52,7 @@ struct CheckArguments {
 Level levelNamed(const std::string& name) {
     const auto known = std::find(kLevelNames.begin(), kLevelNames.end(), name);
     if (known == kLevelNames.end())
-        throw UsageError(fmt::format("--level: {} is no level; these are: {}", name,
+        throw UsageError(fmt::format("--level: {} is not a level; the levels are {}", name,
                                      fmt::join(kLevelNames.rbegin(), kLevelNames.rend(), ", ")));
     return static_cast<Level>(known - kLevelNames.begin());
 }
@@ -95,10 +94,9 @@ CheckResult checkWithProgress() {
 
 ExitCode check(const CheckArguments& arguments, GlobalOptions options) {
     ReportOptions report = reportOptions(arguments, options);
-    if (arguments.root) {
+    if (arguments.root)
         options.root = arguments.root;
-        environment::setServices(hostServices(options));
-    }
+    setUpHost(options);
     report.root = checkedRoot();
     if (arguments.sarif)
         report.root = std::filesystem::absolute(report.root).lexically_normal().native();

@@ -19,7 +19,6 @@
 #include "refdoc/commands/LookupCommand.hpp"
 #include "refdoc/commands/ProductsCommand.hpp"
 #include "refdoc/commands/ShowCommand.hpp"
-#include "refdoc/host/HostSetup.hpp"
 #include "refdoc/host/Options.hpp"
 #include "refdoc/terminal/Output.hpp"
 
@@ -40,13 +39,13 @@ Examples:
   refdoc --language ja show libc printf   the same in Japanese
   refdoc show libc printf --json          the same for programs
   refdoc products                         list what is installed and documented
-  refdoc check docroot                    tell what readers would miss, and where
+  refdoc check docroot                    report what readers would miss, and where
 
 "refdoc COMMAND --help" explains a command.)";
 
 void declareGlobalOptions(CLI::App& application, GlobalOptions& options) {
     application
-        .add_option("--root", options.root, "The documentation data root (else the installed one)")
+        .add_option("--root", options.root, "The documentation root (else the installed one)")
         ->type_name("DIR")
         ->take_last();
     application
@@ -67,8 +66,8 @@ std::string complaintAbout(const CLI::App& application, const std::string& failu
     const std::vector<std::string> unknown = application.remaining();
     if (!application.get_subcommands().empty() || unknown.empty())
         return failure;
-    return fmt::format("{} is no {}", unknown.front(),
-                       unknown.front().starts_with('-') ? "option" : "command");
+    return fmt::format("{} is not {}", unknown.front(),
+                       unknown.front().starts_with('-') ? "an option" : "a command");
 }
 
 /// Answers a help or version request, or reports what is wrong with the command line.
@@ -85,7 +84,6 @@ ExitCode answerParseStop(const CLI::App& application, const CLI::ParseError& sto
 }
 
 ExitCode runSelected(const std::vector<Command>& commands, const GlobalOptions& options) {
-    setUpHost(options);
     for (const Command& command : commands)
         if (command.declaration->parsed())
             return command.run(options);

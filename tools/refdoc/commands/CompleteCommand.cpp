@@ -6,7 +6,6 @@
 
 #include <CLI/App.hpp>
 
-#include "environment/Services.hpp"
 #include "refdoc/completion/CommandWords.hpp"
 #include "refdoc/completion/Completions.hpp"
 #include "refdoc/completion/ShellWords.hpp"
@@ -33,7 +32,7 @@ std::string completions(const CommandWords& words, const TypedLine& typed, bool 
     GlobalOptions options;
     options.root = words.valueOf("--root");
     options.language = words.valueOf("--language");
-    environment::setServices(hostServices(options));
+    setUpHost(options);
     std::string text;
     for (const Completion& completion : completionsOf(words))
         text += inserted(completion.word, typed, bash) + '\t' + completion.meaning + '\n';

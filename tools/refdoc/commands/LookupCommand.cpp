@@ -9,22 +9,20 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
-#include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
 #include "refdoc/catalog/LookupSearch.hpp"
-#include "refdoc/pages/ItemJson.hpp"
+#include "refdoc/host/HostSetup.hpp"
 #include "refdoc/pages/Table.hpp"
 #include "refdoc/terminal/Output.hpp"
 #include "refdoc/terminal/Pager.hpp"
 #include "refdoc/terminal/Terminal.hpp"
+#include "refdoc/text/Json.hpp"
 #include "refdoc/text/NearNames.hpp"
-#include "refdoc/text/PrettyJson.hpp"
 #include "refdoc/text/Text.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 #include "reference/docparser/ParsingTools.hpp"
@@ -47,7 +45,7 @@ purpose. Exit codes: 0 found, 1 nothing found, 2 wrong use.
 
 Examples:
   refdoc lookup print                       printf and its kin
-  refdoc lookup '*printf' --product libc    names that end in printf, of one product
+  refdoc lookup '*printf' --product libc    names that end in "printf", of one product
   refdoc lookup --type macro                all macros
   refdoc lookup SSL_ --all --limit 5        also products that are not installed)";
 
@@ -63,7 +61,7 @@ RefEntityType entityType(const std::string& text) {
     try {
         return RefEntityType::stringToEnum(text);
     } catch (const std::invalid_argument&) {
-        throw UsageError(fmt::format("--type: {} is no type of names; these are: {}", text,
+        throw UsageError(fmt::format("--type: {} is not a type of names; the types are {}", text,
                                      fmt::join(RefEntityType::texts, ", ")));
     }
 }
@@ -113,20 +111,22 @@ boost::json::object recordJson(const LookupRecord& record) {
 /// Writes as it goes: the records are many, and each has its product's texts.
 void writeJson(const std::vector<LookupRecord>& records, std::size_t matches) {
     constexpr std::size_t kPiece = 1 << 16;
-    constexpr std::size_t kRecordDepth = 2;
-    std::string text = prettyJson(boost::json::object{
-        {"language", toJson(DocResourceParser::ParsingTools::getCurrentLocale())},
-        {"matches", matches},
-        {"records", boost::json::array()}});
-    const std::string end = records.empty() ? "" : "\n  ]\n}\n";
-    text.resize(text.size() - (records.empty() ? 0 : std::string_view("]\n}\n").size()));
+    JsonPrinter printer;
+    printer.open('{');
+    printer.key("language");
+    printer.value(toJson(DocResourceParser::ParsingTools::getCurrentLocale()));
+    printer.key("matches");
+    printer.value(matches);
+    printer.key("records");
+    printer.open('[');
     for (const LookupRecord& record : records) {
-        text += (&record == records.data() ? "\n    " : ",\n    ") +
-                prettyJson(recordJson(record), kRecordDepth);
-        if (text.size() > kPiece)
-            writeOutput(std::exchange(text, {}));
+        printer.value(recordJson(record));
+        if (printer.size() > kPiece)
+            writeOutput(printer.take());
     }
-    writeOutput(text + end);
+    printer.close(']');
+    printer.close('}');
+    writeOutput(printer.take() + '\n');
 }
 
 std::string describeQuery(const LookupArguments& arguments) {
@@ -150,7 +150,7 @@ Lines unknownProduct(const LookupArguments& arguments, const LookupResources& do
     return lines;
 }
 
-/// Tells that products which are not installed have what was asked for; nothing when none has.
+/// Which products that are not installed have what was asked for; nothing when none has.
 Lines foundElsewhere(const LookupResources& documents, const LookupQuery& query) {
     constexpr std::ptrdiff_t kNamed = 5;
     std::set<const std::u16string*> keys;
@@ -181,8 +181,8 @@ Lines meantInstead(const LookupArguments& arguments, const LookupResources& docu
                : Lines();
 }
 
-void reportNothingFound(const LookupArguments& arguments, const LookupResources& documents,
-                        const LookupQuery& query) {
+void reportNoMatch(const LookupArguments& arguments, const LookupResources& documents,
+                   const LookupQuery& query) {
     if (countRecords(documents) == 0) {
         // Asked for its error: a broken list of installed products drops all records.
         DocResourceParser::getTopLevelProducts();
@@ -206,6 +206,7 @@ const LookupResources& keepToTheEnd(LookupResources resources) {
 }
 
 ExitCode lookUp(const LookupArguments& arguments, const GlobalOptions& options) {
+    setUpHost(options);
     const LookupQuery query = makeQuery(arguments);
     const LookupResources& documents = keepToTheEnd(DocResourceParser::getResourceLookupFiles());
     std::vector<LookupRecord> records =
@@ -213,7 +214,7 @@ ExitCode lookUp(const LookupArguments& arguments, const GlobalOptions& options) 
     const std::size_t matches = records.size();
     records.resize(std::min(matches, arguments.limit.value_or(matches)));
     if (matches == 0)
-        reportNothingFound(arguments, documents, query);
+        reportNoMatch(arguments, documents, query);
     const Terminal terminal = standardOutputTerminal();
     if (options.json)
         writeJson(records, matches);

@@ -8,12 +8,12 @@
 #include <boost/json/object.hpp>
 
 #include "refdoc/catalog/ProductSurvey.hpp"
-#include "refdoc/pages/ItemJson.hpp"
+#include "refdoc/host/HostSetup.hpp"
 #include "refdoc/pages/Table.hpp"
 #include "refdoc/terminal/Output.hpp"
 #include "refdoc/terminal/Pager.hpp"
 #include "refdoc/terminal/Terminal.hpp"
-#include "refdoc/text/PrettyJson.hpp"
+#include "refdoc/text/Json.hpp"
 #include "refdoc/text/Text.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 #include "reference/docparser/ParsingTools.hpp"
@@ -23,13 +23,13 @@ namespace refdoc {
 namespace {
 
 constexpr const char* kProductsFooter =
-    R"(Columns, separated by tabs and without titles where the output is no terminal:
+    R"(Columns, separated by tabs and without titles where the output is not a terminal:
   KEY        what the product is called elsewhere: its short name, or its help folder or, for a
              support package, its base code in the lookup files
   NAME       as the documentation has it, else as the installation has it
   KIND       product or package (a hardware support package)
   INSTALLED  yes or no
-  RECORDS    how many lookup records there are, in the language in force
+  RECORDS    how many lookup records there are, in the current language
   LANGUAGES  en, and those in which its name or a record differs from English
   FILES      the lookup files that are named after its help folder
 Files that are named after no product come last, without a key. Exit codes: 0 found, 1 nothing
@@ -90,6 +90,7 @@ std::string asJson(const ProductSurvey& survey) {
 
 ExitCode listProducts(const GlobalOptions& options) {
     using namespace reference::docparser;
+    setUpHost(options);
     const ProductSurvey survey = surveyProducts();
     const bool empty = survey.products.empty() && survey.otherFiles.empty();
     const Terminal terminal = standardOutputTerminal();

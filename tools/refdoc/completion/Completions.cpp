@@ -9,10 +9,10 @@
 #include <langinfo.h>
 
 #include "environment/ReferenceProperty.hpp"
+#include "refdoc/catalog/CatalogFolder.hpp"
 #include "refdoc/catalog/LookupSearch.hpp"
 #include "refdoc/check/findings/Finding.hpp"
 #include "refdoc/host/HostSetup.hpp"
-#include "refdoc/pages/ResourceEntries.hpp"
 #include "refdoc/text/Text.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 
@@ -21,6 +21,7 @@ namespace refdoc {
 namespace {
 
 using namespace reference::docparser;
+using reference::property::HeaderInfo;
 
 /// Whether the shell takes the UTF-8 of a text for nothing else: in GBK and its like a byte of it
 /// may take the next one, a quote, for its second half.
@@ -81,10 +82,23 @@ void addProducts(const LookupDocuments& documents, Collector& collector) {
         collector.add(key, document.header.getProductName());
 }
 
-void addResources(const LookupDocuments& documents, Collector& collector) {
-    for (const auto& [key, document] : documents)
-        if (key == document.header.getHelpFolder() && isResourceName(key))
-            collector.add(key, document.header.getProductName());
+/// Of the product whose help is the resource; null when it has no lookup document.
+const HeaderInfo* headerOf(const std::u16string& resource, const LookupResources& documents) {
+    for (const LookupDocuments* map : {&documents.first, &documents.second})
+        if (const auto found = map->find(resource);
+            found != map->end() && found->second.header.getHelpFolder() == resource)
+            return &found->second.header;
+    return nullptr;
+}
+
+/// The resources that there are files of, each with the name that its product has in the lookup
+/// records.
+void addResources(const LookupResources& documents, Collector& collector) {
+    for (const CatalogFile& file : listCatalog(Catalog::Reference).files) {
+        const std::u16string resource = fromUtf8(file.resource);
+        const HeaderInfo* header = headerOf(resource, documents);
+        collector.add(resource, header == nullptr ? std::u16string() : header->getProductName());
+    }
 }
 
 /// `resource` is empty for the names of all.
@@ -119,18 +133,18 @@ void addOptionValues(const std::string& option, Collector& collector) {
 
 /// The first word may be a resource or a name. There are too many names to offer them all.
 void addShowArguments(const CommandWords& words, Collector& collector) {
-    const LookupResources documents = DocResourceParser::getResourceLookupFiles();
-    const bool first = words.positionals().empty();
     if (words.positionals().size() > 1)
         return;
-    const std::u16string resource = first ? std::u16string() : fromUtf8(words.positionals()[0]);
-    for (const LookupDocuments* map : {&documents.first, &documents.second}) {
-        if (first)
-            addResources(*map, collector);
-        const bool anyResource = first && map == &documents.second;
-        if ((!first || !collector.word().empty()) && !anyResource)
-            addNames(*map, resource, collector);
+    const LookupResources documents = DocResourceParser::getResourceLookupFiles();
+    if (!words.positionals().empty()) {
+        const std::u16string resource = fromUtf8(words.positionals().front());
+        addNames(documents.first, resource, collector);
+        addNames(documents.second, resource, collector);
+        return;
     }
+    addResources(documents, collector);
+    if (!collector.word().empty())
+        addNames(documents.first, {}, collector);
 }
 
 void addPatterns(const CommandWords& words, Collector& collector) {

@@ -28,7 +28,7 @@ struct BoundedTree {
     /// And so many of all objects.
     static constexpr std::size_t kMostUnknownMembersOfAll = std::size_t{1} << 20;
 
-    /// Nothing for a text that is no JSON, that is nested deeper than 32 or has too many values.
+    /// Nothing for a text that is not JSON, that is nested deeper than 32 or has too many values.
     std::optional<JsonTree> tree;
     boost::json::error_code failure; ///< why there is no tree
     bool hasTooManyValues = false;   ///< whether that is why: more than `mostValues`

@@ -43,16 +43,27 @@ std::u16string documentationRoot(const std::string& folder) {
         root.pop_back();
     std::error_code ignored;
     if (!std::filesystem::is_directory(toUtf8(root), ignored))
-        throw UsageError(fmt::format("{} is no folder: no data root", folder));
+        throw UsageError(
+            fmt::format("{} is not a folder, as a documentation root must be", folder));
     return root;
 }
 
 std::u16string documentationLanguage(const std::string& code) {
     const std::vector<std::string> languages = supportedLanguages();
     if (std::find(languages.begin(), languages.end(), code) == languages.end())
-        throw UsageError(fmt::format("--language: {} is no supported language; these are: {}", code,
-                                     fmt::join(languages, ", ")));
+        throw UsageError(
+            fmt::format("--language: {} is not a supported language; the languages are {}", code,
+                        fmt::join(languages, ", ")));
     return fromUtf8(code);
+}
+
+environment::Services hostServices(const GlobalOptions& options) {
+    environment::Services services;
+    if (options.root)
+        services.docDataRoot = [root = documentationRoot(*options.root)] { return root; };
+    if (options.language)
+        services.docLanguage = [code = documentationLanguage(*options.language)] { return code; };
+    return services;
 }
 
 } // namespace
@@ -65,15 +76,6 @@ std::vector<std::string> supportedLanguages() {
         languages.push_back(toUtf8(suffix));
     }
     return languages;
-}
-
-environment::Services hostServices(const GlobalOptions& options) {
-    environment::Services services;
-    if (options.root)
-        services.docDataRoot = [root = documentationRoot(*options.root)] { return root; };
-    if (options.language)
-        services.docLanguage = [code = documentationLanguage(*options.language)] { return code; };
-    return services;
 }
 
 void setUpHost(const GlobalOptions& options) {

@@ -24,7 +24,7 @@ std::u16string_view withoutOuterBlanks(std::u16string_view line) {
     return line.substr(0, line.find_last_not_of(kBlanks) + 1);
 }
 
-/// Lays out the line at `index`, which is not blank; its neighbours tell a heading.
+/// Lays out the line at `index`, which is not blank; its neighbours show whether it is a heading.
 void addLine(Page& page, const std::vector<std::u16string_view>& lines, std::size_t index,
              std::size_t indent) {
     const std::u16string_view line = lines[index];

@@ -1,11 +1,12 @@
 #include "refdoc/pages/ItemJson.hpp"
 
-#include <string_view>
+#include <string>
 #include <vector>
 
 #include <boost/json/array.hpp>
+#include <boost/json/string.hpp>
 
-#include "refdoc/text/Text.hpp"
+#include "refdoc/text/Json.hpp"
 
 namespace refdoc {
 
@@ -95,14 +96,6 @@ struct RecordJson {
 };
 
 } // namespace
-
-json::string toJson(const std::u16string& text) {
-    return json::string(toUtf8(text));
-}
-
-json::string toJson(std::string_view text) {
-    return toJson(fromUtf8(text));
-}
 
 json::object toJson(const reference::property::HeaderInfo& header) {
     return {{"productName", toJson(header.getProductName())},

@@ -12,7 +12,7 @@ namespace refdoc {
 void addReferencePage(Page& page, const reference::property::HeaderInfo& header,
                       const reference::docparser::RefItem& item);
 
-/// How a deprecation status is told to a reader; empty when there is nothing to tell.
+/// A deprecation status in words for readers; empty when there is nothing to say.
 std::u16string_view statusText(reference::property::DeprecationStatus status);
 
 } // namespace refdoc

@@ -1,24 +1,21 @@
 #include "refdoc/pages/ResourceEntries.hpp"
 
 #include <algorithm>
-#include <filesystem>
+#include <cstddef>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
-#include <fmt/format.h>
 
 #include "refdoc/pages/ItemJson.hpp"
 #include "refdoc/pages/NameList.hpp"
 #include "refdoc/pages/Page.hpp"
 #include "refdoc/pages/ReferencePage.hpp"
+#include "refdoc/terminal/Output.hpp"
 #include "refdoc/terminal/Pager.hpp"
 #include "refdoc/terminal/Terminal.hpp"
-#include "refdoc/text/PrettyJson.hpp"
-#include "refdoc/text/Text.hpp"
-#include "reference/docparser/DocResourceParser.hpp"
+#include "refdoc/text/Json.hpp"
 #include "reference/docparser/ParsingTools.hpp"
 
 namespace refdoc {
@@ -26,7 +23,6 @@ namespace refdoc {
 namespace {
 
 using namespace reference::docparser;
-namespace parsing = DocResourceParser::ParsingTools;
 
 std::vector<ListedName> listedNames(const Selection& selection) {
     std::vector<ListedName> names;
@@ -55,9 +51,10 @@ std::string asJson(const std::vector<Selection>& selections, const std::u16strin
         document.emplace("items", std::move(items));
         documents.emplace_back(std::move(document));
     }
-    return prettyJson(boost::json::object{{"resource", toJson(resource)},
-                                          {"language", toJson(parsing::getCurrentLocale())},
-                                          {"documents", std::move(documents)}});
+    return prettyJson(boost::json::object{
+        {"resource", toJson(resource)},
+        {"language", toJson(DocResourceParser::ParsingTools::getCurrentLocale())},
+        {"documents", std::move(documents)}});
 }
 
 std::string asPages(const std::vector<Selection>& selections, const Terminal& terminal) {
@@ -84,21 +81,23 @@ std::string asLists(const std::vector<Selection>& selections, const Terminal& te
     return page.take();
 }
 
-} // namespace
-
-bool isCalled(const RefItem& item, const std::u16string& name) {
-    return item.href == name ||
+bool isWanted(const RefItem& item, const EntryQuery& query) {
+    return !query.name || item.href == *query.name || query.hrefs.contains(item.href) ||
            std::any_of(item.refEntities.begin(), item.refEntities.end(),
-                       [&](const RefEntity& entity) { return entity.name == name; });
+                       [&](const RefEntity& entity) { return entity.name == *query.name; });
 }
 
-std::vector<Selection> select(const ResourceDocuments& documents, const ItemFilter& isWanted) {
+} // namespace
+
+std::vector<Selection> select(const ResourceDocuments& documents, const EntryQuery& query) {
     std::vector<Selection> selections;
     for (const auto& [key, document] : documents) {
-        Selection selection{&key, &document.header, {}};
+        if (query.products && !query.products->contains(key))
+            continue;
+        Selection selection{.key = &key, .header = &document.header, .items = {}};
         for (const auto& [href, items] : document.items)
             for (const RefItem& item : items)
-                if (isWanted(key, item))
+                if (isWanted(item, query))
                     selection.items.push_back(&item);
         if (!selection.items.empty())
             selections.push_back(std::move(selection));
@@ -119,29 +118,6 @@ ExitCode showEntries(const std::vector<Selection>& selections, const std::u16str
                                               : asLists(selections, terminal),
                  terminal);
     return selections.empty() ? ExitCode::NothingFound : ExitCode::Found;
-}
-
-Lines triedFiles(const std::u16string& resource, std::string_view outcome) {
-    const std::u16string stem =
-        DocResourceParser::getReferenceRoots()->referenceApiFolder + u'/' + resource;
-    std::vector<std::u16string> paths{stem + parsing::kDotJsonExt};
-    if (const std::u16string language = parsing::getCurrentLocale();
-        language != parsing::kEnglishLocale)
-        paths.push_back(stem + parsing::kLocaleSeparator + language + parsing::kDotJsonExt);
-    Lines lines;
-    for (const std::u16string& path : paths) {
-        std::error_code ignored;
-        const bool exists = std::filesystem::exists(toUtf8(path), ignored);
-        lines.push_back(
-            fmt::format("tried {}: {}", toUtf8(path), exists ? outcome : "no such file"));
-    }
-    return lines;
-}
-
-bool isResourceName(std::u16string_view name) {
-    using namespace std::string_view_literals;
-    return !name.empty() && name != u"." && name != u".." &&
-           name.find_first_of(u"/\\\0"sv) == name.npos;
 }
 
 } // namespace refdoc

@@ -1,14 +1,13 @@
 #pragma once
 
-#include <functional>
 #include <map>
+#include <optional>
+#include <set>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "environment/ReferenceProperty.hpp"
 #include "refdoc/host/Options.hpp"
-#include "refdoc/terminal/Output.hpp"
 #include "reference/docparser/DocResource.hpp"
 #include "reference/docparser/RefItem.hpp"
 
@@ -25,15 +24,17 @@ struct Selection {
     std::vector<const reference::docparser::RefItem*> items;
 };
 
-using ItemFilter =
-    std::function<bool(const std::u16string& key, const reference::docparser::RefItem& item)>;
+/// Which items are wanted: with a name, those that it names or that have it as their href, and
+/// those with one of `hrefs`.
+struct EntryQuery {
+    std::optional<std::u16string> name{};
+    std::set<std::u16string> hrefs{};
+    std::optional<std::set<std::u16string>> products{}; ///< only documents with one of these keys
+};
 
-/// The documents that have items which `isWanted`, the product's own before those of support
+/// The documents that have items which are wanted, the product's own before those of support
 /// packages.
-std::vector<Selection> select(const ResourceDocuments& documents, const ItemFilter& isWanted);
-
-/// Whether `name` is one of the item's names, or its href.
-bool isCalled(const reference::docparser::RefItem& item, const std::u16string& name);
+std::vector<Selection> select(const ResourceDocuments& documents, const EntryQuery& query);
 
 enum class EntryFormat { Json, Pages, Lists };
 
@@ -43,14 +44,5 @@ enum class EntryFormat { Json, Pages, Lists };
 /// @throws std::system_error when standard output cannot be written.
 ExitCode showEntries(const std::vector<Selection>& selections, const std::u16string& resource,
                      EntryFormat format);
-
-/// The files that may hold a resource, one to a further line of a message, with what came of
-/// reading them.
-Lines triedFiles(const std::u16string& resource,
-                 std::string_view outcome = "unreadable, not in the format, or without entries");
-
-/// Whether a file of the reference folder itself can be called by `name`. What a document says must
-/// not lead anywhere else.
-bool isResourceName(std::u16string_view name);
 
 } // namespace refdoc

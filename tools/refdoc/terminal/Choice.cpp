@@ -37,7 +37,7 @@ std::string_view trimmed(std::string_view text) {
                               : text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
 }
 
-/// 0 when the answer is no number.
+/// 0 when the answer is not a number.
 std::size_t numberIn(std::string_view answer) {
     std::size_t number = 0;
     const auto [end, error] = std::from_chars(answer.data(), answer.data() + answer.size(), number);

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <initializer_list>
-#include <string>
 #include <string_view>
-#include <vector>
+
+#include "refdoc/text/Text.hpp"
 
 namespace refdoc {
 
@@ -16,11 +16,8 @@ void reserveStandardStreams();
 /// @throws std::system_error when it cannot be written.
 void writeOutput(std::string_view text);
 
-/// Further lines of a message.
-using Lines = std::vector<std::string>;
-
-/// Tells the user on stderr what went wrong, under the name of the program: in one line, and
-/// further ones below it. Whatever a line quotes, it stays one line and is safe to print.
+/// Reports on stderr what went wrong, under the name of the program: in one line, and further ones
+/// below it. Whatever a line quotes, it stays one line and is safe to print.
 void reportError(std::string_view line, std::initializer_list<Lines> further = {});
 
 } // namespace refdoc

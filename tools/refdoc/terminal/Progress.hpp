@@ -6,7 +6,7 @@
 
 namespace refdoc {
 
-/// The line that tells how far a long job is.
+/// A line on the terminal that shows how far a long job is.
 std::string progressLine(std::size_t done, std::size_t all);
 
 /// Shows on stderr how far a job is, when stderr is a terminal and the job takes longer than a

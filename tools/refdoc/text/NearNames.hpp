@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "refdoc/terminal/Output.hpp"
+#include "refdoc/text/Text.hpp"
 
 namespace refdoc {
 

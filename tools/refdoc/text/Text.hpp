@@ -6,6 +6,9 @@
 
 namespace refdoc {
 
+/// Lines in UTF-8, without their ends.
+using Lines = std::vector<std::string>;
+
 /// A lone surrogate becomes U+FFFD.
 std::string toUtf8(std::u16string_view text);
 

@@ -11,8 +11,7 @@
 #include <boost/json/object.hpp>
 #include <fmt/format.h>
 
-#include "refdoc/pages/ItemJson.hpp"
-#include "refdoc/text/PrettyJson.hpp"
+#include "refdoc/text/Json.hpp"
 #include "refdoc/text/Text.hpp"
 
 namespace refdoc {

@@ -11,8 +11,7 @@
 
 #include "refdoc/Version.hpp"
 #include "refdoc/check/report/Report.hpp"
-#include "refdoc/pages/ItemJson.hpp"
-#include "refdoc/text/PrettyJson.hpp"
+#include "refdoc/text/Json.hpp"
 
 namespace refdoc {
 

@@ -63,7 +63,7 @@ std::optional<MeantLanguage> meantWith(const std::string& end, bool hasResource)
     const Level level = hasResource ? Level::Warning : Level::Note;
     if (code == kEnglish)
         return MeantLanguage{"names of English files have no language", level};
-    return MeantLanguage{suffix + " is no supported language", level};
+    return MeantLanguage{suffix + " is not a supported language", level};
 }
 
 /// What a stem that is English by the rules seems to be meant as, given the other stems in its

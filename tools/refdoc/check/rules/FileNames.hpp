@@ -14,7 +14,7 @@ namespace refdoc {
 void checkFileName(const CatalogFile& file, const std::set<std::string>& stems,
                    Violations& violations);
 
-/// Why something in a catalog folder is no resource file.
+/// Why something in a catalog folder is not a resource file.
 void checkOtherEntry(const OtherEntry& entry, Violations& violations);
 
 /// Why an entry of a package is not read, or for other readers than its name says, and why the

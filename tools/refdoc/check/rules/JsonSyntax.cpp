@@ -67,7 +67,7 @@ std::size_t characterSize(char first) {
     return byte < 0xC0 ? 1 : byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
 }
 
-/// Where what is no UTF-8 begins, if that is why the text is sound up to `at` only: the parser
+/// Where what is not UTF-8 begins, if that is why the text is sound up to `at` only: the parser
 /// takes such a character for a sound one at first.
 std::optional<std::size_t> brokenCharacter(std::string_view text, std::size_t at) {
     constexpr std::size_t mostBytes = 4;
@@ -181,7 +181,7 @@ std::string syntaxCause(std::string_view text, std::size_t at, const json::error
                               : causeBetweenQuotes(text, at);
 }
 
-/// Where and why the text is no JSON.
+/// Where and why the text is not JSON.
 std::pair<std::size_t, std::string> explain(std::string_view text, bool isEntry,
                                             const json::error_code& failure) {
     const std::size_t at = soundLength(text);

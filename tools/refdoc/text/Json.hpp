@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include <boost/json/array.hpp>
+#include <boost/json/object.hpp>
+#include <boost/json/string.hpp>
+#include <boost/json/value.hpp>
+
+namespace refdoc {
+
+/// A lone surrogate becomes U+FFFD.
+boost::json::string toJson(const std::u16string& text);
+
+/// Of UTF-8: malformed input becomes U+FFFD.
+boost::json::string toJson(std::string_view text);
+
+/// `value` in UTF-8, indented, with a line end. No character stands in it unescaped that is
+/// not printable.
+std::string prettyJson(const boost::json::value& value);
+
+/// The same on one line, without a line end.
+std::string compactJson(const boost::json::value& value);
+
+/// Prints what `prettyJson` does piece by piece, so that a large value need not exist as a whole.
+/// What is opened must be closed, and each value in an object follows its key.
+class JsonPrinter {
+public:
+    void open(char bracket);
+    void close(char bracket);
+    void key(std::string_view name);
+    void value(const boost::json::value& value);
+
+    /// Gives away what was printed since the last call.
+    std::string take();
+    /// The bytes that `take` would give.
+    std::size_t size() const { return text_.size(); }
+
+private:
+    void members(const boost::json::object& object);
+    void elements(const boost::json::array& array);
+    void beginElement();
+    void newLine();
+
+    std::string text_;
+    std::size_t depth_ = 0;
+    bool isFirst_ = true;   ///< whether nothing stands yet in what was opened last
+    bool afterKey_ = false; ///< whether the next value belongs to the key before it
+};
+
+} // namespace refdoc
