@@ -198,17 +198,10 @@ void reportNoMatch(const LookupArguments& arguments, const LookupResources& docu
         {elsewhere, unknown, explained ? Lines() : meantInstead(arguments, documents, query)});
 }
 
-/// Never frees the records: the process ends next, and taking so many apart takes its time.
-const LookupResources& keepToTheEnd(LookupResources resources) {
-    using Kept = std::vector<std::unique_ptr<const LookupResources>>;
-    static Kept& kept = *std::make_unique<Kept>().release();
-    return *kept.emplace_back(std::make_unique<const LookupResources>(std::move(resources)));
-}
-
 ExitCode lookUp(const LookupArguments& arguments, const GlobalOptions& options) {
     setUpHost(options);
     const LookupQuery query = makeQuery(arguments);
-    const LookupResources& documents = keepToTheEnd(DocResourceParser::getResourceLookupFiles());
+    const LookupResources documents = DocResourceParser::getResourceLookupFiles();
     std::vector<LookupRecord> records =
         findRecords(documents, query, arguments.all ? Installed::Either : Installed::Only);
     const std::size_t matches = records.size();
