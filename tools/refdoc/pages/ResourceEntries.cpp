@@ -87,6 +87,16 @@ bool isWanted(const RefItem& item, const EntryQuery& query) {
                        [&](const RefEntity& entity) { return entity.name == *query.name; });
 }
 
+std::vector<const RefItem*> wantedItems(const DocResource<RefItem>& document,
+                                        const EntryQuery& query) {
+    std::vector<const RefItem*> wanted;
+    for (const auto& [href, items] : document.items)
+        for (const RefItem& item : items)
+            if (isWanted(item, query))
+                wanted.push_back(&item);
+    return wanted;
+}
+
 } // namespace
 
 std::vector<Selection> select(const ResourceDocuments& documents, const EntryQuery& query) {
@@ -94,11 +104,8 @@ std::vector<Selection> select(const ResourceDocuments& documents, const EntryQue
     for (const auto& [key, document] : documents) {
         if (query.products && !query.products->contains(key))
             continue;
-        Selection selection{.key = &key, .header = &document.header, .items = {}};
-        for (const auto& [href, items] : document.items)
-            for (const RefItem& item : items)
-                if (isWanted(item, query))
-                    selection.items.push_back(&item);
+        Selection selection{
+            .key = &key, .header = &document.header, .items = wantedItems(document, query)};
         if (!selection.items.empty())
             selections.push_back(std::move(selection));
     }

@@ -92,9 +92,12 @@ private:
             return checkLink(item, "href", pointer);
         for (const std::string_view list : {"seealso", "examples"})
             if (const json::value* links = item.as_object().if_contains(list))
-                for (std::size_t i = 0; i < links->as_array().size(); ++i)
-                    checkLink(links->as_array()[i], "url",
-                              fmt::format("{}/{}/{}", pointer, list, i));
+                checkList(links->as_array(), fmt::format("{}/{}", pointer, list));
+    }
+
+    void checkList(const json::array& links, const std::string& pointer) {
+        for (std::size_t i = 0; i < links.size(); ++i)
+            checkLink(links[i], "url", fmt::format("{}/{}", pointer, i));
     }
 
     void checkLink(const json::value& holder, std::string_view member, const std::string& pointer) {
