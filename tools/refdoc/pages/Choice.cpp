@@ -1,4 +1,4 @@
-#include "refdoc/terminal/Choice.hpp"
+#include "refdoc/pages/Choice.hpp"
 
 #include <charconv>
 #include <iostream>
