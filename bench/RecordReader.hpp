@@ -158,10 +158,10 @@ private:
             return Json::lookupTexts(item);
         } else {
             return {findText(item, Member::Name).value(),
-                    findText(item, Member::RefPurpose).value(),
+                    findText(item, Member::Refpurpose).value(),
                     findText(item, Member::Href).value(),
                     findText(item, Member::Type),
-                    findText(item, Member::FcnType),
+                    findText(item, Member::Fcntype),
                     Json::find(item, Member::Deprecated).has_value()};
         }
     }
@@ -176,21 +176,21 @@ private:
     static docparser::RefEntity readEntity(Object entity) {
         const auto type = readEnum<property::RefEntityType>(entity, Member::Type);
         std::u16string name = text(entity, Member::Name);
-        return {type, std::move(name), readEnum<property::FunctionType>(entity, Member::FcnType)};
+        return {type, std::move(name), readEnum<property::FunctionType>(entity, Member::Fcntype)};
     }
 
     static docparser::AppThumbnail readThumbnail(Object& item) {
-        auto value = Json::find(item, Member::AppThumbnail);
+        auto value = Json::find(item, Member::Appthumbnail);
         if (!value)
             return {};
         Object thumbnail = Json::toObject(*value);
-        std::u16string file = bytes(thumbnail, Member::FileRef);
+        std::u16string file = bytes(thumbnail, Member::Fileref);
         return {std::move(file), text(thumbnail, Member::Alt)};
     }
 
     static docparser::SyntaxGroup readSyntaxGroup(Object group) {
         std::u16string title = text(group, Member::Title);
-        const auto type = readEnum<property::SyntaxType>(group, Member::SyntaxType);
+        const auto type = readEnum<property::SyntaxType>(group, Member::Syntaxtype);
         return {std::move(title), type, readTexts(require(group, Member::Syntax), widen)};
     }
 
@@ -216,7 +216,7 @@ private:
 
     static docparser::ArgumentInfo readAnchored(Object& argument, const std::u16string& href,
                                                 Decode convertName) {
-        std::u16string anchor = readOptional(argument, Member::HtmlId, widen);
+        std::u16string anchor = readOptional(argument, Member::Htmlid, widen);
         std::u16string name = read(argument, Member::Name, convertName);
         return readArgument(argument, std::move(name), join(href, u"#", anchor));
     }
@@ -226,8 +226,8 @@ private:
         std::u16string title = text(group, Member::Title);
         const auto readInput = [&](Object input) -> docparser::InputArgument {
             docparser::ArgumentInfo info = readAnchored(input, href, convertName);
-            const auto type = readEnum<property::SyntaxType>(input, Member::SyntaxType);
-            return {std::move(info), type, readOptional(input, Member::DefaultValue, decode),
+            const auto type = readEnum<property::SyntaxType>(input, Member::Syntaxtype);
+            return {std::move(info), type, readOptional(input, Member::Defaultvalue, decode),
                     isNameValuePair};
         };
         return {std::move(title), readObjects(group, Member::Inputs, readInput)};
@@ -236,13 +236,13 @@ private:
     static std::vector<docparser::InputGroup>
     readInputGroups(Object& item, const std::u16string& href, Decode convertName) {
         std::vector<docparser::InputGroup> groups;
-        auto list = Json::find(item, Member::InputGroup);
+        auto list = Json::find(item, Member::Inputgroup);
         if (!list)
             return groups;
         groups.reserve(Json::size(*list));
         Json::forEach(*list, [&](Value element) {
             Object group = Json::toObject(element);
-            auto pairs = Json::find(group, Member::NameValuePairs);
+            auto pairs = Json::find(group, Member::Namevaluepairs);
             if (!pairs) {
                 groups.push_back(readInputGroup(group, href, convertName, false));
                 return;
@@ -257,13 +257,13 @@ private:
 
     static docparser::OutputArgument readOutput(Object output, const std::u16string& href) {
         docparser::ArgumentInfo info = readAnchored(output, href, decode);
-        return {std::move(info), readEnum<property::SyntaxType>(output, Member::SyntaxType)};
+        return {std::move(info), readEnum<property::SyntaxType>(output, Member::Syntaxtype)};
     }
 
     static docparser::ArgumentWithDefault readParameter(Object parameter,
                                                         const std::u16string& href) {
         docparser::ArgumentInfo info = readAnchored(parameter, href, decode);
-        return {std::move(info), readOptional(parameter, Member::DefaultValue, decode)};
+        return {std::move(info), readOptional(parameter, Member::Defaultvalue, decode)};
     }
 
     static docparser::ClassPropertyGroup readPropertyGroup(Object group, const std::u16string& href,
@@ -273,32 +273,32 @@ private:
             std::u16string name = read(argument, Member::Name, convertName);
             std::u16string anchor = join(href, u"#prop_", name);
             auto info = readArgument(argument, std::move(name), std::move(anchor));
-            return {std::move(info), readOptional(argument, Member::DefaultValue, decode)};
+            return {std::move(info), readOptional(argument, Member::Defaultvalue, decode)};
         };
         std::u16string title = readOptional(group, Member::Title, decode);
-        return {std::move(title), readList(require(group, Member::ClassProperty), readProperty)};
+        return {std::move(title), readList(require(group, Member::Classproperty), readProperty)};
     }
 
     static docparser::RefItem readRefItem(Object& item, std::u16string href) {
-        std::u16string purpose = text(item, Member::RefPurpose);
-        auto entities = readObjects(item, Member::RefEntity, readEntity);
+        std::u16string purpose = text(item, Member::Refpurpose);
+        auto entities = readObjects(item, Member::Refentity, readEntity);
         const bool hasApp = std::any_of(entities.begin(), entities.end(), [](const auto& entity) {
             return entity.entityType == property::RefEntityType::App;
         });
         const Decode convertName = hasApp ? decode : widen;
-        std::u16string packageName = readOptional(item, Member::PackageName, widen);
+        std::u16string packageName = readOptional(item, Member::Packagename, widen);
         std::u16string introduced = readOptional(item, Member::Introduced, widen);
         std::u16string description = readOptional(item, Member::Description, decode);
         docparser::AppThumbnail thumbnail = readThumbnail(item);
-        const auto status = readEnum<property::DeprecationStatus>(item, Member::DeprecationStatus);
-        auto syntaxGroups = readObjects(item, Member::SyntaxGroup, readSyntaxGroup);
+        const auto status = readEnum<property::DeprecationStatus>(item, Member::Deprecationstatus);
+        auto syntaxGroups = readObjects(item, Member::Syntaxgroup, readSyntaxGroup);
         auto inputs = readInputGroups(item, href, convertName);
         auto outputs = readObjects(item, Member::Outputs,
                                    [&](Object output) { return readOutput(output, href); });
-        auto properties = readObjects(item, Member::ClassPropertyGroup, [&](Object group) {
+        auto properties = readObjects(item, Member::Classpropertygroup, [&](Object group) {
             return readPropertyGroup(group, href, convertName);
         });
-        auto seeAlso = readObjects(item, Member::SeeAlso, readSeeAlso);
+        auto seeAlso = readObjects(item, Member::Seealso, readSeeAlso);
         auto examples = readObjects(item, Member::Examples, readExample);
         auto parameters = readObjects(item, Member::Parameters, [&](Object parameter) {
             return readParameter(parameter, href);

@@ -47,11 +47,11 @@ struct Simdjson {
                 texts.name = field.value().get_string();
             else if (name == nameOf(Member::Type))
                 texts.type = std::string_view(field.value().get_string());
-            else if (name == nameOf(Member::RefPurpose))
+            else if (name == nameOf(Member::Refpurpose))
                 texts.purpose = field.value().get_string();
             else if (name == nameOf(Member::Href))
                 texts.href = field.value().get_string();
-            else if (name == nameOf(Member::FcnType))
+            else if (name == nameOf(Member::Fcntype))
                 texts.functionType = std::string_view(field.value().get_string());
             else if (name == nameOf(Member::Deprecated))
                 texts.isDeprecated = true;
