@@ -1,4 +1,4 @@
-"""The checks of a data root find every kind of fault."""
+"""The checks of a documentation root find every kind of fault."""
 
 import json
 import unittest
@@ -47,29 +47,20 @@ class CheckTest(CorpusCase):
 
     def test_damage_to_full_items(self) -> None:
         cases = {
-            "href: missing": lambda item: item.pop("href"),
-            "refpurpose: missing": lambda item: item.pop("refpurpose"),
-            "refpurpose: no string": lambda item: item.update(refpurpose=None),
-            "description: no string": lambda item: item.update(description=["x"]),
-            "refentity: no array": lambda item: item.update(refentity={}),
-            "refentity[0].name: missing": lambda item: item["refentity"][0].pop("name"),
-            "refentity[0].type: unknown text": lambda item: item["refentity"][0].update(type="cat"),
-            "syntaxgroup[0].title: missing": lambda item: item["syntaxgroup"][0].pop("title"),
-            "syntaxgroup[0].syntax: missing": lambda item: item["syntaxgroup"][0].pop("syntax"),
-            "syntax[0]: not ASCII": lambda item: item["syntaxgroup"][0].update(syntax=["ä"]),
-            "inputs[0].purpose: missing": lambda item: item["inputgroup"][0]["inputs"][0].pop(
-                "purpose"
-            ),
-            "inputs[0].name: not ASCII": lambda item: item["inputgroup"][0]["inputs"][0].update(
-                name="ä"
-            ),
-            "namevaluepairs[0].title: missing": lambda item: item["inputgroup"][1][
-                "namevaluepairs"
-            ][0].pop("title"),
-            "outputs[0].htmlid: not ASCII": lambda item: item["outputs"][0].update(htmlid="ä"),
-            "examples[0].url: missing": lambda item: item["examples"][0].pop("url"),
+            "'href' is a required": lambda item: item.pop("href"),
+            "refpurpose: None is not of type": lambda item: item.update(refpurpose=None),
+            "refentity[0].type: 'cat' is not": lambda item: item["refentity"][0].update(type="cat"),
+            "syntax[0]: 'ä' is not ASCII": lambda item: item["syntaxgroup"][0].update(syntax=["ä"]),
+            "inputs[0].name: 'ä' is not ASCII": lambda item: item["inputgroup"][0]["inputs"][
+                0
+            ].update(name="ä"),
+            "namevaluepairs[0]: 'title'": lambda item: item["inputgroup"][1]["namevaluepairs"][
+                0
+            ].pop("title"),
+            "inputgroup[1]: Additional": lambda item: item["inputgroup"][1].update(title="x"),
+            "outputs[0].htmlid: 'ä' is not": lambda item: item["outputs"][0].update(htmlid="ä"),
             "link to libc/x.html": lambda item: item["seealso"][0].update(url="libc/x.html"),
-            "colour: unknown member": lambda item: item.update(colour="red"),
+            "('colour' was unexpected)": lambda item: item.update(colour="red"),
         }
         for fault, damage in cases.items():
             with self.subTest(fault):
@@ -81,10 +72,16 @@ class CheckTest(CorpusCase):
 
     def test_damage_to_files(self) -> None:
         cases = {
-            (FULL_FOLDER, "productName: missing"): lambda file: file.pop("productName"),
-            (FULL_FOLDER, "refItems: missing"): lambda file: file.pop("refItems"),
-            (LOOKUP_FOLDER, "g.3.html.name: missing"): lambda file: file["refItems"][0].pop("name"),
-            (LOOKUP_FOLDER, "href: not ASCII"): lambda file: file["refItems"][0].update(href="ä"),
+            (FULL_FOLDER, "$: 'productName'"): lambda file: file.pop("productName"),
+            (FULL_FOLDER, "[0]: 'refItems'"): lambda file: file["supportPackages"][0].pop(
+                "refItems"
+            ),
+            (FULL_FOLDER, "'more' was unexpected"): lambda file: file.update(more=1),
+            (FULL_FOLDER, "'supportPackages' was unexpected"): lambda file: file[
+                "supportPackages"
+            ][0].update(supportPackages=[]),
+            (LOOKUP_FOLDER, "$.refItems[0]: 'name'"): lambda file: file["refItems"][0].pop("name"),
+            (LOOKUP_FOLDER, "'ä' is not ASCII"): lambda file: file["refItems"][0].update(href="ä"),
             (LOOKUP_FOLDER, "not in both the full"): lambda file: file.update(refItems=[]),
         }
         for (folder, fault), damage in cases.items():

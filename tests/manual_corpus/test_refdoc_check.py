@@ -8,7 +8,7 @@ import unittest
 
 from corpus_case import CorpusCase, man_page
 
-from manual_corpus.output import FULL_FOLDER, LOOKUP_FOLDER
+from manual_corpus.output import LOOKUP_FOLDER
 
 REFDOC = os.environ.get("REFDOC")
 JAPANESE = "この関数は何もしない。"
