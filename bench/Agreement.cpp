@@ -89,7 +89,7 @@ void requireSameRecords(const std::filesystem::path& corpora, Load load,
 
 void requireAgreement(const std::filesystem::path& corpora) {
     requireSameRecords(corpora, {"lookup", "plain", "library"}, kReaders);
-    requireSameRecords(corpora, {"lookup", "small_files", "library"}, {"program", "floor"});
+    requireSameRecords(corpora, {"lookup", "small_files", "library"}, {"program", "yardstick"});
     requireSameRecords(corpora, {"reference", "all", "library"}, kReaders);
     requireSameWhenPacked(corpora);
 }

@@ -155,7 +155,7 @@ void registerLoads(const fs::path& corpora) {
     registerAll(registerReloadOnOneThread, corpora, "lookup", packed, {"library"});
     registerAll(registerReloadOnOneThread, corpora, "reference", {"all"}, kReaders);
     registerAll(registerReloadOnOneThread, corpora, "overlay", {"ja"}, {"library", "sum"});
-    for (const char* reader : {"library", "floor"}) {
+    for (const char* reader : {"library", "yardstick"}) {
         registerReload(corpora, {"lookup", "plain", reader}, 2);
         registerReload(corpora, {"reference", "all", reader}, 2);
     }

@@ -80,7 +80,7 @@ FileReader fileReader(ReadLookups lookups, ReadRefItems refItems) {
             [refItems](std::string& text, const SplitText*) { return refItems(text); }};
 }
 
-FileReader floorReader() {
+FileReader yardstickReader() {
     return {[](std::string& text, const SplitText* split) {
                 parseOnly(text);
                 return RecordReader<SplitJson>::readLookups(SplitJson::root(*split));
@@ -105,7 +105,7 @@ FileReader parseReader() {
 
 const FileReader& findFileReader(const std::string& name) {
     static const std::map<std::string, FileReader> kFileReaders{
-        {"floor", floorReader()},
+        {"yardstick", yardstickReader()},
         {"parse", parseReader()},
         {"boost_json", fileReader(readLookupsWithBoostJson, readRefItemsWithBoostJson)},
         {"boost_json_arena",
@@ -116,7 +116,7 @@ const FileReader& findFileReader(const std::string& name) {
     return kFileReaders.at(name);
 }
 
-/// The files of one load and, for the floor, their split texts.
+/// The files of one load and, for the yardstick, their split texts.
 struct Source {
     std::vector<fs::path> files;
     std::vector<SplitText> splits;
@@ -128,7 +128,7 @@ struct Source {
 
 std::shared_ptr<const Source> openSource(std::vector<fs::path> files, const std::string& reader) {
     auto source = std::make_shared<Source>();
-    if (reader == "floor")
+    if (reader == "yardstick")
         for (const fs::path& file : files)
             source->splits.push_back(loadSplitText(splitPathOf(file)));
     source->files = std::move(files);

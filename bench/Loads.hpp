@@ -23,11 +23,11 @@ struct Load {
     std::string reader;
 };
 
-/// Who builds records: the library; the floor, which reads, parses, and makes the records from text
-/// split beforehand; "parse", which makes none; and the other JSON libraries.
-inline const std::vector<std::string> kReaders{
-    "library",          "floor",     "parse",    "boost_json",
-    "boost_json_arena", "rapidjson", "simdjson", "nlohmann"};
+/// Who builds records: the library; the yardstick, which reads, parses, and makes the records from
+/// text split beforehand; "parse", which makes none; and the other JSON libraries.
+inline const std::vector<std::string> kReaders{"library",    "yardstick",        "parse",
+                                               "boost_json", "boost_json_arena", "rapidjson",
+                                               "simdjson",   "nlohmann"};
 
 /// What a load gave. It is kept so that freeing it is not timed.
 struct Loaded {
@@ -48,7 +48,7 @@ struct PreparedLoad {
 /// Makes the corpus the one that the library reads. Throws for a load that there is not.
 PreparedLoad prepare(const std::filesystem::path& corpora, const Load& load);
 
-/// Makes the split texts that the floor needs, of every file.
+/// Makes the split texts that the yardstick needs, of every file.
 void splitCorpora(const std::filesystem::path& corpora);
 
 /// Makes a root and a language those that the library reads.

@@ -54,7 +54,7 @@ public:
 private:
     using Decode = std::u16string (*)(std::string_view);
 
-    /// The floor does what costs least: documents come in the order of their keys.
+    /// The yardstick does what costs least: documents come in the order of their keys.
     template <typename Items, typename Entry>
     static Entry findEntry(Items& items, Entry last, const std::u16string& key) {
         if constexpr (requires { Json::kExpectsOrder; })

@@ -5,7 +5,7 @@ from collections.abc import Callable
 from dataclasses import dataclass
 
 from .formats import MISSING, number, quartiles, table
-from .readers import FLOOR, LIBRARY, PROGRAM
+from .readers import LIBRARY, PROGRAM, YARDSTICK
 from .samples import Ratio, Samples, Value, counter, excess_peak, time
 from .tables import cost_growth
 
@@ -72,9 +72,9 @@ def _growth(load: str) -> Measure:
 
 
 def _held(load: str) -> Measure:
-    name, floor = (f"heap/{load}/{reader}" for reader in (LIBRARY, FLOOR))
+    name, yardstick = (f"heap/{load}/{reader}" for reader in (LIBRARY, YARDSTICK))
     held = counter("heap_bytes")
-    return lambda samples: samples.ratio(name, held, floor, held)
+    return lambda samples: samples.ratio(name, held, yardstick, held)
 
 
 def _amount(name: str, value: Value, unit: float = 1) -> Measure:
@@ -116,13 +116,17 @@ def _overlay_aims(samples: Samples) -> list[Aim]:
 
 
 LOAD_AIMS = [
-    Aim("lookup files: first load, of the floor", 1.10, _first_load("lookup/plain", FLOOR)),
+    Aim("lookup files: first load, of the yardstick", 1.10, _first_load("lookup/plain", YARDSTICK)),
     Aim("… of Boost.JSON", 1.00, _first_load("lookup/plain", "boost_json")),
     Aim("… of Boost.JSON with an arena", None, _first_load("lookup/plain", "boost_json_arena")),
     Aim("… of RapidJSON", None, _first_load("lookup/plain", "rapidjson")),
     Aim("many small lookup files: first load, of a program", 1.05, _of_program("first_load")),
     Aim("… later loads, of the same", 1.05, _of_program("reload")),
-    Aim("reference files: first load, of the floor", 1.10, _first_load("reference/all", FLOOR)),
+    Aim(
+        "reference files: first load, of the yardstick",
+        1.10,
+        _first_load("reference/all", YARDSTICK),
+    ),
     Aim("… of Boost.JSON", 0.85, _first_load("reference/all", "boost_json")),
     Aim("… of Boost.JSON with an arena", None, _first_load("reference/all", "boost_json_arena")),
     Aim("… of RapidJSON", None, _first_load("reference/all", "rapidjson")),
@@ -132,7 +136,7 @@ OTHER_AIMS = [
     Aim("one package with all, of plain files", 1.25, _of_plain("one_package")),
     Aim("cost per record with 16 times the products", 1.15, _growth("lookup/products16")),
     Aim("cost per record in files 16 times as large", 1.15, _growth("lookup/size16")),
-    Aim("lookup files: heap bytes of the records, of the floor", 1.02, _held("lookup/plain")),
+    Aim("lookup files: heap bytes of the records, of the yardstick", 1.02, _held("lookup/plain")),
     Aim("reference files: the same", 1.02, _held("reference/all")),
     Aim("lookup files: peak beyond the result, in largest files", 3.0, _peak("lookup/plain")),
     Aim("… of files 16 times as large", 3.0, _peak("lookup/size16")),
@@ -146,9 +150,3 @@ OTHER_AIMS = [
     Aim("Japanese text to UTF-16: speed, of ICU", 0.80, _text_speed("japanese"), at_least=True),
     Aim("`refdoc lookup`, of `apropos -e`", 0.50, _client),
 ]
-
-README_RATIOS: dict[str, Measure] = {
-    "lookup files, library / floor": _first_load("lookup/plain", FLOOR),
-    "reference files, library / floor": _first_load("reference/all", FLOOR),
-    "refdoc lookup / apropos -e": _client,
-}

@@ -3,12 +3,11 @@
 import argparse
 from pathlib import Path
 
-from .aims import README_RATIOS
 from .chart import write_chart
-from .formats import times
 from .machine import Machine
 from .page import performance_page
 from .samples import Samples
+from .summary import summary
 
 NOTES = Path(__file__).resolve().parents[2] / "docs/performance_notes.md"
 
@@ -21,8 +20,7 @@ def main() -> int:
     arguments.output.mkdir(parents=True, exist_ok=True)
     (arguments.output / "performance.md").write_text(page, encoding="utf-8")
     write_chart(samples, arguments.output / "performance.svg")
-    for name, measure in README_RATIOS.items():
-        print(f"{name}: {times(measure(samples))}")
+    print(summary(page))
     return 0
 
 
@@ -30,7 +28,7 @@ def parse_arguments() -> argparse.Namespace:
     parser = argparse.ArgumentParser(
         prog="report",
         description="Writes performance.md and performance.svg out of JSON reports of Google "
-        "Benchmark, and prints the ratios that sum them up.",
+        "Benchmark, and prints the ratios that sum the page up.",
     )
     parser.add_argument("results", type=Path, nargs="+", metavar="RESULTS.json")
     parser.add_argument(

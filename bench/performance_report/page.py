@@ -11,9 +11,8 @@ docs/performance_notes.md. -->
 # Performance
 
 How long the library takes to load reference documentation, how much memory it holds, and how that
-compares with what must be done in any case. The documentation is made of Debian's manual pages by
-[build_corpus](../tools/manual_corpus/README.md); [bench/](../bench/README.md) says how all is
-measured.
+compares with other programs. [build_corpus](../tools/manual_corpus/README.md) makes the documentation
+out of Debian's manual pages; [bench/](../bench/README.md) says how everything is measured.
 
 ![First load of the lookup files and of the reference files](performance.svg)
 
@@ -22,7 +21,7 @@ measured.
 {aims}
 
 Measured on {date} in {repetitions} rounds, each of which runs everything once in shuffled order. Times are
-medians; a ratio is taken in each round, and given as the median and the quartiles of these. "Of the floor" means relative to the
+medians; a ratio is taken in each round, and given as the median and the quartiles of these. "Of the yardstick" means relative to the
 reader of that name, below.
 
 ## Machine
@@ -47,7 +46,7 @@ Many small files, `small_files`, 197 of 11 KB:
 
 The same in all forms: `packages` has each file in a package of its own, `one_package` all files in
 one, `products4` and `products16` four and sixteen times the products, `size4` and `size16` four and
-sixteen times the records in each file. What is in packages is compared with the floor of the plain
+sixteen times the records in each file. What is in packages is compared with the yardstick of the plain
 files.
 
 {first_corpora}

@@ -10,7 +10,7 @@ class Reader:
 
 
 LIBRARY = "library"
-FLOOR = "floor"
+YARDSTICK = "yardstick"
 PROGRAM = "program"
 
 READERS = {
@@ -19,11 +19,11 @@ READERS = {
         "This library. It finds the files, reads and parses them, checks the kind of every member, "
         "builds the records, finds out what is installed and merges all by product.",
     ),
-    FLOOR: Reader(
-        "floor",
-        "A yardstick of what is to be done in any case: read the files, parse them with Boost.JSON "
-        "into an arena, and build the same records out of texts that were split beforehand. These "
-        "lie in memory of their own, so a reader whose texts are still in the caches can be faster.",
+    YARDSTICK: Reader(
+        "yardstick",
+        "What the others are compared with. It reads the files, parses them with Boost.JSON into an "
+        "arena, and builds the same records out of texts that were split beforehand. These lie in "
+        "memory of their own, so a reader whose texts are still in the caches can be faster.",
     ),
     "parse": Reader(
         "bare parse",

@@ -13,12 +13,12 @@ from .formats import (
     table,
     times,
 )
-from .readers import FLOOR, LIBRARY, READERS, label
+from .readers import LIBRARY, READERS, YARDSTICK, label
 from .samples import Ratio, Samples, Value, counter, excess_peak, per_record, time
 
 NAIVE_READERS = ("boost_json", "boost_json_arena", "rapidjson", "simdjson", "nlohmann")
-# What is in packages is read from plain files by the floor.
-FLOOR_CORPUS = {"packages": "plain", "one_package": "plain"}
+# What is in packages is read from plain files by the yardstick.
+YARDSTICK_CORPUS = {"packages": "plain", "one_package": "plain"}
 # In memory these are shown for all readers, and the other loads for the library alone.
 MAIN_LOADS = ("lookup/plain", "reference/all")
 # The larger load, and the one that it is compared with.
@@ -35,18 +35,18 @@ SCALED = {
 def readers_table(samples: Samples, load: str) -> str:
     """A load by every reader that has read it."""
     names = [f"{load}/{reader}" for reader in READERS if samples.names(f"{load}/{reader}")]
-    header = "reader|ms|of floor|quartiles|of docparser|k records/s|µs/record|MB/s".split("|")
+    header = "reader|ms|of yardstick|quartiles|of docparser|k records/s|µs/record|MB/s".split("|")
     return table(header, (_reader_row(samples, load, name) for name in names))
 
 
 def _reader_row(samples: Samples, load: str, name: str) -> list[str]:
-    of_floor = samples.ratio(name, time, f"{load}/{FLOOR}", time)
+    of_yardstick = samples.ratio(name, time, f"{load}/{YARDSTICK}", time)
     cost = _cost(samples, name)
     return [
         label(name.rpartition("/")[2]),
         milliseconds(samples.median(name, time)),
-        times(of_floor),
-        quartiles(of_floor),
+        times(of_yardstick),
+        quartiles(of_yardstick),
         times(samples.ratio(name, time, f"{load}/{LIBRARY}", time)),
         count(1_000_000 / cost if cost else None),
         number(2, 1_000)(cost),
@@ -73,28 +73,28 @@ def _megabytes_per_second(samples: Samples, name: str) -> float | None:
 
 def corpora_table(samples: Samples, group: str) -> str:
     """The lookup files in all forms: how much there is, and how long the library takes."""
-    header = "corpus|records|MB|docparser ms|floor ms|of floor|µs/record".split("|")
+    header = "corpus|records|MB|docparser ms|yardstick ms|of yardstick|µs/record".split("|")
     corpora = samples.parts(f"{group}/lookup/")
     return table(header, (_corpus_row(samples, group, corpus) for corpus in corpora))
 
 
 def _corpus_row(samples: Samples, group: str, corpus: str) -> list[str]:
     name = f"{group}/lookup/{corpus}/{LIBRARY}"
-    floor = f"{group}/lookup/{FLOOR_CORPUS.get(corpus, corpus)}/{FLOOR}"
+    yardstick = f"{group}/lookup/{YARDSTICK_CORPUS.get(corpus, corpus)}/{YARDSTICK}"
     return [
         f"`{corpus}`",
         count(_records(samples, name)),
         megabytes(samples.median(name, counter("bytes")) or None),
         milliseconds(samples.median(name, time)),
-        milliseconds(samples.median(floor, time)),
-        spread(samples.ratio(name, time, floor, time)),
+        milliseconds(samples.median(yardstick, time)),
+        spread(samples.ratio(name, time, yardstick, time)),
         number(2, 1_000)(_cost(samples, name)),
     ]
 
 
 def packages_table(samples: Samples) -> str:
     header = "files|docparser ms|of plain files|libzip ms|libdeflate ms".split("|")
-    corpora = [c for c in FLOOR_CORPUS if samples.names(f"first_load/lookup/{c}/{LIBRARY}")]
+    corpora = [c for c in YARDSTICK_CORPUS if samples.names(f"first_load/lookup/{c}/{LIBRARY}")]
     plain = f"first_load/lookup/plain/{LIBRARY}"
 
     def row(corpus: str) -> list[str]:
@@ -120,7 +120,8 @@ def overlay_table(samples: Samples, group: str) -> str:
 
 
 def memory_table(samples: Samples) -> str:
-    header = "load|reader|MB held|bytes/record|of floor|peak beyond it, in largest files".split("|")
+    header = ["load", "reader", "MB held", "bytes/record", "of yardstick"]
+    header.append("peak beyond it, in largest files")
     names = [
         name
         for kind in ("lookup", "reference")
@@ -144,7 +145,7 @@ def _memory_row(samples: Samples, name: str) -> list[str]:
         label(reader),
         megabytes(heap_bytes),
         count(heap_bytes / records if heap_bytes and records else None),
-        number(3)(_value(samples.ratio(heap, held, f"heap/{kind}/{corpus}/{FLOOR}", held))),
+        number(3)(_value(samples.ratio(heap, held, f"heap/{kind}/{corpus}/{YARDSTICK}", held))),
         number(2)(samples.median(name, excess_peak)),
     ]
 
@@ -154,11 +155,11 @@ def _value(ratio: Ratio | None) -> float | None:
 
 
 def scaling_table(samples: Samples) -> str:
-    header = ["load", *(label(reader) for reader in (LIBRARY, FLOOR, *NAIVE_READERS))]
+    header = ["load", *(label(reader) for reader in (LIBRARY, YARDSTICK, *NAIVE_READERS))]
     loads = [load for load in SCALED if samples.names(f"first_load/{load}/")]
 
     def row(load: str) -> list[str]:
-        readers = (LIBRARY, FLOOR, *NAIVE_READERS)
+        readers = (LIBRARY, YARDSTICK, *NAIVE_READERS)
         return [f"`{load}`", *(times(cost_growth(samples, load, reader)) for reader in readers)]
 
     return table(header, map(row, loads))
