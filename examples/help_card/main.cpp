@@ -1,6 +1,6 @@
-// What an editor shows beside the cursor: a card about the name that stands there. The editor has
-// its own idea of where the documentation lies, of the language and of what is installed, and plugs
-// these in as services.
+// What an editor shows beside the cursor: a card about the name at that place. The editor decides
+// where the documentation is, in which language it is read and what is installed, and plugs this in
+// as services.
 //
 //     help_card DOCROOT LANGUAGE FILE LINE COLUMN
 
@@ -37,7 +37,7 @@ std::u16string fromUtf8(std::string_view text) {
     return kUtf8.convert(text.data(), text.size());
 }
 
-/// The editor knows what its user has; here everything that the example needs.
+/// An editor knows what its user has; here it is everything that the example needs.
 environment::TopLevelProductList installedProducts() {
     using doc_products_shared::TopLevelDocProduct;
     std::vector<std::shared_ptr<const TopLevelDocProduct>> products;
@@ -47,7 +47,7 @@ environment::TopLevelProductList installedProducts() {
     return std::make_shared<const decltype(products)>(std::move(products));
 }
 
-/// Called from any thread that reads documentation; whatever is not plugged in stays built in.
+/// The services run on any thread that reads documentation; those left out stay built in.
 void plugIn(const std::string& docroot, const std::string& language) {
     environment::Services services;
     services.docDataRoot = [root = fromUtf8(docroot)] { return root; };
@@ -122,7 +122,7 @@ void printCard(const Found& found, const std::optional<RefItem>& item) {
     std::cout << "  " << to_string(found.lookup.getHref()) << '\n';
 }
 
-/// A line or a column: nothing but digits, and at least 1.
+/// A line or a column: digits only, and at least 1.
 std::optional<std::size_t> parsePosition(const std::string& text) {
     std::size_t position = 0;
     const char* const end = text.data() + text.size();
@@ -131,7 +131,7 @@ std::optional<std::size_t> parsePosition(const std::string& text) {
                                                                : std::nullopt;
 }
 
-int tellUsage() {
+int reportUsage() {
     std::cerr << "usage: help_card DOCROOT LANGUAGE FILE LINE COLUMN\n"
                  "LINE and COLUMN are numbers, from 1 on.\n";
     return 2;
@@ -139,11 +139,11 @@ int tellUsage() {
 
 int run(const std::vector<std::string>& arguments) {
     if (arguments.size() != 5)
-        return tellUsage();
+        return reportUsage();
     const auto lineNumber = parsePosition(arguments[3]);
     const auto column = parsePosition(arguments[4]);
     if (!lineNumber || !column)
-        return tellUsage();
+        return reportUsage();
     plugIn(arguments[0], arguments[1]);
     const std::string name = nameAt(readLine(arguments[2], *lineNumber), *column);
     const auto found = find(fromUtf8(name));
