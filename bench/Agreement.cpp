@@ -50,7 +50,7 @@ json::object describe(const docparser::DocResource<Record>& document) {
     return description;
 }
 
-/// All documents of a load by their keys: the maps of installed products and of the others are one.
+/// All documents of a load by their keys, those of installed products and the others in one map.
 template <typename Documents>
 std::map<std::u16string, json::object> describe(const std::vector<Documents>& all) {
     std::map<std::u16string, json::object> descriptions;

@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The last of all, so that every name is looked at.
+/// The last one, so that a search looks at every name.
 std::string productName(std::size_t number) {
     return "product" + std::to_string(number);
 }

@@ -27,7 +27,7 @@ std::string nameOf(const Load& load) {
     return load.kind + "/" + load.corpus + "/" + load.reader;
 }
 
-/// What one of this project's programs prints about a load: names and numbers by turns.
+/// What one of this project's programs prints about a load: names and numbers in turn.
 std::map<std::string, double> ask(const std::string& program, const fs::path& corpora,
                                   const Load& load) {
     const std::string command = fs::read_symlink("/proc/self/exe").parent_path() / program;
@@ -46,7 +46,7 @@ std::map<std::string, double> ask(const std::string& program, const fs::path& co
     return answers;
 }
 
-/// What of programs, libraries and other files is in memory.
+/// The part of programs, libraries and other files that is in memory.
 std::size_t residentFileBytes() {
     std::ifstream sizes("/proc/self/statm");
     std::size_t all = 0;
@@ -56,20 +56,20 @@ std::size_t residentFileBytes() {
     return ofFiles * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
 }
 
-/// The most memory of its own that this process has had.
+/// The peak of the memory that this process shares with no file.
 std::size_t peakResidentBytes() {
     rusage usage{};
     ::getrusage(RUSAGE_SELF, &usage);
     return static_cast<std::size_t>(usage.ru_maxrss) * 1024 - residentFileBytes();
 }
 
-/// What is allocated, with the allocator's own headers.
+/// The allocated bytes, with the allocator's own headers.
 std::size_t usedHeapBytes() {
     const auto use = ::mallinfo2();
     return use.uordblks + use.hblkhd;
 }
 
-/// All that build records of a corpus must give as many.
+/// All readers that build the records of a corpus must give as many.
 bool agreesOnRecords(const Load& load, double records) {
     static std::map<std::string, double> known;
     if (load.reader == "parse" || load.kind == "inflate" || load.kind == "overlay")
@@ -96,7 +96,7 @@ void registerFirstLoad(const fs::path& corpora, const Load& load) {
         ->Unit(benchmark::kMillisecond);
 }
 
-/// Watching the heap slows a load down: a program of its own does it.
+/// Watching the heap slows a load down, so a program of its own does it.
 void registerHeapUse(const fs::path& corpora, const Load& load) {
     const auto run = [corpora, load](benchmark::State& state) {
         for ([[maybe_unused]] const auto _ : state)

@@ -27,11 +27,11 @@ namespace {
 namespace fs = std::filesystem;
 namespace parser = reference::docparser::DocResourceParser;
 
-/// What simdjson wants to be there behind a text.
+/// The padding that simdjson needs after a text.
 constexpr std::size_t kPadding = 64;
 
 constexpr const char* kLookupFolder = "docCatalog/referenceapi_lookup";
-constexpr const char* kSplitFolder = "split-1"; // counted with the form of what is in it
+constexpr const char* kSplitForm = "split-1-"; // to be counted up when split texts change
 constexpr const char* kReferenceFolder = "docCatalog/referenceapi";
 
 std::string readWhole(const fs::path& path) {
@@ -56,14 +56,14 @@ std::vector<fs::path> filesIn(const fs::path& folder, const std::string& extensi
 }
 
 fs::path splitPathOf(const fs::path& file) {
-    return file.parent_path() / kSplitFolder / file.stem();
+    return file.parent_path() / std::string(kSplitForm).append(kMembersDigest) / file.stem();
 }
 
 bool isEnglish(const fs::path& file) {
     return file.stem().string().find('_') == std::string::npos;
 }
 
-/// Reads the texts of a file's records, of both kinds, in the way of one reader.
+/// Reads the records of one file, of either kind, as one of the readers does.
 struct FileReader {
     std::function<Lookups(std::string&, const SplitText*)> lookups;
     std::function<RefItems(std::string&, const SplitText*)> refItems;
@@ -241,8 +241,8 @@ PreparedLoad prepareReference(const fs::path& corpora, const Load& load) {
     return measured(run, files);
 }
 
-/// The resources that are translated: the library laying one file over the other, or the same two
-/// read one after the other, each as the English file of a resource of its own.
+/// The translated resources: the library lays one file over the other, or reads the same two one
+/// after the other, each as the English file of a resource of its own.
 PreparedLoad prepareOverlay(const fs::path& root, const std::string& language, bool isSum) {
     const std::string suffix = "_" + language + ".json";
     std::vector<fs::path> english;

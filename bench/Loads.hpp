@@ -10,7 +10,7 @@
 
 namespace bench {
 
-/// One load that is timed: what is read, from where, and by whom.
+/// One load that is timed: what is read, from where, and by which reader.
 ///
 /// kind       corpus                                        reader
 /// lookup     a root: plain, packages, products16 ...       kReaders, or program
@@ -23,8 +23,8 @@ struct Load {
     std::string reader;
 };
 
-/// Who builds records: the library; the yardstick, which reads, parses, and makes the records from
-/// text split beforehand; "parse", which makes none; and the other JSON libraries.
+/// The readers that build records: the library; the yardstick, which reads, parses, and makes the
+/// records from text split beforehand; "parse", which makes none; and the other JSON libraries.
 inline const std::vector<std::string> kReaders{"library",    "yardstick",        "parse",
                                                "boost_json", "boost_json_arena", "rapidjson",
                                                "simdjson",   "nlohmann"};
@@ -44,14 +44,14 @@ struct PreparedLoad {
     std::size_t largestFile = 0; ///< in bytes of JSON
 };
 
-/// Does what is not timed: finds the files, and loads split texts, which `splitCorpora` made.
-/// Makes the corpus the one that the library reads. Throws for a load that there is not.
+/// Does what is not timed: finds the files, loads the split texts that `splitCorpora` made, and
+/// makes the library read this corpus. Throws for an unknown load.
 PreparedLoad prepare(const std::filesystem::path& corpora, const Load& load);
 
-/// Makes the split texts that the yardstick needs, of every file.
+/// Makes the split texts of every file, which the yardstick needs.
 void splitCorpora(const std::filesystem::path& corpora);
 
-/// Makes a root and a language those that the library reads.
+/// Makes the library read this root in this language.
 void setLibraryRoot(const std::filesystem::path& root, const std::u16string& language);
 
 } // namespace bench

@@ -1,5 +1,5 @@
-// Loads once, as the process of a first load does, and prints how much of the heap the
-// result takes.
+// Loads once, as the process of a first load does, and prints how much of the heap the result
+// takes.
 
 #include <cstdio>
 #include <exception>

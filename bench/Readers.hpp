@@ -4,7 +4,7 @@
 
 #include "RecordReader.hpp"
 
-/// The records of one resource file, built by means of other JSON libraries than the library does.
+/// The records of one resource file, built with JSON libraries in ways other than the library's.
 namespace bench {
 
 Lookups readLookupsWithBoostJson(const std::string& text);

@@ -15,8 +15,8 @@
 #include "reference/docparser/DocResource.hpp"
 #include "reference/docparser/RefItem.hpp"
 
-/// Builds the library's records as a competent user of a JSON library would write it: no kind
-/// checks beyond those of the JSON library, no merging, no test of what is installed.
+/// Builds the library's records as a competent user of a JSON library would: without checks of
+/// kinds beyond those of the JSON library, without merging, without a test of what is installed.
 namespace bench {
 
 namespace docparser = reference::docparser;
@@ -25,10 +25,10 @@ namespace property = reference::property;
 using Lookups = std::map<std::u16string, docparser::DocResource<property::RefItemLookup>>;
 using RefItems = std::map<std::u16string, docparser::DocResource<docparser::RefItem>>;
 
-/// `Json` says how one library gives out values: types `Value` and `Object`, and static functions
+/// `Json` wraps one JSON library: types `Value` and `Object`, and static functions
 /// `toObject(Value&)`, `find(Object&, Member)` (an optional value), `text(Value&)`, `size(Value&)`
 /// of a list (0 where counting would cost) and `forEach(Value&, use)` for each of its elements. A
-/// library that would rather go through an item once also has `lookupTexts(Object&)`.
+/// library for which one pass over an item is faster also has `lookupTexts(Object&)`.
 template <typename Json>
 class RecordReader {
 public:
@@ -54,7 +54,7 @@ public:
 private:
     using Decode = std::u16string (*)(std::string_view);
 
-    /// The yardstick does what costs least: documents come in the order of their keys.
+    /// The yardstick inserts in the cheapest way: documents come in the order of their keys.
     template <typename Items, typename Entry>
     static Entry findEntry(Items& items, Entry last, const std::u16string& key) {
         if constexpr (requires { Json::kExpectsOrder; })

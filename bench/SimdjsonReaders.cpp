@@ -11,7 +11,7 @@ namespace {
 
 namespace ondemand = simdjson::ondemand;
 
-/// On demand, a value can be had once, while the reading stands before it.
+/// On demand: a value can be read once, while the parser is just before it.
 struct Simdjson {
     using Value = ondemand::value;
     using Object = ondemand::object;
@@ -20,7 +20,7 @@ struct Simdjson {
 
     static std::optional<Value> find(Object& object, Member member) {
         Value value;
-        // The one that ends a document, where it is there, must not cost a second way through it.
+        // It ends a document; where it is missing, the document must not be searched a second time.
         auto found = member == Member::SupportPackages
                          ? object.find_field(nameOf(member))
                          : object.find_field_unordered(nameOf(member));
@@ -37,8 +37,7 @@ struct Simdjson {
             use(element);
     }
 
-    /// Asking for each member by name would go through the whole item again for every one that is
-    /// not there.
+    /// Asking for each member by name would go through the whole item again for every missing one.
     static LookupTexts lookupTexts(Object& item) {
         LookupTexts texts{};
         for (auto field : item) {

@@ -13,9 +13,9 @@
 
 namespace bench {
 
-/// A resource file's texts, found beforehand: what a reader has left to do is the records alone.
+/// A resource file's texts, found beforehand: a reader only has to build the records.
 struct SplitText {
-    /// A text, or the children of an object or a list, which stand in a row.
+    /// A text, or the children of an object or a list, which are adjacent.
     struct Node {
         std::uint32_t begin;   ///< of the text, or the first child's number
         std::uint32_t size;    ///< of the text, or how many children there are
@@ -26,7 +26,7 @@ struct SplitText {
     std::string text;
 };
 
-/// `json` is the text of a sound resource file.
+/// `json` must be a sound resource file.
 SplitText split(const std::string& json);
 
 void save(const SplitText& text, const std::filesystem::path& file);

@@ -26,14 +26,14 @@ namespace fs = std::filesystem;
 namespace json = boost::json;
 namespace tools = reference::docparser::DocResourceParser::ParsingTools;
 
-/// Whose result, two bytes for each, fits the first caches.
+/// The result, two bytes for each byte, fits the first caches.
 constexpr std::size_t kTextSize = std::size_t{8} * 1024;
 
 bool isAscii(char byte) {
     return byte > 0 && byte < 0x7F;
 }
 
-/// The first `size` bytes, or some fewer, so that no character is cut.
+/// The first `size` bytes, or a few less so that no character is cut.
 std::string_view leading(std::string_view text, std::size_t size) {
     size = std::min(size, text.size());
     while (size < text.size() && (text[size] & 0xC0) == 0x80)
@@ -59,7 +59,7 @@ std::string collectText(const fs::path& file, bool onlyAscii) {
     return std::string(leading(text, kTextSize));
 }
 
-/// Two texts by turns.
+/// Two texts in turn.
 std::string mix(std::string_view first, std::string_view second) {
     constexpr std::size_t kPiece = 100;
     std::string mixed;

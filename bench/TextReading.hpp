@@ -8,8 +8,7 @@
 
 #include "environment/PathAndText.hpp"
 
-/// How texts become parts of records. All readers share it, so that only their ways with JSON
-/// differ.
+/// How texts become parts of records. All readers share it, so that they differ in JSON alone.
 namespace bench {
 
 /// One code unit per byte.
@@ -18,7 +17,7 @@ inline std::u16string widen(std::string_view text) {
     return text.empty() ? std::u16string() : kAscii.convert(text.data(), text.size());
 }
 
-/// UTF-8, of which plain text is the most.
+/// UTF-8, most of which is plain ASCII.
 inline std::u16string decode(std::string_view text) {
     static const fl::i18n::codecvt_string_to_ustring kUtf8("utf8", true);
     unsigned char largest = 0;

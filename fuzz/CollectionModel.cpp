@@ -97,7 +97,7 @@ private:
         }
     }
 
-    /// The package says the language of its only leaf, which must be named for it if localized.
+    /// The package's name says the language of its only leaf; a localized leaf must agree.
     Language languageOfSingle(const LookupFile& package, const std::string& leaf) const {
         if (languageOf(package.name) == Language::English)
             return Language::English;
@@ -112,11 +112,11 @@ private:
             for (auto& [key, document] : documentsOf(text))
                 merge(isInstalled(key) ? installed : others, key, document, language);
         } catch (const Failure&) {
-            // What remains of this text is lost, and nothing else.
+            // The rest of this text is lost, and nothing else.
         }
     }
 
-    /// In the order of their keys, which are ASCII; none of a text that breaks the format.
+    /// In the order of their keys, which are ASCII; none for a text that breaks the format.
     static std::map<std::string, json::object> documentsOf(const std::string& text) {
         std::map<std::string, json::object> documents;
         boost::system::error_code failure;
@@ -154,8 +154,8 @@ private:
             mergeGroup(held->at("refItems").as_object(), name, lookups.as_array());
     }
 
-    /// A name that is new comes with all its lookups; a list that is shorter than the incoming one
-    /// gets those whose links it lacks.
+    /// A new name brings all its lookups; a list shorter than the incoming one gets those whose
+    /// links it lacks.
     static void mergeGroup(json::object& groups, json::string_view name,
                            const json::array& incoming) {
         json::value* const group = groups.if_contains(name);

@@ -8,8 +8,8 @@
 
 namespace fuzz {
 
-/// What is collected from a root, worked out from the rules alone, without reading any file: the
-/// documents of what is installed, and all others. Nothing when the collection must fail.
+/// The collection of a root, computed from the rules alone, without reading any file: the documents
+/// of installed products, and all others. Nothing when the collection must fail.
 std::optional<boost::json::array> expectedCollection(const CollectionRoot& root);
 
 } // namespace fuzz

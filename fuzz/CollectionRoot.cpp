@@ -21,8 +21,8 @@ using testsupport::ZipMethod;
 
 using Texts = std::vector<std::string>;
 
-// Few of each kind, so that keys, names and links meet. The two names beyond ASCII are in one
-// order as UTF-8 and in the other as UTF-16.
+// Few of each kind, so that keys, names and links coincide. The two names beyond ASCII have
+// opposite orders in UTF-8 and in UTF-16.
 const Texts kKeys{"f", "g", "p", "F", "f1", ""};
 const Texts kNames{"n", "m", "a\U0001F600", "a\uFB00", "N", ""};
 const Texts kHrefs{"h1", "h2", "h3", "h4", "H1", ""};
@@ -42,7 +42,7 @@ constexpr std::size_t kMaximumLookups = 5;
 constexpr std::size_t kMaximumSeries = 32;
 constexpr std::size_t kMaximumRuns = 4;
 
-/// Every text that tells documents and lookups apart gets the next number.
+/// Every text that distinguishes documents and lookups gets the next number.
 class Numbers {
 public:
     std::string next() { return std::to_string(++last_); }
@@ -51,7 +51,7 @@ private:
     std::size_t last_ = 0;
 };
 
-/// What is wrong with a text; with unknown members nothing is.
+/// What is wrong with a text; unknown members are allowed.
 enum class TextDamage {
     None,
     UnknownMembers,
@@ -154,7 +154,7 @@ Leaf chooseLeaf(Choices& choices, Numbers& numbers) {
     return {name.empty() ? "a.json" : name, chooseText(choices, numbers), damage, isDeflated};
 }
 
-/// Appends lookups of one name whose links are all different, all the same, or come round again.
+/// Appends lookups of one name whose links are all different, all the same, or repeat in turn.
 void appendRun(json::array& lookups, Choices& choices, Numbers& numbers) {
     const std::string& name = kNames[choices.below(2)];
     const std::size_t length = choices.below(8);
@@ -168,8 +168,8 @@ void appendRun(json::array& lookups, Choices& choices, Numbers& numbers) {
                            {"href", 'h' + std::to_string((first + i * step) % period)}});
 }
 
-/// A package of many documents of two keys, English and localized, that meet again and again with
-/// lists of all lengths.
+/// A package of many documents with two keys, English and localized, that are merged again and
+/// again with lists of all lengths.
 std::vector<Leaf> chooseSeries(Choices& choices, Numbers& numbers) {
     std::vector<Leaf> leaves;
     for (std::size_t count = 1 + choices.below(kMaximumSeries); count > 0; --count) {

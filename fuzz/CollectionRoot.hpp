@@ -8,7 +8,7 @@
 #include "Support.hpp"
 #include "support/ScopedRoot.hpp"
 
-/// A reference root with a few lookup files, and the host that it is read on, as an input says.
+/// A documentation root with a few lookup files, and the host that reads it, made from an input.
 namespace fuzz {
 
 inline std::u16string utf16(const std::string& text) {
@@ -29,8 +29,8 @@ enum class FileKind { Text, Package, CutPackage, Folder };
 struct LookupFile {
     std::string name;
     FileKind kind;
-    std::string text;         ///< of a file that is no package
-    std::vector<Leaf> leaves; ///< of a package, one at least
+    std::string text;         ///< of a file that is not a package
+    std::vector<Leaf> leaves; ///< of a package, at least one
 };
 
 enum class FailingService { None, Products, PackageList, PackageRoot, Language, Languages };
@@ -47,7 +47,7 @@ struct Host {
 
 struct CollectionRoot {
     Host host;
-    std::vector<LookupFile> files; ///< no two of one name
+    std::vector<LookupFile> files; ///< with different names
 };
 
 CollectionRoot chooseRoot(Choices& choices);

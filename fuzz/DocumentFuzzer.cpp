@@ -1,5 +1,6 @@
-// Parses an input as a resource file: of any text is read what its format says, and no JSON is told
-// from JSON that breaks the format. What else is thrown ends the process.
+// Parses an input as a resource file: the result must be what the model of the format says, and the
+// exception must say whether the text is not JSON or breaks the format. Any other exception ends
+// the process.
 
 #include <optional>
 #include <string>
@@ -26,11 +27,12 @@ using reference::property::RefItemLookup;
 
 namespace {
 
-/// Whoever wrote a text, its objects must not become tables that he can fill.
+/// No author of a text may fill the hash tables of its objects.
 void requireKnownNames(const boost::json::value& value) {
     if (const boost::json::object* object = value.if_object())
         for (const auto& [name, member] : *object) {
-            fuzz::require(docparser::member::kAllNames.contains(name), "only what is read is kept");
+            fuzz::require(docparser::member::kAllNames.contains(name),
+                          "only known members are kept");
             requireKnownNames(member);
         }
     if (const boost::json::array* list = value.if_array())
@@ -50,7 +52,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     try {
         const auto resource = docparser::parseReferenceResource<DOCPARSER_FUZZED_ITEM>(text);
         fuzz::require(expected && testsupport::describe(resource) == *expected,
-                      "what is read is what stands there");
+                      "the records are those of the model");
     } catch (const boost::system::system_error&) {
         fuzz::require(failure.failed(), "JSON is read");
         return 0;

@@ -1,5 +1,5 @@
-// Collects the lookup files of a small root that is made as an input says, and compares with what
-// the rules say.
+// Collects the lookup files of a small root that is made from an input, and compares the result
+// with what the rules say.
 
 #include <cstddef>
 #include <cstdio>
@@ -31,8 +31,8 @@ using fuzz::FailingService;
 
 struct ServiceFailure {};
 
-/// The services of the host of one input, one of which may fail. `questions` counts how many times
-/// the products were asked for.
+/// The services of the host of one input, one of which may fail. `questions` counts the calls of
+/// the service for the products.
 environment::Services servicesOf(const fuzz::Host& host, std::size_t& questions) {
     const auto failIf = [&host](FailingService service) {
         if (host.failingService == service)
@@ -79,7 +79,7 @@ std::optional<json::array> collect() {
     }
 }
 
-/// Temporary files go to memory where that can be.
+/// Temporary files go to memory where possible.
 bool preferMemory() {
     const char* const memory = "/dev/shm";
     return ::access(memory, W_OK) == 0 && ::setenv("TMPDIR", memory, 1) == 0;

@@ -1,4 +1,4 @@
-// Runs a target over every file of the folders given, without the fuzzing engine.
+// Runs a target over every file of the given folders, without the fuzzing engine.
 
 #include <algorithm>
 #include <cstdlib>
@@ -22,7 +22,7 @@ constexpr unsigned kSecondsPerInput = 60;
 
 std::vector<fs::path> filesOf(const fs::path& folder) {
     std::vector<fs::path> files;
-    std::error_code isMissing; // which counts as empty
+    std::error_code isMissing; // a missing folder counts as empty
     for (const fs::directory_entry& entry : fs::directory_iterator(folder, isMissing))
         if (entry.is_regular_file())
             files.push_back(entry.path());
@@ -30,7 +30,7 @@ std::vector<fs::path> filesOf(const fs::path& folder) {
     return files;
 }
 
-/// A failure ends the process, so each file is named before it runs.
+/// A failure ends the process, so the name of each file is printed before it runs.
 bool replay(const fs::path& path) {
     std::cout << path.string() << std::endl;
     std::ifstream file(path, std::ios_base::binary);

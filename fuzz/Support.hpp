@@ -6,12 +6,12 @@
 #include <cstdlib>
 #include <string_view>
 
-/// What every target is called with; the bytes belong to the caller.
+/// The entry point of every target; the bytes belong to the caller.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace fuzz {
 
-/// Ends the process so that the fuzzing engine, and a replay, take the input for a failure.
+/// Ends the process so that the fuzzing engine, and a replay, report the input as a failure.
 inline void require(bool holds, std::string_view rule) {
     if (holds)
         return;
@@ -23,7 +23,7 @@ inline std::string_view textOf(const std::uint8_t* data, std::size_t size) {
     return {reinterpret_cast<const char*>(data), size};
 }
 
-/// Hands out an input piece by piece; once it is used up there are only zeros.
+/// Gives out an input piece by piece; after its end there are only zeros.
 class Choices {
 public:
     explicit Choices(std::string_view input) : input_(input) {}

@@ -1,4 +1,4 @@
-// Compares the text conversions with those of ICU, which take a text whole.
+// Compares the text conversions with those of ICU, which convert a text as a whole.
 
 #include <cstddef>
 #include <cstdint>
@@ -32,8 +32,8 @@ std::string encode(const std::u16string& text) {
     return bytes;
 }
 
-/// What stands before the input: the conversions work on blocks of 512 and 1024, at whose ends the
-/// input must come to lie. Most inputs stand alone.
+/// A prefix for the input: the conversions work on blocks of 512 and 1024, at whose ends the input
+/// must fall. Most inputs have none.
 std::size_t choosePadding(fuzz::Choices& choices) {
     const std::size_t blocks = choices.below(32);
     const std::size_t letters = choices.below(256);
@@ -66,7 +66,7 @@ void checkWidening(const std::string& bytes) {
 
 void checkJsonText(const std::string& bytes, const std::u16string& decoded) {
     const boost::json::value value = boost::json::string(bytes);
-    // Whatever is not Ascii is UTF-8.
+    // What is not Ascii is UTF-8.
     for (const int type : {static_cast<int>(StringParsingType::Utf8), 2, -1, 256})
         require(getFluString(value, static_cast<StringParsingType>(type)) == decoded,
                 "a JSON text read as UTF-8");

@@ -27,7 +27,7 @@ constexpr std::size_t kContentOfAnyPackage = std::size_t{64} << 20;
 /// How much of it is read again and compared.
 constexpr std::size_t kReadPerInput = std::size_t{4} << 20;
 
-/// A file in memory that stands for whatever was last put into it.
+/// A file in memory with the content that was last put into it.
 class MemoryFile {
 public:
     MemoryFile() : descriptor_(::memfd_create("package", MFD_CLOEXEC)) {
@@ -56,7 +56,7 @@ private:
 enum class Outcome { Whole, CutOff, Broken };
 
 struct Reading {
-    std::string bytes; ///< what came before the end, or before the failure
+    std::string bytes; ///< up to the end, or to the failure
     Outcome outcome = Outcome::Whole;
 
     bool operator==(const Reading&) const = default;
@@ -84,7 +84,7 @@ Reading readLeaf(const FileSystemManager& manager, const FileSystemEntry& leaf,
     return reading;
 }
 
-/// A leaf that was not cut off reads as a resource file: whole, or as an empty one when broken.
+/// A leaf that was not cut off is read as a resource file: whole, or as an empty one when broken.
 void checkResourceReading(FileSystemManager& manager, const FileSystemEntry& leaf,
                           const Reading& reading) {
     namespace docparser = reference::docparser;
@@ -94,7 +94,7 @@ void checkResourceReading(FileSystemManager& manager, const FileSystemEntry& lea
             "a leaf reads as a resource file");
 }
 
-/// Nothing is kept of what is read.
+/// Counts without keeping the content.
 std::size_t countContent(const FileSystemManager& manager, const FileSystemEntry& leaf,
                          std::size_t enough) {
     std::array<char, 64 * 1024> buffer;
@@ -106,7 +106,7 @@ std::size_t countContent(const FileSystemManager& manager, const FileSystemEntry
                    size > enough ? 0 : source->getInputStream().read(buffer.data(), buffer.size()))
             size += count;
     } catch (const std::runtime_error&) {
-        // What came before counts.
+        // What was read before the failure counts.
     }
     return size;
 }

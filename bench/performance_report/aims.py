@@ -92,7 +92,7 @@ def _text_speed(kind: str) -> Measure:
 
 
 def _client(samples: Samples) -> Ratio | None:
-    """The middle one of the ratios for each name."""
+    """The median of the ratios of all names."""
     ratios = [
         samples.ratio(f"client/{name}/refdoc", time, f"client/{name}/apropos", time)
         for name in samples.parts("client/")

@@ -8,7 +8,7 @@ from .samples import Samples, counter, time
 
 PANELS = {"lookup/plain": "Lookup files", "reference/all": "Reference files"}
 OWN_COLOUR, OTHER_COLOUR = "0x1f6feb", "0xb6bec9"
-# White behind everything, for pages that are dark.
+# A white background, for dark pages.
 PREAMBLE = """
 set terminal svg size 980,380 fixed font "Helvetica,Arial,sans-serif,13" background "#ffffff"
 set output "{output}"
@@ -36,7 +36,7 @@ plot $bars using 1:2:(0):1:($2 - 0.36):($2 + 0.36):3 with boxxyerror linecolor r
 
 
 def write_chart(samples: Samples, output: Path) -> None:
-    """Writes no chart when none of the loads was measured, and leaves no older one there."""
+    """Writes no chart when none of the loads was measured, and removes an older one."""
     output.unlink(missing_ok=True)
     panels = [_panel(samples, load, title) for load, title in PANELS.items()]
     drawn = [panel for panel in panels if panel]

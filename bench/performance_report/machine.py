@@ -1,4 +1,4 @@
-"""What it was measured on, and with which versions."""
+"""The machine and the versions that the figures are from."""
 
 import os
 import platform

@@ -1,4 +1,4 @@
-"""The page as a whole."""
+"""The whole page."""
 
 from . import tables
 from .aims import aims_table

@@ -1,4 +1,4 @@
-"""What the loads are measured with: how each is called and what it does."""
+"""The readers that the loads are measured with: the name of each, and what it does."""
 
 from dataclasses import dataclass
 

@@ -12,7 +12,7 @@ Run = dict
 Value = Callable[[Run], float | None]
 Key = tuple[str, int]  # name and number of threads
 
-# How many leading parts of a benchmark's name say what it is; Google Benchmark adds others.
+# How many leading parts of a name are ours; Google Benchmark adds others.
 NAME_PARTS = {
     "first_load": 4,
     "heap": 4,
@@ -130,7 +130,7 @@ def _read_report(path: Path) -> dict:
 
 
 def _place(run: Run) -> tuple[int, int]:
-    """Where the benchmark is defined; the report has the order in which they ended."""
+    """The place where the benchmark is defined; reports are in the order in which they ended."""
     return run.get("family_index", 0), run.get("per_family_instance_index", 0)
 
 

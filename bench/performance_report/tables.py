@@ -17,11 +17,11 @@ from .readers import LIBRARY, READERS, YARDSTICK, label
 from .samples import Ratio, Samples, Value, counter, excess_peak, per_record, time
 
 NAIVE_READERS = ("boost_json", "boost_json_arena", "rapidjson", "simdjson", "nlohmann")
-# What is in packages is read from plain files by the yardstick.
+# The yardstick reads the contents of packages from plain files.
 YARDSTICK_CORPUS = {"packages": "plain", "one_package": "plain"}
-# In memory these are shown for all readers, and the other loads for the library alone.
+# The memory table has these for all readers, and other loads for the library alone.
 MAIN_LOADS = ("lookup/plain", "reference/all")
-# The larger load, and the one that it is compared with.
+# Larger loads, and those that they are compared with.
 SCALED = {
     "lookup/products4": "lookup/plain",
     "lookup/products16": "lookup/plain",
@@ -33,7 +33,7 @@ SCALED = {
 
 
 def readers_table(samples: Samples, load: str) -> str:
-    """A load by every reader that has read it."""
+    """A load by every reader."""
     names = [f"{load}/{reader}" for reader in READERS if samples.names(f"{load}/{reader}")]
     header = "reader|ms|of yardstick|quartiles|of docparser|k records/s|µs/record|MB/s".split("|")
     return table(header, (_reader_row(samples, load, name) for name in names))
@@ -61,7 +61,7 @@ def _records(samples: Samples, name: str) -> float | None:
 
 
 def _cost(samples: Samples, name: str) -> float | None:
-    """Nanoseconds per record; of a reader that gives none, nothing."""
+    """Nanoseconds per record; None for a reader without records."""
     duration, records = samples.median(name, time), _records(samples, name)
     return duration / records if duration and records else None
 

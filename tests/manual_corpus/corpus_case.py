@@ -35,7 +35,7 @@ class CorpusCase(unittest.TestCase):
         self.folder = Path(folder.name)
         self.packages = self.folder / "packages"
         self.root = self.folder / "root"
-        # Whatever is installed here must not get into the results.
+        # Packages installed on this machine must not get into the results.
         patch = mock.patch("manual_corpus.packages._installed_versions", return_value={})
         patch.start()
         self.addCleanup(patch.stop)
@@ -48,7 +48,7 @@ class CorpusCase(unittest.TestCase):
         return self.packages / f"{package}_1.0_all" / "usr/share/man"
 
     def add_page(self, package: str, place: str, text: str) -> Path:
-        """Writes a page; `place` is such as "man3/f.3" or "ja/man3/f.3.gz"."""
+        """Writes a page; `place` is, for example, "man3/f.3" or "ja/man3/f.3.gz"."""
         path = self.manual_folder(package) / place
         path.parent.mkdir(parents=True, exist_ok=True)
         content = text.encode("utf-8")
@@ -75,7 +75,7 @@ class CorpusCase(unittest.TestCase):
         return status, output.getvalue(), errors.getvalue()
 
     def build(self, *arguments: str) -> str:
-        """Builds the root, which must succeed; gives what is reported."""
+        """Builds the root, which must succeed; returns the reported lines."""
         status, _, errors = self.run_program(*arguments)
         self.assertEqual(status, 0, errors)
         return errors

@@ -1,4 +1,4 @@
-"""Whole runs over small packages: what stands in the data root."""
+"""Whole runs over small packages: what the documentation root holds."""
 
 import json
 import unittest
@@ -148,7 +148,7 @@ class ProductTest(CorpusCase):
 
 class TranslationTest(CorpusCase):
     def translate(self, english: str, translated: str, language: str = "ja") -> str:
-        """Builds from one page and its translation; gives what is reported."""
+        """Builds from one page and its translation; returns the reported lines."""
         self.add_page("manpages-dev", "man3/f.3", english)
         self.add_page(f"manpages-{language}-dev", f"{language}/man3/f.3", translated)
         return self.build("--products", "libc", "--languages", language)

@@ -1,4 +1,4 @@
-"""What a single page gives."""
+"""What is read from a single page."""
 
 import unittest
 

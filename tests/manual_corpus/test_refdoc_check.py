@@ -1,4 +1,4 @@
-"""The client's check passes what the program writes, and sees what the library loses of it."""
+"""The client's check accepts what the program writes, and finds what the library loses of it."""
 
 import json
 import os
@@ -49,7 +49,7 @@ class RefdocCheckTest(CorpusCase):
         names = [path.name for path in (self.root / LOOKUP_FOLDER).iterdir()]
         self.assertTrue(any("_ja" in name for name in names), names)
 
-    def test_what_is_told_lost_is_what_the_library_loses(self) -> None:
+    def test_what_the_check_reports_lost_is_what_the_library_loses(self) -> None:
         languages = ("en", "ja")
         sound = {language: self.delivered(language) for language in languages}
         files = sorted((self.root / LOOKUP_FOLDER).glob("*.json"))
@@ -63,10 +63,10 @@ class RefdocCheckTest(CorpusCase):
             path.write_bytes(content[:at] + damage + content[at + 1 :])
             findings = map(json.loads, self.refdoc("check", "--json")[1].splitlines())
             is_lost = any(finding.get("cost") == "the whole file is lost" for finding in findings)
-            told_without = {language: self.delivered(language) for language in languages}
+            damaged = {language: self.delivered(language) for language in languages}
             path.unlink()
             without = {language: self.delivered(language) for language in languages}
-            self.assertEqual(is_lost, told_without == without, (path.name, at))
+            self.assertEqual(is_lost, damaged == without, (path.name, at))
             lost_files += is_lost
             path.write_bytes(content)
         self.assertEqual({language: self.delivered(language) for language in languages}, sound)

@@ -1,4 +1,4 @@
-"""How a run treats the data root that is there: stamp, replacement, determinism, errors."""
+"""How a run treats an existing root: stamp, replacement, determinism, errors."""
 
 import os
 import unittest
@@ -83,7 +83,7 @@ class RunTest(CorpusCase):
         (self.root / "precious").write_text("mine")
         status, _, errors = self.run_here()
         self.assertEqual(status, 1)
-        self.assertIn("no data root of this program", errors)
+        self.assertIn("not a documentation root of this program", errors)
         self.assertEqual(tree(self.root), {"precious": b"mine"})
 
     def test_a_root_without_its_stamp_counts_as_foreign(self) -> None:

@@ -1,4 +1,4 @@
-# Runs PROGRAM in WORK_DIR, beside a data root `docroot` made of the examples of the page FORMATS, and
+# Runs PROGRAM in WORK_DIR, beside a documentation root `docroot` made of the examples of the page FORMATS, and
 # compares what it prints with the file EXPECTED.
 file(READ "${FORMATS}" page)
 function(write_example kind file)

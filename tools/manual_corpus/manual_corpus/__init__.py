@@ -1,1 +1,1 @@
-"""Documentation data roots made from manual pages."""
+"""Documentation roots made from manual pages."""

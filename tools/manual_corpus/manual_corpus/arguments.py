@@ -83,7 +83,7 @@ def _name_and_remark(term: str) -> tuple[str, str]:
 
 
 def _unquoted(term: str) -> str:
-    """Quotes around a whole term only mark it as code."""
+    """Without quotes around a whole term, which only mark it as code."""
     return term[1:-1] if re.fullmatch(r'"[^"]+"', term) else term
 
 

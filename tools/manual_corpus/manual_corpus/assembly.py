@@ -1,4 +1,4 @@
-"""Puts parsed pages together to the documents of each product and language."""
+"""Puts parsed pages together into the documents of each product and language."""
 
 from collections import Counter, defaultdict
 from dataclasses import dataclass, field
@@ -46,7 +46,7 @@ class Assembler:
         return next((product for product in takers if page.package in product.packages), None)
 
     def set_originals(self, pages: list[ParsedPage]) -> None:
-        """Takes the English pages; every href and link afterwards leads to one of them."""
+        """Sets the English pages, to which every later href and link leads."""
         for parsed in pages:
             product = self.product_of(parsed.page)
             href = page_href(product, parsed.page)
@@ -86,7 +86,7 @@ class Assembler:
 
     def _one_page_per_original(self, pages: list[ParsedPage]) -> dict[PageKey, ParsedPage]:
         chosen: dict[PageKey, ParsedPage] = {}
-        # A page of the original's own name is preferred to one that was split off or renamed.
+        # A page of the original's own name comes before one that was split off or renamed.
         for parsed in sorted(pages, key=lambda parsed: parsed.page.key not in self._originals):
             original = self.original_of(parsed.page)
             if original is None or original.key not in self._originals:
@@ -137,7 +137,7 @@ def _library_title(library: str, parsed: ParsedPage, original: ParsedPage) -> st
 
 
 def _sort(resource: ResourceFile) -> None:
-    """Items come in the order of their hrefs already; names and packages are put in order here."""
+    """Sorts names and packages; items already come in the order of their hrefs."""
     resource.support_packages = dict(sorted(resource.support_packages.items()))
     for document in resource.documents():
         document.lookup_items.sort(key=lambda record: (record["name"], record["href"]))

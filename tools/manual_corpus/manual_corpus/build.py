@@ -1,4 +1,4 @@
-"""A whole run: packages to pages, pages to documents, documents to a data root."""
+"""A whole run: packages to pages, pages to documents, documents to a documentation root."""
 
 import shutil
 import signal
@@ -60,11 +60,11 @@ def build(options: Options) -> Outcome:
 
 
 def _refuse_foreign_folder(output: Path) -> None:
-    """Replacing a folder that this program did not write would lose someone's files."""
+    """Protects a folder that this program did not write from being replaced."""
     if output.exists() and not (output / STAMP_NAME).exists():
         if not output.is_dir() or any(output.iterdir()):
             raise CorpusError(
-                f"{output} exists and is no data root of this program; remove it first"
+                f"{output} exists and is not a documentation root of this program; remove it first"
             )
 
 
@@ -141,7 +141,7 @@ def _leave_signals_to_parent() -> None:
 
 
 def _parse_task(task: Task) -> ParsedPage | str:
-    """The page, or why it is left out; nothing in a page may end the run."""
+    """The page, or why it is left out; no page may end the run."""
     page, code = task
     try:
         parsed = parse_page(page, code)
@@ -170,7 +170,7 @@ def _summary(files: list[ResourceFile], problem_count: int) -> list[str]:
 
 @contextmanager
 def _replaced_folder(target: Path):
-    """A new folder that takes the target's place when all went well, and vanishes otherwise."""
+    """A new folder that replaces the target if everything succeeds, and vanishes otherwise."""
     target.parent.mkdir(parents=True, exist_ok=True)
     scratch = Path(tempfile.mkdtemp(prefix=f".{target.name}-", dir=target.parent))
     try:
@@ -188,4 +188,4 @@ def _require_sound(root: Path) -> None:
     faults = check_root(root)
     if faults:
         shown = "\n".join(faults[:20])
-        raise CorpusError(f"the data root has {len(faults)} faults, nothing is written:\n{shown}")
+        raise CorpusError(f"the documentation root has {len(faults)} faults, nothing is written:\n{shown}")

@@ -27,7 +27,7 @@ _MESSAGE_LENGTH = 200
 def _ascii_faults(
     _validator: object, _when: str, value: object, _schema: dict
 ) -> Iterator[ValidationError]:
-    """The keyword `sevenBit`; no item of a manual is an app, which would be free of it."""
+    """The keyword `sevenBit`. No item here is an app, whose names need not be ASCII."""
     if isinstance(value, str) and not value.isascii():
         yield ValidationError(f"{value!r} is not ASCII")
 
@@ -62,7 +62,7 @@ def _documents(folder: Path) -> Iterator[tuple[str, object]]:
 
 
 def _strict_schema(name: str) -> dict:
-    """The schema, which passes over unknown members, without that: here each is a mistake."""
+    """The schema, except that an unknown member is a mistake."""
     schema = json.loads((_SCHEMAS / f"{name}.schema.json").read_text(encoding="utf-8"))
     definitions = {key: _closed(value, schema) for key, value in schema["definitions"].items()}
     return _closed(schema, schema) | {"definitions": definitions}

@@ -24,7 +24,7 @@ def main(arguments: list[str] | None = None) -> int:
         if parsed.check:
             return _check(parsed.output)
         outcome = build(_options(parsed))
-        _tell(outcome, parsed)
+        _report(outcome, parsed)
     except (CorpusError, OSError) as error:
         print(f"{parser.prog}: {error}", file=sys.stderr)
         return _FAILURE
@@ -39,13 +39,13 @@ def _parser() -> argparse.ArgumentParser:
     products = ",".join(product.short_name for product in PRODUCTS)
     parser = argparse.ArgumentParser(
         prog="build_corpus",
-        description="Makes a documentation data root from the manual pages of Debian packages. "
+        description="Makes a documentation root from the manual pages of Debian packages. "
         "Packages whose pages are not on this system are downloaded with apt-get and unpacked, "
         "without being installed. A root that is up to date is left as it is.",
     )
-    parser.add_argument("--output", type=Path, required=True, metavar="DIR", help="the data root")
+    parser.add_argument("--output", type=Path, required=True, metavar="DIR", help="the root")
     parser.add_argument(
-        "--check", action="store_true", help="only check the data root that is there"
+        "--check", action="store_true", help="only check the existing root"
     )
     _add_content_options(parser, languages, products)
     _add_run_options(parser)
@@ -121,7 +121,7 @@ def _options(parsed: argparse.Namespace) -> Options:
     return Options(output, packages, parsed.languages, products, parsed.jobs, parsed.quiet)
 
 
-def _tell(outcome: Outcome, parsed: argparse.Namespace) -> None:
+def _report(outcome: Outcome, parsed: argparse.Namespace) -> None:
     if not outcome.up_to_date:
         lines = "".join(f"{problem}\n" for problem in outcome.problems)
         if parsed.report:
@@ -131,7 +131,7 @@ def _tell(outcome: Outcome, parsed: argparse.Namespace) -> None:
     if not parsed.quiet:
         print("\n".join(outcome.summary))
         if outcome.up_to_date:
-            print("nothing changed since; the data root is up to date")
+            print("nothing has changed; the documentation root is up to date")
 
 
 def _check(root: Path) -> int:

@@ -58,7 +58,7 @@ def _opening_sentences(sections: list[Section]) -> list[str]:
 
 
 def _concerned(names: list[str], sentence: str) -> list[str]:
-    """The names that a sentence speaks of: those it mentions, or all where it says so."""
+    """The names that a sentence is about: those it mentions, or all where it says so."""
     if _PART_OF_SUBJECT.search(sentence):
         return []
     mentioned = _FUNCTION.findall(sentence)

@@ -1,8 +1,7 @@
 """Blocks as plain text.
 
-Paragraphs are separated by one empty line and each is one line. A line that starts with four spaces
-stands as it is, a paragraph that starts with "- " is a list item, one that starts with "## " a
-heading.
+One empty line separates paragraphs, and each is one line. A line that starts with four spaces is
+code, a paragraph that starts with "- " is a list item, and one that starts with "## " a heading.
 """
 
 import textwrap
@@ -42,7 +41,7 @@ def _block_paragraphs(block: Block) -> list[str]:
 
 
 def _guarded(line: str) -> str:
-    """Running text that happens to begin like a heading or an item is shown as it is."""
+    """Running text, marked where it happens to begin like a heading or an item."""
     return _CODE_INDENT + line if line.startswith(("## ", "- ")) else line
 
 
@@ -66,7 +65,7 @@ def _is_running_text(paragraph: str) -> bool:
 
 
 def _table(rows: list[list[str]]) -> list[str]:
-    """Columns where they fit, else one list item for each row."""
+    """Columns where they fit, otherwise one list item for each row."""
     count = max(map(len, rows))
     padded = [row + [""] * (count - len(row)) for row in rows]
     widths = [max(display_width(row[column]) for row in padded) for column in range(count)]

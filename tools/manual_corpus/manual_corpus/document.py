@@ -119,7 +119,7 @@ def _without_bullets(block: Block) -> list[Block]:
 
 
 def first_text(blocks: list[Block]) -> str:
-    """The first paragraph, or the first line of whatever stands there instead."""
+    """The first paragraph, or the first line of what there is instead."""
     for block in blocks:
         text = _own_text(block)
         if text:

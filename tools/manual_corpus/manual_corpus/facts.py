@@ -60,7 +60,7 @@ def first_version(name: str, sections: list[Section]) -> str:
 
 
 def _first_version_match(name: str, text: str) -> re.Match | None:
-    """A sentence that names functions is about those only, as are following ones that name none."""
+    """A sentence that names functions is about those only, and so are following ones without names."""
     subjects = [name]
     for sentence in re.split(r"\.\s", text):
         match = _VERSION.search(sentence)

@@ -13,7 +13,7 @@ Report = Callable[[str], None]
 class ItemBuilder:
     """Builds the records of one page; `original` is the English page, or the page itself.
 
-    What must be plain ASCII but is not so in a translation comes from the original.
+    What must be ASCII and is not so in a translation comes from the original.
     """
 
     def __init__(self, parsed: ParsedPage, original: ParsedPage, product: Product, href: str):
@@ -27,7 +27,7 @@ class ItemBuilder:
         return self._original.page.section
 
     def names(self) -> list[str]:
-        """A translation may name less or more, but not other things than the original."""
+        """The names that both have: a translation may name fewer or more, but not others."""
         known = [name for name in self._parsed.names if name in self._original.names]
         return known or self._original.names
 
@@ -54,7 +54,7 @@ class ItemBuilder:
     def _lookup_record(self, name: str) -> dict:
         record = {"name": name, "refpurpose": self._parsed.purpose, "href": self.href}
         record |= self._types(name)
-        # Readers look at the presence of this member alone.
+        # Readers check only whether this member is there.
         if name in self._original.deprecated_names:
             record["deprecated"] = True
         return record

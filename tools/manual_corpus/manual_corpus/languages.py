@@ -1,7 +1,7 @@
 """The languages of manual pages: one table row each.
 
 A row names the packages that carry the translation, the headings by which the sections are
-recognized, and how the language is told from English text: by the letters of its script or, for
+recognized, and how the language is distinguished from English: by the letters of its script or, for
 languages in Latin letters, by frequent words. Its code is also the folder of its pages.
 """
 
@@ -235,9 +235,9 @@ LANGUAGES = {language.code: language for language in (ENGLISH, *_TRANSLATIONS)}
 
 
 def section_kind(heading: str, language: Language) -> str:
-    """The kind of a section, or "" for one that has no use here.
+    """The kind of a section, or "" for one that is not used.
 
-    English headings count in every language, and so do headings that give both side by side.
+    English headings count in every language, and so do headings in both languages.
     """
     kinds = ENGLISH.section_kinds() | language.section_kinds()
     folded = heading.casefold().strip(" :")

@@ -26,7 +26,7 @@ _NOT_IN_XML = re.compile(
     rb"[\x00-\x08\x0b\x0c\x0e-\x1f]|&#x0*(?:[0-8bcef]|1[0-9a-f]|d[89a-f][0-9a-f]{2}|fff[ef]);",
     re.IGNORECASE,
 )
-# Statuses up to 4 tell of faults in a page that is shown all the same.
+# Statuses up to 4 report faults in a page that is shown anyway.
 _WORST_USABLE_STATUS = 4
 _TIME_LIMIT_SECONDS = 60
 
@@ -50,7 +50,7 @@ def read_page(path: Path, language: Language) -> list[Section]:
 
 
 def parse_sections(html: bytes, language: Language) -> list[Section]:
-    # mandoc closes every element and uses XML's own entities only, so the fast XML parser serves.
+    # mandoc closes every element and uses XML's own entities only, so the fast XML parser is enough.
     try:
         root = ElementTree.fromstring(b"<page>" + _NOT_IN_XML.sub(b"", html) + b"</page>")
     except ElementTree.ParseError as error:
@@ -124,7 +124,7 @@ def _read_heading(element: ElementTree.Element) -> list[Block]:
 
 
 def _read_code(element: ElementTree.Element) -> list[Block]:
-    # In literal text mandoc writes a break as a line of its own, beside line ends that it keeps.
+    # In literal text mandoc writes a break as a line of its own, and also keeps line ends.
     text = re.sub("\n?\x00\n?", "\n", _raw_text(element))
     lines = [code_line(line) for line in text.split("\n")]
     while lines and not lines[-1]:

@@ -1,4 +1,4 @@
-"""Writes a data root. The same documents always give the same bytes."""
+"""Writes a documentation root. The same documents always give the same bytes."""
 
 import json
 import zipfile

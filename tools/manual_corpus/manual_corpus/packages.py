@@ -1,4 +1,4 @@
-"""Where the manual pages of a Debian package are found, downloading the package where needed."""
+"""Finds the manual pages of Debian packages, and downloads packages where needed."""
 
 import getpass
 import os
@@ -46,7 +46,7 @@ def _installed_versions(names: list[str]) -> dict[str, str]:
 
 
 def _installed_package(name: str, version: str) -> Package | None:
-    """The package as installed, or None when any of its manual pages is not really on disk."""
+    """The installed package, or None when one of its manual pages is not on disk."""
     root = f"/{MANUAL_FOLDER}/"
     listed = _run(["dpkg-query", "-L", name], None).stdout.splitlines()
     pages = [path for path in listed if path.startswith(root) and os.path.splitext(path)[1]]
@@ -88,7 +88,7 @@ def _download(names: list[str], folder: Path) -> None:
 
 
 def _fetch(names: list[str], folder: Path) -> None:
-    # As the user who runs this, not apt's sandbox user, who may not write to the folder.
+    # As the current user, not apt's sandbox user, who may not write to the folder.
     user = getpass.getuser()
     command = ["apt-get", "-qq", "-o", f"APT::Sandbox::User={user}", "download", *names]
     result = _run(command, folder)

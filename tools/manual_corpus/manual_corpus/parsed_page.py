@@ -1,4 +1,4 @@
-"""What one manual page gives on its own, before the pages are put together to products."""
+"""What one manual page gives on its own, before pages are put together into products."""
 
 import re
 from dataclasses import dataclass, field
@@ -92,7 +92,7 @@ def _read_syntax(parsed: ParsedPage, sections: list[Section]) -> None:
 
 
 def _mark_deprecated(parsed: ParsedPage, status: str, concerned: list[str]) -> None:
-    """The page has the status of its own name; further names may be marked in the synopsis."""
+    """The page has the status of its own name; the synopsis may mark further names."""
     marked = [name for name in parsed.names if name in synopsis.deprecated_names(parsed.syntax)]
     own_name = parsed.page.name if parsed.page.name in parsed.names else parsed.names[0]
     if own_name in concerned and (status != "discouraged" or own_name not in marked):

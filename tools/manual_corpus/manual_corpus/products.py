@@ -1,4 +1,4 @@
-"""The products of the corpus: which packages and sections they take and how they are filed."""
+"""The products of the corpus: which packages and sections they take, and into which files."""
 
 import re
 from dataclasses import dataclass, field
@@ -7,8 +7,8 @@ from enum import Enum
 
 class LookupPackaging(Enum):
     PLAIN = "plain"  # stem.json, stem_LL.json
-    ONE_ZIP = "one zip"  # stem.zip with a leaf per language
-    ZIP_PER_LANGUAGE = "zip per language"  # stem.zip, stem_LL.zip with one leaf each
+    ONE_ZIP = "one zip"  # stem.zip with an entry per language
+    ZIP_PER_LANGUAGE = "zip per language"  # stem.zip, stem_LL.zip with one entry each
 
 
 @dataclass(frozen=True)

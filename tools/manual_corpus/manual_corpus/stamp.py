@@ -1,4 +1,4 @@
-"""The stamp of a data root: tells whether a run would write the same root again."""
+"""The stamp of a documentation root: says whether a run would write the same root again."""
 
 import hashlib
 import json
@@ -13,7 +13,7 @@ STAMP_NAME = ".corpus-stamp.json"
 
 
 def fingerprint(packages: Iterable[Package], options: dict) -> str:
-    """A digest of all that the root depends on: packages, pages, options, this program, mandoc."""
+    """A digest of everything that the root depends on: packages, pages, options, this program, mandoc."""
     digest = hashlib.sha256(json.dumps(options, sort_keys=True).encode())
     for source in sorted(Path(__file__).parent.glob("*.py")):
         digest.update(source.read_bytes())

@@ -5,14 +5,14 @@ import re
 from .document import Block, Code, Paragraph, Table, Tagged, nested_blocks
 from .text import collapse, to_ascii
 
-# From here on a synopsis tells which macros make the declarations visible, not how to call them.
+# From here on a synopsis says which macros make the declarations visible, not how to call them.
 _END_MARK = "feature_test_macros(7)"
 # Running text beside literal declarations: a sentence, not a declaration or a preprocessor line.
 _REMARK = re.compile(r"^[^#]*[.:\u3002]$")
 
 
 def syntax_lines(blocks: list[Block], *, declarations: bool) -> list[str]:
-    """The lines with typographic characters as ASCII; each C declaration is one line."""
+    """The lines, in ASCII where typographic characters allow; each C declaration is one line."""
     lines: list[str] = []
     blocks = nested_blocks(blocks)
     literal = declarations and any(isinstance(block, Code) for block in blocks)

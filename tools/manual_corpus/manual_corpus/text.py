@@ -36,7 +36,7 @@ _PLAIN = str.maketrans(
 
 
 def collapse(text: str) -> str:
-    """One line with single spaces; those between wide characters vanish, being ends of lines."""
+    """One line with single spaces; between wide characters, where lines ended, there is none."""
     return _GAP_BETWEEN_WIDE.sub(
         "", " ".join(_INVISIBLE.sub("", text).replace(LINE_BREAK, " ").split())
     )
