@@ -149,9 +149,6 @@ TEST_F(RefdocCheck, AcceptsTheExamplesOfTheManual) {
     root_.referenceFile("alpha.json", example("reference"));
     EXPECT_EQ(findings({"--level", "error"}), "");
     EXPECT_EQ(refdoc({"check"}).exitCode, 0);
-    for (const refdoc::Rule& rule : refdoc::kRules)
-        EXPECT_THAT(page, HasSubstr("| `" + std::string(rule.id) + "` | " +
-                                    std::string(refdoc::levelName(rule.level)) + " | "));
 }
 
 /// Names without end in each of faults without end.
@@ -174,11 +171,19 @@ TEST(RootFindings, KeepsOnlySoMuch) {
     const std::string longText(std::size_t{1} << 20, 'm');
     RootFindings root;
     for (int i = 40; i > 0; --i)
-        root.add({{Fault::DeadLink, Level::Warning, Loss::Nothing, "f", {}, {}, {}, longText}});
-    root.add({{Fault::NotJson, Level::Error, Loss::File, "e", {}, {}, {}, "m", {}, 3}});
+        root.add({{.fault = Fault::DeadLink,
+                   .level = Level::Warning,
+                   .file = "f",
+                   .message = longText}});
+    root.add({{.fault = Fault::NotJson,
+               .level = Level::Error,
+               .file = "e",
+               .message = "m",
+               .further = 3}});
     const std::string huge = longText + longText;
-    root.add({{Fault::RepeatedMember, Level::Warning, Loss::Nothing, "g", {}, {}, {}, huge}});
-    root.add({{Fault::NotJson, Level::Error, Loss::File, "h", {}, {}, {}, "m"}});
+    root.add(
+        {{.fault = Fault::RepeatedMember, .level = Level::Warning, .file = "g", .message = huge}});
+    root.add({{.fault = Fault::NotJson, .level = Level::Error, .file = "h", .message = "m"}});
     const std::vector<Finding> kept = root.take();
     ASSERT_EQ(kept.size(), 35u);
     EXPECT_EQ(kept[0].file, "e");
@@ -202,7 +207,7 @@ std::vector<std::string> textsAt(std::string_view schema, const std::string& poi
     return texts;
 }
 
-/// The library, the schemas and the manual have the same texts in the same order.
+/// The library and the schemas have the same texts in the same order.
 TEST(Schemas, HaveTheEnumerationsOfTheLibrary) {
     const auto types = textsOf<reference::property::RefEntityTypeDefinition>();
     const auto functions = textsOf<reference::property::FunctionTypeDefinition>();
@@ -218,20 +223,13 @@ TEST(Schemas, HaveTheEnumerationsOfTheLibrary) {
         {"deprecationstatus", textsOf<reference::property::DeprecationStatusDefinition>()},
         {"syntaxtype", textsOf<reference::property::SyntaxTypeDefinition>()},
     };
-    std::ifstream file(DOCPARSER_FORMATS_DOCUMENT);
-    const std::string page{std::istreambuf_iterator<char>(file), {}};
-    const std::string reference(refdoc::kReferenceSchema);
+    std::string reference(refdoc::kReferenceSchema);
+    std::erase_if(reference, [](char byte) { return byte == ' ' || byte == '\n'; });
     for (const auto& [member, texts] : rows) {
         std::string list;
-        std::string listInSchema;
-        for (const std::string& text : texts) {
-            list.append(list.empty() ? "" : ", ").append(text);
-            listInSchema.append(listInSchema.empty() ? "\"" : ",\"").append(text).append("\"");
-        }
-        EXPECT_THAT(page, HasSubstr("| `" + std::string(member) + "` | " + list + " |"));
-        std::string bare = reference;
-        std::erase_if(bare, [](char byte) { return byte == ' ' || byte == '\n'; });
-        EXPECT_THAT(bare, HasSubstr("\"enum\":[" + listInSchema + "]")) << member;
+        for (const std::string& text : texts)
+            list.append(list.empty() ? "\"" : ",\"").append(text).append("\"");
+        EXPECT_THAT(reference, HasSubstr("\"enum\":[" + list + "]")) << member;
     }
 }
 
