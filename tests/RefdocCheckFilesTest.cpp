@@ -30,31 +30,33 @@ TEST_F(RefdocCheck, TellsWhatNamesCost) {
     const std::string sound = withItems(kSpin);
     const FileCase cases[] = {
         {"referenceapi_lookup/alpha.Json", sound,
-         ": error: the extension is not in lower-case letters; the whole file is lost"},
-        {"referenceapi_lookup/README", "", ": note: no resource file: passed over"},
+         ": error: the extension is not in lower case; the whole file is lost"},
+        {"referenceapi_lookup/README", "", ": note: not a resource file: ignored"},
         {"referenceapi/alpha.zip", "",
          ": error: full reference files are not read from packages; the whole file is lost"},
         {"referenceapi/alpha_xx.json", withItems(kPage),
-         ": warning: xx is not a supported language: read as English, of a resource \"alpha_xx\""},
+         ": warning: xx is not a supported language: read as English, as the resource "
+         "\"alpha_xx\""},
         {"referenceapi/get_it.json", withItems(kPage),
          ":1:1: warning: there is no English file get.json: readers of other languages get "
          "nothing"},
         {"referenceapi/zz_xx.json", withItems(kPage), ""},
         {"referenceapi/zz_jp.json", withItems(kPage),
-         ": note: jp is not a supported language: read as English, of a resource \"zz_jp\""},
+         ": note: jp is not a supported language: read as English, as the resource \"zz_jp\""},
         {"referenceapi/alpha_lib.json", withItems(kPage), ""},
         {"referenceapi/alpha_en.json", withItems(kPage),
-         ": warning: names of English files have no language: read as English, of a resource "
+         ": warning: names of English files have no language suffix: read as English, as the "
+         "resource "
          "\"alpha_en\""},
         {"referenceapi/beta_JA.json", withItems(kPage),
-         ": warning: _JA is not the suffix _ja: read as English, of a resource \"beta_JA\""},
+         ": warning: _JA is not the suffix _ja: read as English, as the resource \"beta_JA\""},
         {"referenceapi/alpha_pt-br.json", withItems(kPage),
-         ": warning: _pt-br is not the suffix _pt_BR: read as English, of a resource "
+         ": warning: _pt-br is not the suffix _pt_BR: read as English, as the resource "
          "\"alpha_pt-br\""},
         {"referenceapi/alpha-ja.json", withItems(kPage),
-         ": warning: -ja is not the suffix _ja: read as English, of a resource \"alpha-ja\""},
+         ": warning: -ja is not the suffix _ja: read as English, as the resource \"alpha-ja\""},
         {"referenceapi/alpha.JA.json", withItems(kPage),
-         ": warning: .JA is not the suffix _ja: read as English, of a resource \"alpha.JA\""},
+         ": warning: .JA is not the suffix _ja: read as English, as the resource \"alpha.JA\""},
         {"referenceapi/beta-ja.json", withItems(kPage), ""},
         {"referenceapi/alpha-fr.1.json", withItems(kPage), ""},
         {"referenceapi/alpha_pt_BR.json", withItems(kPage), ""},
@@ -73,11 +75,11 @@ TEST_F(RefdocCheck, TellsWhatNamesCost) {
     root_.writeFile("docCatalog/referenceapi_lookup/ja/alpha.json", "");
     root_.writeFile("docCatalog/referenceapi_lookup/.tool/settings.json", "");
     root_.lookupFile("._alpha_xx.json", std::string("\0\5\x16\7", 4));
-    EXPECT_EQ(findings(), "referenceapi/folder.json: note: a folder: passed over\n"
-                          "referenceapi_lookup/._alpha_xx.json: note: metadata of macOS, no "
+    EXPECT_EQ(findings(), "referenceapi/folder.json: note: a folder: ignored\n"
+                          "referenceapi_lookup/._alpha_xx.json: note: metadata of macOS, not "
                           "documentation\n"
-                          "referenceapi_lookup/.tool: note: a folder: passed over\n"
-                          "referenceapi_lookup/ja: error: folders are not looked into, and this "
+                          "referenceapi_lookup/.tool: note: a folder: ignored\n"
+                          "referenceapi_lookup/ja: error: folders are not searched, and this "
                           "one holds 1 resource file; all files of the folder are lost\n");
 }
 
@@ -95,13 +97,14 @@ TEST_F(RefdocCheck, TellsWhatPackagesLose) {
         {"alpha.zip", one("other.json"), ""},
         {"alpha.zip", one("folder/alpha.json"), ""},
         {"alpha.zip", ZipFile().add("folder/", "").build(),
-         ": warning: the package holds no entries"},
+         ": warning: the package has no entries"},
         {"alpha.zip", one("alpha.JSON"),
-         ":alpha.JSON: error: the extension is not in lower-case letters; the whole entry is lost"},
-        {"alpha.zip", one("alpha.txt"), ":alpha.txt: note: no resource file: passed over"},
+         ":alpha.JSON: error: the extension is not in lower case; the whole entry is lost"},
+        {"alpha.zip", one("alpha.txt"), ":alpha.txt: note: not a resource file: ignored"},
         {"alpha.zip", ZipFile().add("__MACOSX/._a.json", std::string("\0\5\x16\7", 4)).build(),
-         ":__MACOSX/._a.json: note: metadata of macOS, no documentation: it counts as an entry of "
-         "the package all the same"},
+         ":__MACOSX/._a.json: note: metadata of macOS, not documentation: it still counts as an "
+         "entry "
+         "of the package"},
         {"alpha.zip", one("alpha_ja.json"),
          ":alpha_ja.json: warning: the package's only entry: read as English, not as ja, since the "
          "package's name has no language"},
@@ -111,10 +114,11 @@ TEST_F(RefdocCheck, TellsWhatPackagesLose) {
          "whole entry is lost"},
         {"alpha.zip", two("alpha.json", "alpha_ja.json"), ""},
         {"alpha.zip", two("alpha.json", "alpha_xx.json"),
-         ":alpha_xx.json: warning: xx is not a supported language: read as English, of a resource "
+         ":alpha_xx.json: warning: xx is not a supported language: read as English, as the "
+         "resource "
          "\"alpha_xx\""},
         {"alpha_ja.zip", two("alpha_ja.json", "alpha_de.json"),
-         ":alpha_de.json: error: is for de, and the package is only read for ja; the whole entry "
+         ":alpha_de.json: error: is for de, but the package is only read for ja; the whole entry "
          "is "
          "lost"},
         {"alpha.zip", two("a.json", "b_ja.json").breakChecksum(1),
@@ -125,9 +129,10 @@ TEST_F(RefdocCheck, TellsWhatPackagesLose) {
          ":b_ja.json:2:1: error: not JSON: the name of a member, in double quotes, is missing; "
          "the whole entry is lost"},
         {"alpha.zip", two("d/a.json", "e/a.JSON"),
-         ":e/a.JSON: error: the extension is not in lower-case letters; the whole entry is lost"},
+         ":e/a.JSON: error: the extension is not in lower case; the whole entry is lost"},
         {"alpha.zip", ZipFile().add("a.json", sound).add("d/b.zip", "PK\3\4").build(),
-         ":d/b.zip:1:1: error: the content is a zip package: none is read within a package; the "
+         ":d/b.zip:1:1: error: the content is a zip package: packages within packages are not "
+         "read; the "
          "whole entry is lost"},
         {"alpha.zip", one("alpha.json").truncate(30), ": error: the package cannot be read: "},
     };
@@ -167,8 +172,9 @@ TEST_F(RefdocCheck, ComparesLocalizedFilesWithEnglishOnes) {
         "of other languages get nothing\n"
         "referenceapi/lost.json:1:2: error: not JSON: the text ends too early; the whole file is "
         "lost\n"
-        "referenceapi/more_ja.json:3:1: warning: b.html: English has 2 items of this href: readers "
-        "of ja only get what is here, 1 of them (/refItems/0)\n"
+        "referenceapi/more_ja.json:3:1: warning: b.html: English has 2 items with this href: "
+        "readers "
+        "of ja get only the 1 here (/refItems/0)\n"
         "referenceapi_lookup/alpha_de.json:3:24: warning: there is no sound English document "
         "\"N\": readers of other languages get nothing (/supportPackages/0)\n"
         "referenceapi_lookup/alpha_ja.json:3:10: warning: Spin: the name \"Spin\" is not in "
@@ -186,7 +192,7 @@ std::string ofProduct(const std::string& name, std::string text) {
 
 /// What comes of documents that have one key.
 TEST_F(RefdocCheck, LooksForPagesWhereReadersDo) {
-    const std::string unknown = ":1:1: note: links that cannot be looked for, since the full "
+    const std::string unknown = ":1:1: note: links that cannot be checked, because the full "
                                 "reference file alpha.json cannot be read: 1\n";
     const std::string broken = ":1:2: error: not JSON: the text ends too early; the whole file is "
                                "lost\n";
@@ -215,10 +221,11 @@ TEST_F(RefdocCheck, LooksForPagesWhereReadersDo) {
 TEST_F(RefdocCheck, TellsWhatOtherFilesTakeFromReaders) {
     const std::string lookups = "docCatalog/referenceapi_lookup/";
     const std::string lost = " error: spin: " + lookups;
-    const std::string before = " has the name too and is read before: its lookups count; the item "
+    const std::string before = " also has the name and is read before: its lookups count; the item "
                                "is lost (/refItems/";
-    const std::string after = " has the name too and is read after: its lookups count; the item is "
-                              "lost (/refItems/";
+    const std::string after =
+        " also has the name and is read after: its lookups count; the item is "
+        "lost (/refItems/";
     const struct {
         const char* what;
         std::vector<std::pair<std::string, std::string>> files; ///< beside alpha.json
@@ -238,7 +245,7 @@ TEST_F(RefdocCheck, TellsWhatOtherFilesTakeFromReaders) {
         {"another header",
          {{"beta.json", ofProduct("Q", withItems(kSpin))}},
          "beta.json:1:1: warning: " + lookups +
-             "alpha.json has the document \"alpha\" too and is read before: its header counts\n"},
+             "alpha.json also has the document \"alpha\" and is read before: its header counts\n"},
         {"localized files",
          {{"a_ja.json", withItems(spin("a.html", "q"))},
           {"b_ja.json", withItems(spin("a.html", "r"))}},
@@ -279,7 +286,7 @@ TEST_F(RefdocCheck, TellsWhatFillsInForNobody) {
                        testing::Not(testing::HasSubstr("b.json:3:1: error")),
                        testing::HasSubstr(folder + "b_ja.zip:c.json:3:1: error: spin: docCatalog/" +
                                           folder +
-                                          "a_ja.zip:b.json has the name too and is read "
+                                          "a_ja.zip:b.json also has the name and is read "
                                           "before: its lookups count; the item is lost")));
 }
 
@@ -291,9 +298,10 @@ TEST_F(RefdocCheck, TellsLeavesOfOneNameApart) {
         .add("e/a.json", withItems(spin("#c")))
         .write(root_.lookupFolder() / "alpha.zip");
     const std::string file = "referenceapi_lookup/alpha.zip:";
-    const std::string lost = "e/a.json:3:1: error: spin: docCatalog/" + file +
-                             "d/a.json has the name too and is read before: its lookups count; the "
-                             "item is lost (/refItems/0)\n";
+    const std::string lost =
+        "e/a.json:3:1: error: spin: docCatalog/" + file +
+        "d/a.json also has the name and is read before: its lookups count; the "
+        "item is lost (/refItems/0)\n";
     EXPECT_EQ(findings(), file + lost + file + lost);
 }
 

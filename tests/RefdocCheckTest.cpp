@@ -29,12 +29,10 @@ TEST_F(RefdocCheck, TellsNothingOfSoundFiles) {
 
 /// Where the text stops being JSON, and the mistake that authors commonly make there.
 TEST_F(RefdocCheck, TellsWhyATextIsNotJson) {
-    const std::string inQuotes =
-        "a line break or control character within a text: it is written as "
-        R"(\n, \t or \u, or the closing quote is missing)";
-    const std::string escape = R"(an escape that there is not: a backslash is written as \\)";
-    const std::string word =
-        "a word that is none of true, false and null: a text stands in double quotes";
+    const std::string inQuotes = "a line break or control character within a string: write it as "
+                                 R"(\n, \t or \u, or add the missing closing quote)";
+    const std::string escape = R"(an unknown escape: write a backslash as \\)";
+    const std::string word = "a word other than true, false and null: strings need double quotes";
     const struct {
         std::string text;
         std::string place;
@@ -60,7 +58,7 @@ TEST_F(RefdocCheck, TellsWhyATextIsNotJson) {
         {"[1, 2,\n]", "2:1", "not JSON: a comma before a closing bracket"},
         {"{\"a\": 1 // one\n}", "1:9", "not JSON: JSON has no comments"},
         {"# x\n{}", "1:1", "not JSON: JSON has no comments"},
-        {"{'a': 1}", "1:2", "not JSON: a text or name stands in double quotes, not in single ones"},
+        {"{'a': 1}", "1:2", "not JSON: strings and names need double quotes, not single ones"},
         {"{\n1", "2:1", "not JSON: the name of a member, in double quotes, is missing"},
         {"{a: 1}", "1:2", "not JSON: the name of a member, in double quotes, is missing"},
         {"{\"a\": 1\n \"b\": 2}", "2:2", "not JSON: a comma or colon is missing"},
@@ -68,17 +66,18 @@ TEST_F(RefdocCheck, TellsWhyATextIsNotJson) {
         {"[{} {}]", "1:5", "not JSON: a comma or colon is missing"},
         {"[True]", "1:2", "not JSON: " + word},
         {"[trve]", "1:4", "not JSON: " + word},
-        {"[01]", "1:3", "not JSON: a number is not written in this way"},
-        {"[+1]", "1:2", "not JSON: a number is not written in this way"},
+        {"[01]", "1:3", "not JSON: numbers are not written like this"},
+        {"[+1]", "1:2", "not JSON: numbers are not written like this"},
         {"[1\u3000]", "1:3",
-         "not JSON: \"\u3000\" (U+3000) stands outside of a text: JSON's own signs and blanks are "
+         "not JSON: \"\u3000\" (U+3000) stands outside of a string: JSON's own signs and blanks "
+         "are "
          "ASCII"},
         {"[1,, 2]", "1:4", "not JSON: a value is missing before the comma"},
-        {"{\"a\" = 1}", "1:6", "not JSON: a colon stands between a name and its value"},
+        {"{\"a\" = 1}", "1:6", "not JSON: a colon belongs between a name and its value"},
         {"[\"a \"b\" c\"]", "1:6",
-         R"(not JSON: a comma or colon is missing, or a quote within a text is not written as \")"},
+         R"(not JSON: a comma or colon is missing, or a quote within a string is not written as \")"},
         {"[:]", "1:2", "not JSON: syntax error"},
-        {withItems(kSpin) + "\nx", "4:1", "not JSON: there is more behind its end"},
+        {withItems(kSpin) + "\nx", "4:1", "not JSON: there is more after its end"},
         {withItems(kSpin).substr(0, 70), "2:10", "not JSON: the text ends too early"},
     };
     for (const auto& [text, place, cause] : cases) {
@@ -92,20 +91,20 @@ TEST_F(RefdocCheck, TellsWhyATextIsNotJson) {
 TEST_F(RefdocCheck, TellsWhatCostsALookupFile) {
     const std::string lost = "; the whole file is lost";
     const Case cases[] = {
-        {"", "[]", ":1:1: error: the document is a list, not an object" + lost},
+        {"", "[]", ":1:1: error: the document is an array, not an object" + lost},
         {"", withItems("7"),
          ":3:1: error: refItems[0] is a number, not an object" + lost + " (/refItems/0)"},
         {"", withItems(R"({"name": "日本", "refpurpose": "p", "href": null})"),
-         ":3:43: error: 日本: href is null, not a text" + lost + " (/refItems/0/href)"},
+         ":3:43: error: 日本: href is null, not a string" + lost + " (/refItems/0/href)"},
         {"", withItems(kSpin + R"(, {"name": "n", "refpurpose": "p"})"),
          ":3:56: error: n: href is missing" + lost + " (/refItems/1)"},
         {"", withItems(R"({"name": "n", "refPurpose": "p", "href": "a.html"})"),
          ":3:1: error: n: refpurpose is missing (there is \"refPurpose\")" + lost +
              " (/refItems/0)"},
         {"", withItems(kSpin, R"(, "supportPackages": {})"),
-         ":3:76: error: supportPackages is an object, not a list" + lost + " (/supportPackages)"},
+         ":3:76: error: supportPackages is an object, not an array" + lost + " (/supportPackages)"},
         {"", withItems(kSpin, ", \"supportPackages\": [\n[]]"),
-         ":4:1: error: supportPackages[0] is a list, not an object" + lost +
+         ":4:1: error: supportPackages[0] is an array, not an object" + lost +
              " (/supportPackages/0)"},
     };
     for (const auto& [file, text, expected] : cases) {
@@ -122,16 +121,16 @@ TEST_F(RefdocCheck, TellsWhatCostsAFullReferenceFile) {
     };
     const Case cases[] = {
         {"", item(R"("description": 1)"),
-         ":4:16: error: a.html: description is a number, not a text" + lost + "description)"},
+         ":4:16: error: a.html: description is a number, not a string" + lost + "description)"},
         {"", item(R"("appthumbnail": null)"),
          ":4:17: error: a.html: appthumbnail is null, not an object" + lost + "appthumbnail)"},
         {"", item(R"("syntaxgroup": [{"title": "", "syntax": [true]}])"),
-         ":4:42: error: a.html: syntax[0] is a truth value, not a text" + lost +
+         ":4:42: error: a.html: syntax[0] is a boolean, not a string" + lost +
              "syntaxgroup/0/syntax/0)"},
         {"", item(R"("inputgroup": [{"inputs": []}])"),
          ":4:16: error: a.html: title is missing" + lost + "inputgroup/0)"},
         {"", item(R"("inputgroup": [{"title": 1, "namevaluepairs": [{"title": 2}]}])"),
-         ":4:58: error: a.html: title is a number, not a text" + lost +
+         ":4:58: error: a.html: title is a number, not a string" + lost +
              "inputgroup/0/namevaluepairs/0/title)"},
         {"", item(R"("classpropertygroup": [{"classproperty": [{"name": "n"}]}])"),
          ":4:43: error: a.html: purpose is missing" + lost +
@@ -154,13 +153,13 @@ TEST_F(RefdocCheck, TellsWhatIsShownOtherwiseThanMeant) {
         " leads nowhere: no full reference file documents the page, and there is no such file";
     const Case cases[] = {
         {"lookup", spin(R"("type": "Fuction")"),
-         R"(:3:63: warning: spin: type is "Fuction", which is none of its texts (did you mean )"
+         R"(:3:63: warning: spin: type is "Fuction", which is not one of its values (did you mean )"
          R"("function"?); it counts as "unknown" (/refItems/0/type))"},
         {"lookup", spin(R"("fcntype": [])"),
-         R"(:3:66: warning: spin: fcntype is a list, not a text; it counts as "unspecified" )"
+         R"(:3:66: warning: spin: fcntype is an array, not a string; it counts as "unspecified" )"
          R"((/refItems/0/fcntype))"},
         {"lookup", spin(R"("\u006eame": "turn")"),
-         R"(:3:55: warning: turn: "name" is there already: what was said before is lost )"
+         R"(:3:55: warning: turn: "name" is there twice: only the last one counts )"
          R"((/refItems/0/name))"},
         {"lookup", spin(R"("typ": "class", "style": 1, "names": [])"),
          R"(:3:62: warning: spin: "typ" is not read (did you mean "type"?) (/refItems/0/typ))"},
@@ -191,10 +190,10 @@ TEST_F(RefdocCheck, TellsWhatIsShownOtherwiseThanMeant) {
         {"lookup",
          withItems(kSpin, ", \"supportPackages\": [" + package("B") + ",\n" + package("B") + "," +
                               package("alpha") + "]"),
-         ":4:1: error: the key \"B\" is that of /supportPackages/0 already; the document is lost "
+         ":4:1: error: the key \"B\" already belongs to /supportPackages/0; the document is lost "
          "(/supportPackages/1)\n"
-         "referenceapi_lookup/alpha.json:4:95: error: the key \"alpha\" is that of the main "
-         "document's help folder already; the document is lost (/supportPackages/2)"},
+         "referenceapi_lookup/alpha.json:4:95: error: the key \"alpha\" already belongs to the "
+         "main document's help folder; the document is lost (/supportPackages/2)"},
         {"reference", withItems(R"({"href": "a.html", "refpurpose": "p", "introduced": "für",
 "refentity": [{"name": "n", "type": "tool"}],
 "inputgroup": [{"title": "ä", "inputs": [{"name": "ä", "purpose": "ä"}]}],
@@ -238,11 +237,11 @@ TEST_F(RefdocCheck, KeepsOnlySoMuchOfATree) {
     values += "]";
     const std::pair<std::string, std::string> cases[] = {
         {withItems('{' + members + R"("name": "spin", "refpurpose": "p", "href": "a.html"})"),
-         ":1:1: note: objects with more than 100 unknown members: 200 further ones are not looked "
-         "at"},
+         ":1:1: note: objects with more than 100 unknown members: 200 further ones are not "
+         "checked"},
         {withItems("", ", \"x\": " + values), ""},
         {values,
-         ": error: not checked: the text has more values than 5694304, too many for its size"},
+         ": error: not checked: the text has more than 5694304 values, too many for its size"},
     };
     for (const auto& [text, expected] : cases) {
         root_.lookupFile("alpha.json", text);

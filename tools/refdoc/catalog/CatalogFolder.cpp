@@ -36,7 +36,8 @@ std::vector<NamedEntry> entriesOf(const fs::path& folder, std::error_code& failu
     return entries;
 }
 
-/// As far as the folder can be listed. What begins with a dot is a tool's own.
+/// How many resource files a folder holds, as far as it can be listed. Names that begin with a dot
+/// belong to tools.
 std::size_t countResources(const fs::path& folder) {
     const std::string name = folder.filename().native();
     if (name.starts_with('.') || name == "__MACOSX")

@@ -10,7 +10,7 @@ namespace refdoc {
 
 inline constexpr std::string_view kEnglish = "en";
 
-/// The two folders of resource files that a root has.
+/// The two folders of a documentation root that hold resource files.
 enum class Catalog { Lookup, Reference };
 
 /// A file that the library reads as a resource file, in one language or another.
@@ -23,55 +23,55 @@ struct CatalogFile {
     std::string language; ///< "en" for a stem without the suffix of a supported language
     bool isPackage;
 
-    /// The last component of the path.
     std::string fileName() const { return name.substr(name.rfind('/') + 1); }
 };
 
-/// Something else in a catalog folder.
+/// Anything else in a catalog folder.
 struct OtherEntry {
     enum class Kind {
-        BrokenLink, ///< with the name of a resource file, as the next one
+        BrokenLink, ///< named like a resource file, as is the next kind
         Unreachable,
         Folder,
-        FolderOfResources, ///< with files in it that have names of resource files
+        FolderOfResources, ///< contains files with names of resource files
         NotAFile,
-        NotUtf8, ///< the name of a resource file but for bytes that are not UTF-8
+        NotUtf8, ///< named like a resource file but for bytes that are not UTF-8
         PackagedReference,
-        LetterCase, ///< the name of a resource file but for the case of its extension
+        LetterCase, ///< named like a resource file but for the case of its extension
         OtherFile
     };
 
     Kind kind;
-    std::string name;              ///< relative to the root, as its bytes are
+    std::string name;              ///< relative to the root, byte for byte
     std::size_t resourceCount = 0; ///< of a folder of resources
-    std::string cause{};           ///< why it is out of reach
+    std::string cause{};           ///< why it cannot be reached
 };
 
-/// What is in a catalog folder, listed once for all languages.
+/// The contents of a catalog folder, listed once for all languages.
 struct CatalogFolder {
     std::string name;               ///< relative to the root
-    std::vector<CatalogFile> files; ///< in the library's order, that of their names in UTF-16
+    std::vector<CatalogFile> files; ///< in the library's order, by UTF-16 name
     std::vector<OtherEntry> others;
-    std::error_code failure; ///< why it is listed in part or not at all
+    std::error_code failure; ///< why the list is incomplete or empty
 };
 
-/// Lists one folder of the current root by the library's rules for names. A folder that is missing
-/// is empty.
+/// Lists a catalog folder of the current root by the library's rules for names. A missing folder
+/// counts as empty.
 CatalogFolder listCatalog(Catalog catalog);
 
-/// What the stem of a resource file's name says.
+/// What the stem of a resource file's name says about the file.
 struct StemParts {
     std::string resource;
     std::string language;
 };
 
-/// English unless the stem ends with one of the suffixes, those of the other supported languages.
+/// The language is English unless the stem ends with one of `suffixes`, those of the other
+/// supported languages.
 StemParts partsOfStem(const std::string& stem, const std::vector<std::u16string>& suffixes);
 
-/// Whether the library reads what has the name.
+/// Whether the library reads a file of this name.
 bool isResourceFileName(const std::u16string& name);
 
-/// Whether only letter case keeps the name from being that of a resource file.
+/// Whether the name would be that of a resource file but for the case of its letters.
 bool isResourceFileNameButForCase(const std::u16string& name);
 
 } // namespace refdoc

@@ -33,7 +33,7 @@ std::string_view requireText(const json::object& item, std::string_view member) 
     return value->get_string();
 }
 
-/// The number of the value that a member's text names, else that of the default.
+/// The number of the enumeration value that a member names, or of the default value.
 template <typename Enumeration>
 std::uint32_t enumerationOf(const json::object& item, std::string_view member) {
     const json::value* value = item.if_contains(member);
@@ -54,8 +54,8 @@ std::uint32_t kindsOf(const json::object& item) {
            deprecated;
 }
 
-/// The lookups of a name that readers get, text after text. What a list is completed with is kept
-/// behind it, so that a text costs time in proportion to its own lookups, however many are held.
+/// Merges the lookups of one name, text after text. Additions are kept behind the list that they
+/// complete, so that a text costs time in proportion to its own lookups, however long the list is.
 class MergedLookups {
 public:
     using Lookups = LookupIndex::Lookups;
@@ -64,7 +64,7 @@ public:
 
     bool isEmpty() const { return list_.empty(); }
 
-    /// A localized list takes the place of what is held, which completes it where it is longer.
+    /// A localized list replaces the list so far, which completes it if it is longer.
     void takePlace(Lookups list) {
         if (list.size() < list_.size() + behind_.size())
             putListBehindItself();
@@ -77,7 +77,7 @@ public:
                 dropBehind(lookup->href);
     }
 
-    /// An English list that is longer than what is held completes it.
+    /// An English list completes the list so far if it is longer.
     void fillIn(const Lookups& list) {
         if (list_.size() + behind_.size() >= list.size())
             return;
@@ -163,7 +163,7 @@ IndexedLookup LookupIndex::readLookup(const json::value& item) {
     return lookup;
 }
 
-/// Of one key the first document of a text counts.
+/// If a text has several documents of one key, the first one counts.
 void LookupIndex::addDocument(NewDocument added, std::uint32_t text) {
     const auto key = static_cast<std::uint32_t>(documents_.size());
     Document& document =

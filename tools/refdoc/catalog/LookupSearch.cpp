@@ -23,13 +23,13 @@ struct FoundRecord {
     LookupRecord record;
 };
 
-/// The records that were found, and what they are ordered by.
+/// The records found, and the folded names that they are sorted by.
 struct Found {
     std::vector<FoundRecord> records;
     std::deque<std::u16string> foldedNames;
 };
 
-/// A key may be long, and most records that are compared have the same one.
+/// Compares addresses first: keys may be long, and most records compared have the same one.
 bool hasEarlierProduct(const LookupRecord& left, const LookupRecord& right) {
     return left.product != right.product && *left.product < *right.product;
 }

@@ -24,24 +24,23 @@ struct LookupRecord {
     bool installed;
 };
 
-/// Which records are wanted.
 struct LookupQuery {
     std::optional<NamePattern> pattern{};
     std::optional<reference::property::RefEntityType> type{};
     std::optional<std::u16string> product{};
 };
 
-/// The wanted records of installed products, of the others, or of both: by how well their names
-/// fit, then by name, then by product.
+/// Finds records of installed products, of the others, or of both, sorted by how well their names
+/// match, then by name, then by product.
 enum class Installed { Only, Not, Either };
 std::vector<LookupRecord> findRecords(const reference::docparser::LookupResources& documents,
                                       const LookupQuery& query, Installed installed);
 
-/// How many records there are in all, installed or not.
+/// The number of records of all products, installed or not.
 std::size_t countRecords(const reference::docparser::LookupResources& documents);
 
-/// Names like `wanted` in the records that `query` wants but for its pattern, as a further line of
-/// a message; nothing when there is none.
+/// Names similar to `wanted` among the records that match `query` apart from its pattern, as a
+/// further line of a message; empty if there are none.
 Lines similarNames(std::u16string_view wanted,
                    const reference::docparser::LookupResources& documents, LookupQuery query,
                    Installed installed);

@@ -12,7 +12,7 @@ namespace {
 using reference::property::RefItemLookup;
 using LookupDocument = LookupDocuments::mapped_type;
 
-/// Its first document gives a resource its name for people and the purpose.
+/// The first document with the name gives the resource its product name and purpose.
 NamedResource begun(const LookupDocument& document, const RefItemLookup& first) {
     return {.resource = document.header.getHelpFolder(),
             .productName = document.header.getProductName(),

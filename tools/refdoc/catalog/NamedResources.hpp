@@ -8,29 +8,29 @@
 
 namespace refdoc {
 
-/// What one resource has under a name, as the lookup records say. By convention a document stands
-/// in the resource that its header's help folder names, a support package's document in that of the
-/// product it extends.
+/// The entries of a name in one resource, according to the lookup records. By convention a document
+/// belongs to the resource that its header's help folder names; the document of a support package,
+/// to that of the product it extends.
 struct NamedResource {
     std::u16string resource;
     std::u16string productName;
     std::u16string purpose;
-    std::set<std::u16string> products{}; ///< the keys of the documents with such records
-    std::set<std::u16string> hrefs{};    ///< of these records
+    std::set<std::u16string> products{}; ///< the keys of the documents with the name
+    std::set<std::u16string> hrefs{};    ///< of the name's records
 };
 
-/// A document with records of the name whose help folder cannot be the name of a resource.
+/// A document that has the name, but whose help folder cannot be the name of a resource.
 struct UnusableHelpFolder {
     std::u16string product;
     std::u16string helpFolder;
 };
 
 struct NamedResources {
-    std::vector<NamedResource> found; ///< in the order of their names
+    std::vector<NamedResource> found; ///< sorted by name
     std::vector<UnusableHelpFolder> unusable;
 };
 
-/// The resources that have entries of exactly that name.
+/// The resources with entries of exactly this name.
 NamedResources resourcesDocumenting(const LookupDocuments& documents, const std::u16string& name);
 
 } // namespace refdoc

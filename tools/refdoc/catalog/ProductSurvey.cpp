@@ -77,13 +77,13 @@ bool isSameRecord(const IndexedLookup* left, const IndexedLookup* right) {
     return left->purpose == right->purpose && left->href == right->href;
 }
 
-/// What there is to say of a document's records.
+/// Facts about the records of a document.
 struct RecordFacts {
     std::size_t count = 0;              ///< in the current language
     std::set<std::string> translated{}; ///< the languages in which one differs from English
 };
 
-/// By the number of the document's key.
+/// Indexed by the numbers of the documents' keys.
 std::vector<RecordFacts> collectFacts(const LookupIndex& index, const std::string& current) {
     std::vector<RecordFacts> facts(index.documents().size());
     NumberSet scratch = index.emptySet();
@@ -104,7 +104,7 @@ std::vector<RecordFacts> collectFacts(const LookupIndex& index, const std::strin
     return facts;
 }
 
-/// English, and the others that there are texts for, in the order in which they are supported.
+/// English, then the other languages that have texts, in the order of the supported languages.
 std::vector<std::string> languagesOf(const LookupIndex& index) {
     std::set<std::string> readers;
     for (std::uint32_t text = 0; text < index.textCount(); ++text)

@@ -27,13 +27,13 @@ using opc::zqservices::FileSystemEntry;
 using opc::zqservices::FileSystemManager;
 using State = CatalogText::State;
 
-/// Whether it is what macOS keeps beside a file where the file system, or a package, has no other
-/// place for it.
+/// Whether the file is one that macOS keeps beside another where the file system, or a package, has
+/// no other place for its metadata.
 bool isMacMetadata(std::string_view content) {
     return content.starts_with(std::string_view("\x00\x05\x16\x07", 4));
 }
 
-/// Why the content of an entry is empty; empty for an entry without content.
+/// Why reading an entry gave nothing; empty for an entry that really is empty.
 std::string readFailure(const FileSystemEntry& entry, const FileSystemManager& manager) {
     try {
         std::ostringstream content;
@@ -113,8 +113,8 @@ CatalogText TextReader::entryText(std::size_t number) {
     return text;
 }
 
-/// Of a package with one entry, the package's name says the language; of any other the entries'
-/// names do.
+/// The name of a package with a single entry gives the language; otherwise the names of the entries
+/// do.
 void TextReader::setLanguages(CatalogText& text) const {
     text.ownLanguage = partsOfStem(text.stem, suffixes_).language;
     text.language = text.isOnlyEntry ? file_.language : text.ownLanguage;
@@ -132,7 +132,7 @@ CatalogText::State TextReader::stateByName(const CatalogText& text,
     return isForAll || isForReaders ? State::Read : State::OtherLanguage;
 }
 
-/// What macOS adds to packages is called like resource files too.
+/// macOS adds files to packages that are also named like resource files.
 void TextReader::readEntry(CatalogText& text) const {
     FileSystemManager& manager = entries_->package.manager;
     const FileSystemEntry& entry = entries_->all[text.number];
@@ -156,7 +156,7 @@ std::string readFailure(const std::u16string& path) {
         return {};
     if (!failure && !std::ifstream(native).is_open())
         failure = {errno, std::generic_category()};
-    return failure ? failure.message() : "its size cannot be relied upon";
+    return failure ? failure.message() : "its size is not reliable";
 }
 
 } // namespace refdoc

@@ -11,43 +11,43 @@
 
 namespace refdoc {
 
-/// What a resource file holds: the text of a plain file, or an entry of a package.
+/// The text of a plain resource file, or of one entry of a package.
 struct CatalogText {
     enum class State {
         Read,
-        Unreadable, ///< the file or entry, for the reason `cause`
+        Unreadable, ///< `cause` says why
         NoEntries,  ///< the package has none
         MacMetadata,
-        OtherFile,     ///< an entry that does not have the name of a resource file
-        LetterCase,    ///< nor has this one, but for the case of its extension
-        OtherLanguage, ///< an entry whose language the package is not read for
+        OtherFile,     ///< an entry that is not named like a resource file
+        LetterCase,    ///< the same, but only for the case of its extension
+        OtherLanguage, ///< an entry in a language that the package is not read for
     };
 
     State state = State::Read;
-    std::string entry{};    ///< the entry's whole name; empty for a file as a whole
+    std::string entry{};    ///< the entry's full name; empty for a file as a whole
     std::size_t number = 0; ///< of the entry in its package
     bool isOnlyEntry = false;
-    std::string stem{};        ///< of the entry's, or the plain file's, name
-    std::string ownLanguage{}; ///< which that name has
-    std::string language{};    ///< that the text counts as
-    /// The language of those who get it. English texts go to all, but for those in packages of one
-    /// language.
+    std::string stem{};        ///< from the name of the entry or plain file
+    std::string ownLanguage{}; ///< the language in that name
+    std::string language{};    ///< the language that the text counts as
+    /// The language of the readers who get it. English texts go to everybody, except those in
+    /// packages of one language.
     std::string readers{};
     std::string content{};
     std::string cause{};
 };
 
-/// Reads the texts of a resource file one after another, as the library does. It holds one text,
-/// and of a package its directory.
+/// Reads the texts of a resource file one after another, as the library does. Holds one text at a
+/// time, and the directory of a package.
 class TextReader {
 public:
     explicit TextReader(const CatalogFile& file);
     ~TextReader();
 
-    /// Nothing at the end.
+    /// Returns nothing at the end.
     std::optional<CatalogText> next();
 
-    /// Of all entries of a package.
+    /// The stems of all entries of a package.
     const std::set<std::string>& entryStems() const { return stems_; }
 
 private:
@@ -67,7 +67,7 @@ private:
     std::size_t next_ = 0;
 };
 
-/// Why the content of a file is empty; empty for a file without content.
+/// Why reading a file gave nothing; empty for a file that really is empty.
 std::string readFailure(const std::u16string& path);
 
 } // namespace refdoc

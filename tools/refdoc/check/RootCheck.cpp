@@ -41,7 +41,7 @@ RootCheck::RootCheck() {
         checkNames(folder);
         std::move(folder.files.begin(), folder.files.end(), std::back_inserter(files_));
     }
-    // As the library reads them; it matters to documents of one key.
+    // The library reads packages first, which decides between documents of the same key.
     std::stable_partition(files_.begin(), files_.end(),
                           [](const CatalogFile& file) { return file.isPackage; });
 }
@@ -91,7 +91,7 @@ void RootCheck::checkAlone(const CatalogFile& file) {
         index_.addUnreadable(file);
 }
 
-/// Whether the text is JSON.
+/// Returns whether the text is JSON.
 bool RootCheck::checkText(const CatalogFile& file, const CatalogText& text,
                           Violations& violations) {
     const std::optional<JsonTree> tree = parseText(text.content, formatOf(file), violations);

@@ -13,10 +13,10 @@
 
 namespace refdoc {
 
-/// Checks all resource files of the current root, of all languages at once, file by file: reads
-/// each as the library does, merges all lookup files by the library's rules, and looks at each file
-/// again beside what came of it and beside the others. A file that changes meanwhile is looked at
-/// as far as it is still readable.
+/// Checks all resource files of the current root, for all languages at once. Each file is read
+/// twice: first alone, as the library reads it, then beside the others and beside what merging all
+/// lookup files by the library's rules gives. A file that changes in between is checked as far as
+/// it is still readable.
 class RootCheck {
 public:
     /// Lists the files.
@@ -25,10 +25,10 @@ public:
     std::size_t stepCount() const { return 2 * files_.size(); }
     std::size_t stepsDone() const { return done_; }
 
-    /// Looks at the next file. To be called until all steps are done.
+    /// Checks the next file. Must be called until all steps are done.
     void step();
 
-    /// What was found, once.
+    /// Gives the result; can be called once.
     CheckResult finish();
 
 private:
@@ -41,7 +41,7 @@ private:
     std::vector<CatalogFile> files_;
     std::size_t done_ = 0;
     RootIndex index_;
-    std::optional<LookupFates> fates_; ///< once all files were read
+    std::optional<LookupFates> fates_; ///< set once all files have been read
     RootFindings findings_;
 };
 

@@ -69,7 +69,7 @@ ReportOptions reportOptions(const CheckArguments& arguments, const GlobalOptions
     return report;
 }
 
-/// The current root, which must hold one of the catalog folders at least.
+/// The current root, which must have at least one of the catalog folders.
 std::string checkedRoot() {
     const auto roots = reference::docparser::DocResourceParser::getReferenceRoots();
     std::error_code ignored;

@@ -4,7 +4,7 @@
 
 namespace refdoc {
 
-/// `refdoc check [ROOT]`: what the library would silently lose, and where.
+/// `refdoc check [ROOT]`: reports what the library would silently lose, and where.
 Command addCheckCommand(CLI::App& application);
 
 } // namespace refdoc

@@ -8,7 +8,7 @@
 
 namespace refdoc {
 
-/// A subcommand: how it is declared on the command line, and what it does once parsed.
+/// A subcommand: its declaration on the command line, and what it does once parsed.
 struct Command {
     const CLI::App* declaration;
     std::function<ExitCode(const GlobalOptions&)> run;

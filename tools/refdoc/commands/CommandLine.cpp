@@ -60,8 +60,8 @@ void declareGlobalOptions(CLI::App& application, GlobalOptions& options) {
                                  "Print the version and exit");
 }
 
-/// What is wrong with the command line. Where no command was found, it is the first word that
-/// stands in its place, if any.
+/// What is wrong with the command line. If no command was recognised, that is the first unknown
+/// word.
 std::string complaintAbout(const CLI::App& application, const std::string& failure) {
     const std::vector<std::string> unknown = application.remaining();
     if (!application.get_subcommands().empty() || unknown.empty())
@@ -70,7 +70,7 @@ std::string complaintAbout(const CLI::App& application, const std::string& failu
                        unknown.front().starts_with('-') ? "an option" : "a command");
 }
 
-/// Answers a help or version request, or reports what is wrong with the command line.
+/// Answers a request for help or the version, or reports what is wrong with the command line.
 ExitCode answerParseStop(const CLI::App& application, const CLI::ParseError& stop) {
     std::ostringstream answer;
     std::ostringstream ignored;

@@ -4,10 +4,11 @@
 
 namespace refdoc {
 
-/// `refdoc complete [--bash] -- LINE [BREAKS]`: for shells, what the last word of an unfinished
-/// command line may become. The command is hidden from users. One completion a line, with a tab and
-/// what it means after it; a line without a tab where the name of a folder belongs. For bash each
-/// stands as it must be inserted, given the characters at which bash breaks words.
+/// `refdoc complete [--bash] -- LINE [BREAKS]`: prints for shells how the last word of an
+/// unfinished command line can be completed. The command is hidden from users. Each completion has
+/// a line of its own, with its meaning after a tab; a line without a tab asks the shell to complete
+/// the name of a folder. With `--bash`, completions are quoted as bash must insert them, given the
+/// characters at which it breaks words.
 Command addCompleteCommand(CLI::App& application);
 
 } // namespace refdoc

@@ -108,7 +108,7 @@ boost::json::object recordJson(const LookupRecord& record) {
             {"installed", record.installed}};
 }
 
-/// Writes as it goes: the records are many, and each has its product's texts.
+/// Writes while printing: there are many records, and each repeats the texts of its product.
 void writeJson(const std::vector<LookupRecord>& records, std::size_t matches) {
     constexpr std::size_t kPiece = 1 << 16;
     JsonPrinter printer;
@@ -136,7 +136,7 @@ std::string describeQuery(const LookupArguments& arguments) {
         arguments.product ? fmt::format(" in product \"{}\"", *arguments.product) : "");
 }
 
-/// Why there may be nothing in the product that was asked for; nothing when it is a known one.
+/// Says that no product has the requested key; empty if one has.
 Lines unknownProduct(const LookupArguments& arguments, const LookupResources& documents) {
     const std::u16string wanted = fromUtf8(arguments.product.value_or(""));
     if (!arguments.product || documents.first.contains(wanted) || documents.second.contains(wanted))
@@ -150,7 +150,7 @@ Lines unknownProduct(const LookupArguments& arguments, const LookupResources& do
     return lines;
 }
 
-/// Which products that are not installed have what was asked for; nothing when none has.
+/// Names products that are not installed and have matches; empty if none has.
 Lines foundElsewhere(const LookupResources& documents, const LookupQuery& query) {
     constexpr std::ptrdiff_t kNamed = 5;
     std::set<const std::u16string*> keys;
@@ -168,7 +168,7 @@ Lines foundElsewhere(const LookupResources& documents, const LookupQuery& query)
                         fmt::join(products.begin(), last, ", "), others)};
 }
 
-/// Of a pattern that nothing matches: what else the user may have meant.
+/// Hints at what the user may have meant by a pattern that matches nothing.
 Lines meantInstead(const LookupArguments& arguments, const LookupResources& documents,
                    const LookupQuery& query) {
     if (!query.pattern)
@@ -184,7 +184,7 @@ Lines meantInstead(const LookupArguments& arguments, const LookupResources& docu
 void reportNoMatch(const LookupArguments& arguments, const LookupResources& documents,
                    const LookupQuery& query) {
     if (countRecords(documents) == 0) {
-        // Asked for its error: a broken list of installed products drops all records.
+        // Called so that it throws: a broken list of installed products drops all records.
         DocResourceParser::getTopLevelProducts();
         return reportError(
             "no lookup records found in " +
@@ -218,7 +218,7 @@ ExitCode lookUp(const LookupArguments& arguments, const GlobalOptions& options) 
     return matches == 0 ? ExitCode::NothingFound : ExitCode::Found;
 }
 
-/// Empty when `text` is a number greater than 0.
+/// Empty if `text` is a number greater than 0.
 std::string complaintAboutCount(const std::string& text) {
     const bool isNumber = !text.empty() && text.find_first_not_of("0123456789") == text.npos;
     const bool isPositive = text.find_first_not_of('0') != text.npos;

@@ -4,7 +4,7 @@
 
 namespace refdoc {
 
-/// `refdoc lookup [PATTERN]`: the documented names that match.
+/// `refdoc lookup [PATTERN]`: lists the documented names that match.
 Command addLookupCommand(CLI::App& application);
 
 } // namespace refdoc

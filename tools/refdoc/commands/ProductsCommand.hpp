@@ -4,7 +4,7 @@
 
 namespace refdoc {
 
-/// `refdoc products`: what is installed and what is documented.
+/// `refdoc products`: lists what is installed and what is documented.
 Command addProductsCommand(CLI::App& application);
 
 } // namespace refdoc

@@ -123,8 +123,8 @@ std::optional<NamedResource> askWhichOne(const std::vector<NamedResource>& found
     return chosen ? std::optional(found[*chosen]) : std::nullopt;
 }
 
-/// Which resource is meant: the only one, or the one that the user chooses. Where nobody can be
-/// asked, the commands to choose from are printed instead.
+/// The only resource, or the one that the user chooses. If the user cannot be asked, prints the
+/// commands to choose from.
 std::optional<NamedResource> chooseResource(const std::vector<NamedResource>& found,
                                             const std::string& name, const GlobalOptions& options) {
     if (found.size() == 1)
@@ -155,7 +155,7 @@ ExitCode showNamed(const NamedResource& found, const std::string& name,
 void reportUnknown(const std::string& name, const LookupResources& documents) {
     const std::size_t records = countRecords(documents);
     if (records == 0)
-        // Asked for its error: a broken list of installed products drops all records.
+        // Called so that it throws: a broken list of installed products drops all records.
         DocResourceParser::getTopLevelProducts();
     const auto roots = DocResourceParser::getReferenceRoots();
     reportError(
@@ -166,7 +166,7 @@ void reportUnknown(const std::string& name, const LookupResources& documents) {
          similarNames(fromUtf8(name), documents, {}, Installed::Either)});
 }
 
-/// The resources of the name; notes on stderr say which records could not be followed.
+/// The resources that document the name; notes on stderr name the records that lead to none.
 std::vector<NamedResource> findResources(const LookupDocuments& documents,
                                          const std::string& name) {
     NamedResources resources = resourcesDocumenting(documents, fromUtf8(name));
@@ -177,7 +177,7 @@ std::vector<NamedResource> findResources(const LookupDocuments& documents,
     return std::move(resources.found);
 }
 
-/// Shows the entries of `name`, which is exactly one of the names in the lookup records.
+/// Shows the entries of `name`, which must equal a name in the lookup records.
 ExitCode showByName(const std::string& name, const GlobalOptions& options) {
     const LookupResources documents = DocResourceParser::getResourceLookupFiles();
     std::vector<NamedResource> found = findResources(documents.first, name);

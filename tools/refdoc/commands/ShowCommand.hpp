@@ -4,7 +4,7 @@
 
 namespace refdoc {
 
-/// `refdoc show [RESOURCE] [NAME]`: full reference entries.
+/// `refdoc show [RESOURCE] [NAME]`: shows full reference entries.
 Command addShowCommand(CLI::App& application);
 
 } // namespace refdoc

@@ -9,23 +9,23 @@
 
 namespace refdoc {
 
-/// A command line that the user is still typing, understood up to the word to be completed.
+/// A command line that the user is still typing, parsed up to the word to complete.
 class CommandWords {
 public:
-    /// @param words all words without quotes, that of the program first and that to be completed
-    ///     last.
+    /// @param words all words with their quotes removed, from the program's name to the word to
+    /// complete.
     CommandWords(const CLI::App& application, const std::vector<std::string>& words);
 
-    /// The option whose value the word is, without the option's name if that is part of the word;
-    /// null when it is none.
+    /// The option whose value the word is; null if it is not a value. The option's name may be part
+    /// of the word, as in "--language=j".
     const CLI::Option* optionToFill() const { return optionToFill_; }
-    /// The word without what `fixedPart` says.
+    /// The word without its fixed part.
     const std::string& word() const { return word_; }
-    /// What the word begins with and every completion must keep: "--language=" or nothing.
+    /// The beginning of the word that every completion must keep: "--language=", or nothing.
     const std::string& fixedPart() const { return fixedPart_; }
 
     const CLI::App& application() const { return application_; }
-    /// The command that was named; the application itself when none was yet.
+    /// The command in the line, or the application itself if there is none yet.
     const CLI::App& command() const { return *command_; }
     const std::vector<std::string>& positionals() const { return positionals_; }
     std::optional<std::string> valueOf(const std::string& option) const;

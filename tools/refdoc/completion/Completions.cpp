@@ -23,8 +23,8 @@ namespace {
 using namespace reference::docparser;
 using reference::property::HeaderInfo;
 
-/// Whether the shell takes the UTF-8 of a text for nothing else: in GBK and its like a byte of it
-/// may take the next one, a quote, for its second half.
+/// Whether the shell cannot misread the UTF-8 of a text: in encodings such as GBK, one of its bytes
+/// may absorb the next one, a quote for example, as its second half.
 bool isReadAsWritten(const std::u16string& text) {
     constexpr char16_t lastAscii = 0x7F;
     const bool isAscii =
@@ -82,7 +82,7 @@ void addProducts(const LookupDocuments& documents, Collector& collector) {
         collector.add(key, document.header.getProductName());
 }
 
-/// Of the product whose help is the resource; null when it has no lookup document.
+/// The header of the product that the resource belongs to; null if it has no lookup document.
 const HeaderInfo* headerOf(const std::u16string& resource, const LookupResources& documents) {
     for (const LookupDocuments* map : {&documents.first, &documents.second})
         if (const auto found = map->find(resource);
@@ -91,8 +91,7 @@ const HeaderInfo* headerOf(const std::u16string& resource, const LookupResources
     return nullptr;
 }
 
-/// The resources that there are files of, each with the name that its product has in the lookup
-/// records.
+/// The resources with files, each with the name of its product from the lookup records.
 void addResources(const LookupResources& documents, Collector& collector) {
     for (const CatalogFile& file : listCatalog(Catalog::Reference).files) {
         const std::u16string resource = fromUtf8(file.resource);
@@ -101,7 +100,7 @@ void addResources(const LookupResources& documents, Collector& collector) {
     }
 }
 
-/// `resource` is empty for the names of all.
+/// @param resource empty for the names of all resources.
 void addNames(const LookupDocuments& documents, const std::u16string& resource,
               Collector& collector) {
     for (const auto& [key, document] : documents) {
@@ -131,7 +130,8 @@ void addOptionValues(const std::string& option, Collector& collector) {
     }
 }
 
-/// The first word may be a resource or a name. There are too many names to offer them all.
+/// The first word may be a resource or a name. There are too many names to offer them for an empty
+/// word.
 void addShowArguments(const CommandWords& words, Collector& collector) {
     if (words.positionals().size() > 1)
         return;
@@ -156,7 +156,7 @@ void addPatterns(const CommandWords& words, Collector& collector) {
         addNames(documents.second, {}, collector);
 }
 
-/// Whether "-" would begin an option.
+/// Whether the word is the beginning of an option.
 bool wantsOption(const CommandWords& words) {
     return words.optionsAllowed() && words.word().starts_with("-");
 }

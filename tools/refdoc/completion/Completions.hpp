@@ -12,11 +12,12 @@ struct Completion {
     std::string meaning; ///< one line, possibly empty
 };
 
-/// Whether the word to be completed is the name of a folder.
+/// Whether the word to complete is the name of a folder.
 bool wantsFolder(const CommandWords& words);
 
-/// What any other word may become, in the host that is set up. What a terminal could not show as it
-/// is, what would be taken for an option, and what leads out of the documentation is never offered.
+/// The completions of any other word, in the host that is set up. Never offers what a terminal
+/// would not show unchanged, what would be taken for an option, or what leads out of the
+/// documentation.
 std::vector<Completion> completionsOf(const CommandWords& words);
 
 } // namespace refdoc

@@ -9,7 +9,7 @@ namespace refdoc {
 
 namespace {
 
-/// Whether `character` means itself wherever it stands in a word of bash or zsh.
+/// Whether `character` stands for itself anywhere in a word of bash or zsh.
 bool isPlain(char character) {
     constexpr std::string_view marks = "_-./:+,%";
     const bool letter =
@@ -25,7 +25,7 @@ bool isBlank(char character) {
     return character == ' ' || character == '\t' || character == '\n';
 }
 
-/// Whether the shell puts something else in the place of what `text` begins with.
+/// Whether `text` begins with something that the shell expands.
 bool beginsExpansion(std::string_view text) {
     constexpr std::string_view marks = "_({[@*#?$!-";
     const bool isNamed = text.size() > 1 && text.front() == '$' &&
@@ -34,7 +34,8 @@ bool beginsExpansion(std::string_view text) {
     return isNamed || text.starts_with('`');
 }
 
-/// Reads a line from its begin on. Each step returns how many bytes it has read, 0 when it cannot.
+/// Reads a line from its beginning. Each step returns the number of bytes read, or 0 if it cannot
+/// read on.
 class TypedLineReader {
 public:
     explicit TypedLineReader(std::string_view breaks) : breaks_(breaks) {}
@@ -96,8 +97,8 @@ private:
         return append(rest.front());
     }
 
-    /// Of the escapes only that of the backslash: at \' readline sees an end of the quote, unlike
-    /// bash.
+    /// Knows only the escape of the backslash: unlike bash, readline takes \' for the end of the
+    /// quote.
     std::size_t readEscaped(std::string_view rest) {
         if (rest.front() == '\'')
             return close();
@@ -140,8 +141,8 @@ private:
     std::size_t breakEnd_ = 0;
 };
 
-/// What stands in the place of `character` in a word of bash with the quote `open`. "!" is put
-/// between two quotes: where it calls up the history, double quotes do not keep it from that.
+/// How `character` is written in a word of bash within the quote `open`. "!" is put between two
+/// quotes, since double quotes do not keep it from history expansion.
 std::string inBash(char character, ShellQuote open) {
     constexpr std::string_view expanded = "$`\"\\";
     std::string escaped = std::string("\\") + character;

@@ -7,7 +7,7 @@
 
 namespace refdoc {
 
-/// `word` as a shell must be given it.
+/// `word`, quoted for a shell.
 std::string shellQuoted(std::string_view word);
 
 /// The quotes of bash: '...', "..." and $'...'.
@@ -17,20 +17,20 @@ enum class ShellQuote { None, Single, Double, Escapes };
 struct TypedLine {
     std::vector<std::string> words; ///< without quotes; never empty
     ShellQuote open = ShellQuote::None;
-    /// What bash keeps of the last word when it completes it, without quotes: all before the quote
-    /// that is open, else up to the last character at which it breaks words.
+    /// The part of the last word that bash keeps when it completes the word, with quotes removed:
+    /// everything before the open quote, or else up to the last character at which it breaks words.
     std::string kept{};
 };
 
-/// Reads a line that needs no more than taking quotes and backslashes away and putting the home
-/// folder in the place of a leading "~/". Nothing for a line that only the shell itself can read.
+/// Reads a line that takes no more than removing quotes and backslashes and expanding a leading
+/// "~/". Returns nothing for a line that only the shell itself can read.
 ///
-/// @param breaks the characters at which bash breaks words, quotes and blanks aside.
+/// @param breaks the characters at which bash breaks words, besides quotes and blanks.
 std::optional<TypedLine> readTypedLine(std::string_view line, std::string_view breaks);
 
-/// `text` as bash must be given it to put it in the place of an unfinished word in which `open` is
-/// open. It begins with the quotation mark that is open and ends with its counterpart, so that it
-/// keeps its meaning wherever bash inserts it. `text` has no control characters.
+/// `text` as bash must insert it in place of an unfinished word within the quote `open`. Begins
+/// with the open quotation mark and ends with its counterpart, so that it keeps its meaning
+/// wherever bash inserts it. `text` must not contain control characters.
 std::string bashCompletion(std::string_view text, ShellQuote open);
 
 } // namespace refdoc

@@ -8,8 +8,8 @@
 
 namespace refdoc {
 
-/// A handler for Boost.JSON's parser that takes note of nothing: the parser is only asked how far
-/// it comes. Handlers that want something replace what they want.
+/// A handler for Boost.JSON's parser that ignores everything: it shows only how far the parser
+/// gets. Derived handlers hide the functions that interest them.
 struct BlindHandler {
     static constexpr std::size_t max_object_size = std::size_t(-1);
     static constexpr std::size_t max_array_size = std::size_t(-1);

@@ -18,10 +18,10 @@ namespace {
 
 namespace json = boost::json;
 
-/// Builds the tree as Boost.JSON's own handler does, but for what is left out.
+/// Builds the tree as Boost.JSON's own handler does, apart from what is left out.
 class TreeHandler : public BlindHandler {
 public:
-    /// All but the stack itself lies in `memory`.
+    /// Everything but the stack itself is allocated from `memory`.
     TreeHandler(const Format::Names& knownNames, std::size_t mostValues,
                 json::monotonic_resource* memory)
         : knownNames_(knownNames), room_(mostValues) {
@@ -75,7 +75,7 @@ public:
     std::size_t unknownMembers() const { return unknownMembers_; }
 
 private:
-    /// What becomes of the next value.
+    /// What to do with the next value.
     enum class Next { Keep, Replace, Drop };
 
     struct Container {

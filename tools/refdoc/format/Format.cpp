@@ -53,13 +53,13 @@ public:
     const ValueFormat* readRoot() { return read(document_.as_object()); }
 
 private:
-    /// Each definition is read once, and shared by those that refer to it.
+    /// Reads each definition once and shares it among those that refer to it.
     const ValueFormat* read(const json::object& schema) {
         if (const json::value* reference = schema.if_contains("$ref"))
             return read(definition(*reference));
         const auto [known, isNew] = read_.try_emplace(&schema, nullptr);
         if (!isNew && known->second == nullptr)
-            throw std::runtime_error("a schema that refers to itself");
+            throw std::runtime_error("the schema refers to itself");
         if (isNew) {
             ValueFormat& value = format_.values_.emplace_back();
             readInto(value, schema);

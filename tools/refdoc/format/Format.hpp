@@ -13,11 +13,11 @@
 
 namespace refdoc {
 
-/// Which values a place may hold. An `Enumeration` is a text, and any other value counts as the
+/// The values that a place may hold. An `Enumeration` is a text, and any other value counts as the
 /// first of its texts.
 enum class ValueKind : std::uint8_t { Any, Text, Enumeration, List, Object };
 
-/// Whether a text is read byte by byte, so that only ASCII comes through.
+/// Whether a text is read byte by byte, so that only ASCII survives.
 enum class SevenBit : std::uint8_t { Never, Always, UnlessApp };
 
 struct ValueFormat;
@@ -25,7 +25,7 @@ struct ValueFormat;
 struct MemberFormat {
     const ValueFormat* value = nullptr;
     bool isRequired = false;
-    /// Why the member is not read here; empty for one that is.
+    /// Why the member is not read here; empty if it is.
     std::string unread{};
 };
 
@@ -39,24 +39,24 @@ struct ValueFormat {
     const ValueFormat* elements = nullptr; ///< of a list
     Members members{};                     ///< of an object
     std::set<std::u16string> names{};      ///< of all members, read or not
-    /// Of an object whose members depend on whether it has this one: as it is without. Such an
-    /// object has no `members` of its own.
+    /// The format of an object without the condition's member, for objects that depend on one. Such
+    /// an object has no `members` of its own.
     std::string condition{};
     const ValueFormat* with = nullptr;
     const ValueFormat* without = nullptr;
 
-    /// What an object has to be like that has, or has not, the member of the condition.
+    /// The formats of an object with and without the member of the condition.
     const ValueFormat& forObject(const boost::json::object& object) const;
 };
 
-/// The format of one kind of resource file, read out of its JSON Schema: all references resolved,
-/// all parts of an object put together. Immutable, and so safe from any thread.
+/// The format of one kind of resource file, read from its JSON Schema with all references resolved
+/// and all parts of an object merged. Immutable, and so safe from any thread.
 ///
-/// Of JSON Schema it knows what the schemas of resource files use: type, enum, required,
+/// Supports the part of JSON Schema that the schemas of resource files use: type, enum, required,
 /// properties, items, $ref into the definitions, allOf of one part, and if/then/else on the
-/// presence of one member. Two keywords are our own, and validators pass over them: "sevenBit"
-/// ("always", or "unlessApp" for what is so unless the item documents an app), and "unread", why a
-/// member is not read where it stands.
+/// presence of one member. Two keywords are our own, and validators ignore them: "sevenBit"
+/// ("always", or "unlessApp" for a text that is 7-bit unless the item documents an app), and
+/// "unread", the reason why a member is not read where it stands.
 class Format {
 public:
     using Names = std::set<std::string, std::less<>>;
@@ -67,9 +67,9 @@ public:
     Format(const Format&) = delete;
     Format& operator=(const Format&) = delete;
 
-    /// Of the document as a whole.
+    /// The format of the whole document.
     const ValueFormat& root() const { return *root_; }
-    /// All that a member anywhere is called.
+    /// The names of all members anywhere in the format.
     const Names& names() const { return names_; }
 
 private:

@@ -19,12 +19,12 @@ namespace {
 namespace json = boost::json;
 using Kind = Deviation::Kind;
 
-/// Whoever has more members than this in one object is not helped with their names.
+/// The most members an object may have for a missing name to be looked for among them.
 constexpr std::size_t kMostMembers = 100;
-/// Looking for near names takes its time, and hostile files have unknown ones without end.
+/// Finding similar names is slow, and hostile files have any number of unknown ones.
 constexpr std::size_t kMostUnknownNames = 1000;
 constexpr std::size_t kMostMissingNames = 10000;
-/// A member that is shorter may have one wrong letter only: authors have members of their own.
+/// Shorter names may have only one wrong letter, since authors have members of their own.
 constexpr std::size_t kShortName = 8;
 
 bool isOfKind(const json::value& value, ValueKind kind) {
@@ -55,7 +55,7 @@ bool documentsApp(const json::value& entities) {
     return list != nullptr && std::any_of(list->begin(), list->end(), isApp);
 }
 
-/// The member of nearly the name of the one that is missing; empty when there is none.
+/// A member whose name resembles that of the missing one; empty if there is none.
 std::string insteadOf(std::string_view missing, const json::object& object) {
     std::set<std::u16string> names;
     if (object.size() <= kMostMembers)
@@ -81,7 +81,7 @@ std::optional<Deviation> FormatWalk::next() {
     return deviation;
 }
 
-/// Goes on to the next member or element, or out of what has no more of them.
+/// Moves on to the next member or element, and leaves what has no more of them.
 void FormatWalk::advance() {
     Level& level = levels_.back();
     const ValueFormat& format = *level.format;

@@ -16,46 +16,46 @@
 
 namespace refdoc {
 
-/// A place where a document is not as its format says.
+/// A place where a document deviates from its format.
 struct Deviation {
     enum class Kind {
         MissingMember, ///< the object has no member `name`, which is required
-        WrongKind,     ///< the value is not of the kind that `format` says
+        WrongKind,     ///< the value is not of the kind in `format`
         UnknownText,   ///< the value is none of the enumeration's texts
-        NotSevenBit,   ///< the text is read byte by byte, and not ASCII
+        NotSevenBit,   ///< the text is read byte by byte, but is not ASCII
         UnreadMember,  ///< the member `name` is not read here, for the reason `unread`
         BesideOther,   ///< the member `name` is not read beside the member `other`
-        MisspeltMember ///< the member `name` is not known, and `other` is nearly its name
+        MisspeltMember ///< the member `name` is unknown and resembles `other`
     };
 
     Kind kind;
-    /// To the value; for a missing member to the object that lacks it.
+    /// Leads to the value; for a missing member, to the object that lacks it.
     std::string pointer;
     const boost::json::value* value = nullptr;
     const ValueFormat* format = nullptr; ///< what the value should be
     std::string name{};
-    std::string other{}; ///< for a missing member one of nearly its name, where there is one
+    std::string other{}; ///< for a missing member, one with a similar name, if any
     std::string unread{};
 
     /// Whether the library refuses the whole text because of it.
     bool losesText() const { return kind == Kind::MissingMember || kind == Kind::WrongKind; }
 };
 
-/// Goes down a document beside its format, and gives what deviates from it in the order of the
-/// document. An author's own members are no deviation, unless they seem to be meant as others.
+/// Walks a document beside its format and gives the deviations in the order of the document.
+/// Members of an author's own are no deviation unless they resemble known ones.
 ///
-/// It takes time linear in the document, but for near names, which are looked for a few thousand
-/// times at most; and memory for the place that it has come to.
+/// Takes time linear in the document, apart from the comparisons of names, of which there are at
+/// most a few thousand, and memory for the current place only.
 class FormatWalk {
 public:
     /// Both must outlive the walk.
     FormatWalk(const boost::json::value& document, const Format& format);
 
-    /// Nothing at the end.
+    /// Returns nothing at the end.
     std::optional<Deviation> next();
 
 private:
-    /// An object or list that the walk is within.
+    /// An object or list that the walk is inside.
     struct Level {
         const boost::json::value* value;
         const ValueFormat* format;
@@ -77,11 +77,11 @@ private:
 
     std::string pointer_; ///< to where the walk is
     std::vector<Level> levels_;
-    std::deque<Deviation> found_; ///< and not given yet
-    bool documentsApp_ = false;   ///< whether the item does that the walk is in
-    /// The near names of unknown ones, which are often the same.
+    std::deque<Deviation> found_; ///< but not given out yet
+    bool documentsApp_ = false;   ///< whether the current item does
+    /// The known names that unknown ones resemble, cached because unknown names repeat.
     std::map<std::pair<const ValueFormat*, std::string>, std::vector<std::u16string>> near_;
-    std::size_t missing_ = 0; ///< members so far
+    std::size_t missing_ = 0; ///< missing members so far
 };
 
 } // namespace refdoc

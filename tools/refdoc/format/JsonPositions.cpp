@@ -15,7 +15,7 @@ namespace refdoc {
 
 namespace {
 
-/// The values that are looked for, and those on the way to them.
+/// The values to find, and those on the way to them.
 struct WantedValue {
     std::size_t offset = 0;
     std::map<std::string, WantedValue, std::less<>> members{};
@@ -57,7 +57,7 @@ private:
 
     void skipBlanks() { at_ = std::min(text_.find_first_not_of(" \t\r\n", at_), text_.size()); }
 
-    /// Goes over a list's or object's brackets and commas, and has `scanElement` go over the rest.
+    /// Scans the brackets and commas of a list or object, and calls `scanElement` for the rest.
     template <typename ScanElement>
     void scanElements(char closing, ScanElement scanElement) {
         ++at_;

@@ -18,7 +18,7 @@ const json::value* memberOf(const json::value& value, std::string_view name) {
     return object == nullptr ? nullptr : object->if_contains(name);
 }
 
-/// Empty for anything but a list.
+/// The elements of a list; empty for anything else.
 const json::array& listMember(const json::value& value, std::string_view name) {
     static const json::array none;
     const json::value* member = memberOf(value, name);

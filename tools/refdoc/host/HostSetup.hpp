@@ -10,11 +10,11 @@ namespace refdoc {
 /// The codes of the documentation languages, "en" first.
 std::vector<std::string> supportedLanguages();
 
-/// Makes this process the host of the library that `options` ask for: where the documentation is,
-/// in which language, and how much of the log goes to stderr. Each command does so once, before it
-/// calls the library.
+/// Makes this process the library's host as `options` ask: where the documentation is, in which
+/// language, and how much of the log goes to stderr. Each command calls this once, before it calls
+/// the library.
 ///
-/// @throws UsageError when there is no such folder or language.
+/// @throws UsageError if the folder or language does not exist.
 void setUpHost(const GlobalOptions& options);
 
 } // namespace refdoc

@@ -8,11 +8,11 @@ namespace refdoc {
 
 enum class ExitCode : int {
     Found = 0,
-    NothingFound = 1, ///< or errors, when these are looked for
+    NothingFound = 1, ///< or, for the check, errors found
     Failure = 2,      ///< wrong use, or output that cannot be written
 };
 
-/// What every command understands. Texts are as the command line has them, in UTF-8.
+/// The options that all commands share, as typed on the command line, in UTF-8.
 struct GlobalOptions {
     std::optional<std::string> root;
     std::optional<std::string> language;
@@ -20,7 +20,7 @@ struct GlobalOptions {
     bool verbose = false;
 };
 
-/// The command line asks for something that cannot be; the message is for the user.
+/// An impossible request on the command line; the message is for the user.
 class UsageError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

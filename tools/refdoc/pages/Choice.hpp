@@ -7,14 +7,14 @@
 
 namespace refdoc {
 
-/// Whether there is a user at a terminal who can see a question and answer it.
+/// Whether a user at a terminal can see a question and answer it.
 bool canAskUser();
 
-/// Lists `choices` with numbers under `question` and waits for one of these.
+/// Lists `choices` with numbers under `question` and waits for an answer.
 ///
-/// @return the index of the choice; nothing when the user wants none ("q", an empty line or the end
-///         of the input).
-/// @throws std::system_error when standard output cannot be written.
+/// @return the index of the choice; nothing if the user declines ("q", an empty line or the end of
+/// the input).
+/// @throws std::system_error if standard output cannot be written.
 std::optional<std::size_t> askUser(const std::string& question,
                                    const std::vector<std::u16string>& choices);
 

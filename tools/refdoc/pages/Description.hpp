@@ -6,9 +6,9 @@
 
 namespace refdoc {
 
-/// Lays a description out, which is plain text with four conventions: an empty line separates
-/// paragraphs, a line that begins with four blanks stands as it is, a paragraph that begins with
-/// "- " is a list item, and a one-line paragraph that begins with "## " is a heading.
+/// Lays out a description, which is plain text with four conventions: an empty line separates
+/// paragraphs, a line that begins with four blanks is verbatim, a paragraph that begins with "- "
+/// is a list item, and a one-line paragraph that begins with "## " is a heading.
 void addDescription(Page& page, std::u16string_view description, std::size_t indent);
 
 } // namespace refdoc

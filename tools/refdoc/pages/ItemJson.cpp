@@ -15,7 +15,7 @@ namespace {
 namespace json = boost::json;
 using namespace reference::docparser;
 
-/// The conversions of all parts of an item. As members of one class they find one another.
+/// The conversions of all parts of an item; as members of one class they can call each other.
 struct RecordJson {
     static json::string of(const std::u16string& text) { return toJson(text); }
 

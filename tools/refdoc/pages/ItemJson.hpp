@@ -7,7 +7,7 @@
 
 namespace refdoc {
 
-/// All members are always there, empty ones too.
+/// All members are always present, even empty ones.
 boost::json::object toJson(const reference::property::HeaderInfo& header);
 boost::json::object toJson(const reference::docparser::RefItem& item);
 

@@ -13,7 +13,7 @@ constexpr std::size_t kNameIndent = 2;
 constexpr std::size_t kNameGap = 2;
 constexpr std::size_t kWidestNameColumn = 32;
 
-/// Wide enough for the names, but a few long names do not push all purposes to the right.
+/// Wide enough for most names, so that a few long ones do not push all purposes to the right.
 std::size_t nameColumnWidth(const std::vector<ListedName>& names, std::size_t pageWidth) {
     const std::size_t widest = std::min(pageWidth / 3, kWidestNameColumn);
     std::size_t width = 0;

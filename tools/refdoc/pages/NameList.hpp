@@ -13,9 +13,8 @@ struct ListedName {
     std::u16string purpose;
 };
 
-/// Lays out names and purposes in two columns under a title, in case-insensitive order. Purposes
-/// that do not fit go on below their own column; on a page of unlimited width each name has one
-/// line.
+/// Lays out names and purposes in two columns under a title, sorted without regard to case. Long
+/// purposes continue below their own column; on a page of unlimited width each name has one line.
 void addNameList(Page& page, std::u16string_view title, std::vector<ListedName> names,
                  std::size_t pageWidth);
 

@@ -10,7 +10,7 @@ namespace refdoc {
 
 namespace {
 
-/// However deep the indentation and narrow the page, a line has room for this much text.
+/// The least room for text on a line, however deep the indentation and narrow the page.
 constexpr std::size_t kNarrowestText = 16;
 constexpr std::size_t kTagGap = 1;
 constexpr std::string_view kStyleEnd = "\x1b[0m";
@@ -33,7 +33,7 @@ StyledText printable(const StyledText& text) {
     return result;
 }
 
-/// Cuts a styled text into lines, which must be asked for in the order of the text.
+/// Cuts a styled text into lines, which must be requested in the order of the text.
 class Slicer {
 public:
     explicit Slicer(const StyledText& text) : text_(text) {}

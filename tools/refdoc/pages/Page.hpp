@@ -17,19 +17,17 @@ struct Span {
     Style style;
 };
 
-/// A text whose parts are shown in different ways.
 using StyledText = std::vector<Span>;
 
-/// The width of a page on which no line is too long.
+/// The width of a page that never breaks lines.
 inline constexpr std::size_t kUnlimitedWidth = std::size_t{1} << 31;
 
 struct PageFormat {
     std::size_t width;
-    bool styled; ///< whether bold and underlined text may be shown as such
+    bool styled; ///< whether bold and underlined text can be shown
 };
 
-/// Lays out text as a manual page does. All text is taken as it comes: what a terminal would take
-/// for a command never gets through.
+/// Lays out text like a manual page. Any text is safe: control sequences never reach the terminal.
 class Page {
 public:
     static constexpr std::size_t kSubsectionIndent = 3;
@@ -37,12 +35,12 @@ public:
 
     explicit Page(PageFormat format);
 
-    /// A header or footer line. When the parts do not fit beside one another, each that differs
-    /// from those before it has a line of its own.
+    /// A header or footer line. If the parts do not fit beside each other, each distinct part gets
+    /// a line of its own.
     void marginLine(std::u16string_view left, std::u16string_view centre,
                     std::u16string_view right);
 
-    /// A title, one empty line after what stands above it and none before what follows.
+    /// A title with one empty line before it and none after it.
     void section(std::u16string_view title);
     void subsection(std::u16string_view title);
 
@@ -50,18 +48,18 @@ public:
     void paragraph(const StyledText& text, std::size_t indent, std::size_t hang = 0);
     void paragraph(std::u16string_view text, std::size_t indent);
 
-    /// A line of syntax in bold. Where it goes on below, it does so under its first argument.
+    /// A line of syntax in bold. Continuation lines are aligned with the first argument.
     void syntaxLine(std::u16string_view line, std::size_t indent);
 
-    /// A line that is neither broken nor otherwise changed, except for tabs.
+    /// A line that is never broken; only its tabs are expanded.
     void verbatim(std::u16string_view line, std::size_t indent);
     void verbatim(const StyledText& line, std::size_t indent);
 
-    /// A tag at `indent`; what follows at `indent + hang` begins on the tag's line if there is
-    /// room.
+    /// A tag at `indent`; the text that follows at `indent + hang` begins on the same line if there
+    /// is room.
     void tag(const StyledText& tag, std::size_t indent, std::size_t hang);
 
-    /// Leaves one empty line between what was added, unless it is a title, and what is added next.
+    /// Puts one empty line between the content so far, unless that is a title, and what follows.
     void separate();
 
     /// The page in UTF-8.

@@ -27,7 +27,7 @@ Span bold(std::u16string_view text) {
     return {std::u16string(text), Style::Bold};
 }
 
-/// Options and the like are typed as they stand; other arguments stand for something.
+/// Options and the like are typed literally; other arguments are placeholders.
 Style argumentStyle(std::u16string_view name) {
     return name.starts_with(u'-') ? Style::Bold : Style::Underline;
 }
@@ -40,7 +40,7 @@ std::u16string kindOf(const RefEntity& entity) {
     return {};
 }
 
-/// What the page is called in its header: its first name and that name's kind.
+/// The name of the page in its header: the first name and its kind.
 std::u16string headerTitle(const RefItem& item) {
     if (item.refEntities.empty())
         return item.href;
@@ -66,7 +66,7 @@ void addStatus(Page& page, const RefItem& item) {
     page.paragraph({bold(text)}, kIndent);
 }
 
-/// The title of a group of a section, unless it only says the section's own name again.
+/// The title of a group in a section; empty if it only repeats the section's name.
 void addGroupTitle(Page& page, std::u16string_view sectionTitle, std::u16string_view title) {
     page.separate();
     if (!title.empty() && !equalsIgnoringCase(title, sectionTitle))
@@ -106,7 +106,7 @@ std::u16string joinedValues(const std::vector<std::u16string>& values) {
     return all;
 }
 
-/// Nothing for a type that says nothing.
+/// Empty for a type that carries no information.
 std::u16string typeText(reference::property::SyntaxType type) {
     return type == reference::property::SyntaxType::getDefaultValue()
                ? std::u16string()
@@ -118,7 +118,7 @@ void addArgumentFact(Page& page, std::u16string_view name, const std::u16string&
         page.paragraph({plain(std::u16string(name) + u": " + fact)}, kIndent + kHang, 4);
 }
 
-/// An argument as a tagged paragraph: its purpose, its type, its values and its default.
+/// An argument as a tagged paragraph: its purpose, type, values and default.
 void addArgument(Page& page, const ArgumentInfo& info, const StyledText& tag,
                  const std::u16string& type, const std::u16string& defaultValue) {
     page.separate();
@@ -185,7 +185,7 @@ void addExamples(Page& page, const RefItem& item) {
     }
 }
 
-/// A link into the web is shown; within the documentation the name is enough to look it up.
+/// A link to the web is shown; for a link within the documentation its name suffices.
 StyledText linkText(const SeeAlsoLink& link) {
     StyledText text{bold(link.name.empty() ? link.url : link.name)};
     if (!link.name.empty() && link.url.find(u"://") != link.url.npos)

@@ -8,11 +8,11 @@
 
 namespace refdoc {
 
-/// Lays out one reference entry in full, from the header line to the footer line.
+/// Lays out a full reference entry, from the header line to the footer line.
 void addReferencePage(Page& page, const reference::property::HeaderInfo& header,
                       const reference::docparser::RefItem& item);
 
-/// A deprecation status in words for readers; empty when there is nothing to say.
+/// A deprecation status in words; empty for an entry that is not deprecated.
 std::u16string_view statusText(reference::property::DeprecationStatus status);
 
 } // namespace refdoc

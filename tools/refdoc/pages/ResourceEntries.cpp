@@ -69,7 +69,7 @@ std::string asPages(const std::vector<Selection>& selections, const Terminal& te
     return text;
 }
 
-/// A list for another program has one line per name, whatever its length.
+/// In a list for another program each name has one line, whatever its length.
 std::string asLists(const std::vector<Selection>& selections, const Terminal& terminal) {
     const std::size_t width = terminal.interactive ? terminal.width : kUnlimitedWidth;
     Page page({width, terminal.styled});

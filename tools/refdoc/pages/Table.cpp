@@ -37,7 +37,7 @@ std::size_t flexibleColumn(const std::vector<TableColumn>& columns) {
     return static_cast<std::size_t>(found - columns.begin());
 }
 
-/// The widths of all columns; that of the flexible one is 0 when the page is too narrow for it.
+/// The widths of all columns; 0 for the flexible one if the page is too narrow for it.
 Widths columnWidths(const std::vector<TableColumn>& columns, const Rows& rows,
                     std::size_t pageWidth) {
     Widths widths;
@@ -55,7 +55,7 @@ Widths columnWidths(const std::vector<TableColumn>& columns, const Rows& rows,
     return widths;
 }
 
-/// Lays out rows whose cells stand beside one another.
+/// Lays out rows with their cells side by side.
 class RowPrinter {
 public:
     RowPrinter(Page& page, Widths widths) : page_(page), widths_(std::move(widths)) {}
@@ -105,7 +105,7 @@ private:
     LineBreaker lineBreaker_;
 };
 
-/// For a page too narrow for all columns: the flexible cell goes below the others.
+/// Lays out rows on a page too narrow for all columns: the flexible cell goes below the others.
 class StackedRowPrinter {
 public:
     StackedRowPrinter(Page& page, Widths widths, std::size_t flexible)

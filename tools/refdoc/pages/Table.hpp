@@ -9,17 +9,16 @@
 
 namespace refdoc {
 
-/// A column of a table.
 struct TableColumn {
-    std::u16string title; ///< for terminals; a table whose titles are all empty has none
-    /// It takes at most the page's width divided by this; 0 means whatever the others leave.
+    std::u16string title; ///< shown on terminals, unless all titles are empty
+    /// The column takes at most the page's width divided by this; 0 means what the others leave.
     std::size_t widthDivisor;
 };
 
-/// Rows of cells. On a terminal the first cell of a row is shown in bold and stays whole, the
-/// others are broken to the width of their columns; where the page is too narrow for all of them,
-/// the one that takes what is left has lines of its own. Anything but a terminal gets one line per
-/// row, with tabs between the cells, nothing broken and no titles. One column has the divisor 0.
+/// A table of text, in which exactly one column has the divisor 0. On a terminal the first cell of
+/// a row is bold and never broken, and the others are broken to the widths of their columns; on a
+/// page too narrow for all columns, the flexible one goes below the others. Elsewhere each row is
+/// one line with tabs between the cells, nothing is broken, and there are no titles.
 class Table {
 public:
     using Row = std::vector<std::u16string>;

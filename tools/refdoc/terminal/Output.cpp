@@ -14,7 +14,7 @@
 namespace refdoc {
 
 void reserveStandardStreams() {
-    // Opened for the wrong direction on purpose: reading or writing still fails.
+    // Opened for the wrong direction on purpose: reading or writing must still fail.
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         if (fcntl(stream, F_GETFD) == -1 && errno == EBADF &&
             open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY) == -1)

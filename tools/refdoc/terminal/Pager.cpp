@@ -16,18 +16,18 @@
 
 #include "refdoc/terminal/Output.hpp"
 
-// POSIX leaves this declaration to its users; not every system has it in a header as well.
+// POSIX leaves this declaration to programs; only some systems have it in a header.
 extern char** environ; // NOLINT(readability-redundant-declaration)
 
 namespace refdoc {
 
 namespace {
 
-/// What the shell exits with when a command is there but cannot be run, or is not there.
+/// The exit codes of a shell whose command cannot be run or is not found.
 constexpr int kNotRunnable = 126;
 constexpr int kNotFound = 127;
 
-/// Programs that are started do not inherit it.
+/// Not inherited by programs that are started.
 class Descriptor {
 public:
     explicit Descriptor(int number) : number_(number) { fcntl(number, F_SETFD, FD_CLOEXEC); }
@@ -45,8 +45,8 @@ private:
     int number_;
 };
 
-/// While the pager runs, the keys that interrupt it must not end this process, nor must a pager
-/// that is quit before it has read everything.
+/// While the pager runs, neither the interrupt keys nor a pager that quits before reading
+/// everything must end this process.
 class IgnoredSignals {
 public:
     IgnoredSignals() {
@@ -68,7 +68,7 @@ private:
     std::array<struct sigaction, kSignals.size()> previous_{};
 };
 
-/// How a child process starts: with `input` as its standard input and signals as usual.
+/// Sets up a child process with `input` as its standard input and default signal handling.
 class SpawnSettings {
 public:
     explicit SpawnSettings(int input) {
@@ -113,7 +113,7 @@ std::string pagerCommand() {
 }
 
 /// Makes `less` show styles and UTF-8, and print at once what fits on the screen, unless the user
-/// has settled that.
+/// has set it up otherwise.
 void setPagerDefaults() {
     constexpr int keepExisting = 0;
     setenv("LESS", "-FRi", keepExisting);
@@ -137,7 +137,7 @@ int waitForExit(pid_t process) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : 0;
 }
 
-/// Returns false when the pager did not run.
+/// Returns false if the pager did not run.
 bool runPager(const std::string& command, std::string_view text) {
     int ends[2];
     if (pipe(ends) != 0)

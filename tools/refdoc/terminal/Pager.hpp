@@ -6,11 +6,11 @@
 
 namespace refdoc {
 
-/// Shows text to the user: on a terminal through the pager, which is the shell command in MANPAGER,
-/// else in PAGER, else `less`; without one (the command is empty or `cat`), or when it cannot be
-/// started, on standard output itself.
+/// Shows text to the user. On a terminal it goes through the pager: the shell command in MANPAGER,
+/// else in PAGER, else `less`. It goes straight to standard output if that is not a terminal, if
+/// the command is empty or `cat`, or if the pager cannot be started.
 ///
-/// @throws std::system_error when standard output cannot be written.
+/// @throws std::system_error if standard output cannot be written.
 void showText(std::string_view text, const Terminal& terminal);
 
 } // namespace refdoc

@@ -6,11 +6,10 @@
 
 namespace refdoc {
 
-/// A line on the terminal that shows how far a long job is.
 std::string progressLine(std::size_t done, std::size_t all);
 
-/// Shows on stderr how far a job is, when stderr is a terminal and the job takes longer than a
-/// second; takes the line away when it ends.
+/// Shows on stderr how far a job is, if stderr is a terminal and the job takes longer than a
+/// second; erases the line at the end.
 class Progress {
 public:
     Progress();

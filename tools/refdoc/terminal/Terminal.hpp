@@ -12,9 +12,9 @@ struct Terminal {
     std::size_t screenWidth; ///< for tables
 };
 
-/// The width for text is what MANWIDTH says; else the terminal's (COLUMNS, or what it answers), but
-/// at most 100 columns, since longer lines read badly; else 80. Tables may be as wide as the
-/// terminal.
+/// The width for text is MANWIDTH if it is set; otherwise that of the terminal (COLUMNS, or what it
+/// reports), but at most 100 columns, since longer lines read badly; otherwise 80. Tables may be as
+/// wide as the terminal.
 Terminal standardOutputTerminal();
 
 } // namespace refdoc

@@ -57,7 +57,8 @@ std::size_t Glob::parseElement(std::u32string_view pattern) {
     return length;
 }
 
-/// Reads the bracket expression that `pattern` begins with; returns its length, 0 if there is none.
+/// Reads the bracket expression that `pattern` begins with; returns its length, or 0 if there is
+/// none.
 std::size_t Glob::parseBracket(std::u32string_view pattern, Element& element) {
     if (pattern.front() != U'[')
         return 0;
@@ -89,7 +90,7 @@ bool Glob::matches(std::u16string_view text) const {
             ++element;
             ++at;
         } else if (lastRun < elements_.size()) {
-            // Only the last run need take more: what precedes it has been matched already.
+            // Only the last run may have to take more: what precedes it has been matched already.
             element = lastRun + 1;
             at = ++lastRunEnd;
         } else {

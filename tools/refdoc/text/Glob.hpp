@@ -6,17 +6,17 @@
 
 namespace refdoc {
 
-/// A pattern for whole texts, as in the shell: `*` is any run of characters, `?` any single one,
-/// `[a-c]` one of those listed, `[!a-c]` or `[^a-c]` one of all others. A backslash takes the
-/// meaning of one of these away; so does a bracket that is never closed. Characters are Unicode's.
+/// A pattern for whole texts, as in the shell: `*` matches any run of characters, `?` any single
+/// one, `[a-c]` one of those listed, `[!a-c]` or `[^a-c]` any other one. A backslash makes the next
+/// character literal, and so is a bracket that is never closed. Characters are Unicode code points.
 class Glob {
 public:
     explicit Glob(std::u16string_view pattern);
 
-    /// Whether the pattern is more than a text that stands for itself.
+    /// Whether the pattern is more than a literal text.
     bool isSpecial() const { return special_; }
 
-    /// Takes at most time in proportion to the product of the lengths of text and pattern.
+    /// Takes time proportional at most to the product of the lengths of text and pattern.
     bool matches(std::u16string_view text) const;
 
 private:
@@ -24,7 +24,7 @@ private:
         char32_t first;
         char32_t last;
     };
-    /// What one character may be, or, as a run, any number of characters.
+    /// The characters that match at one place, or, in a run, at any number of places.
     struct Element {
         bool isRun = false;
         bool negated = false;

@@ -19,8 +19,8 @@ namespace {
 
 namespace json = boost::json;
 
-/// A JSON text in which characters that JSON itself allows, but that are not printable, are
-/// escaped. All of them lie in the Basic Multilingual Plane.
+/// A JSON text with unprintable characters escaped, though JSON itself allows them. All of these
+/// lie in the Basic Multilingual Plane.
 std::string escaped(std::string_view text) {
     constexpr char lastPrintable = 0x7E;
     if (std::all_of(text.begin(), text.end(),
@@ -99,7 +99,7 @@ void JsonPrinter::elements(const json::array& array) {
     close(']');
 }
 
-/// Separates what comes next from what stands before it.
+/// Separates the next element from what precedes it.
 void JsonPrinter::beginElement() {
     if (std::exchange(afterKey_, false) || depth_ == 0)
         return;

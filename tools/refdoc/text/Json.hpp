@@ -11,21 +11,20 @@
 
 namespace refdoc {
 
-/// A lone surrogate becomes U+FFFD.
+/// A JSON string in UTF-8; a lone surrogate becomes U+FFFD.
 boost::json::string toJson(const std::u16string& text);
 
-/// Of UTF-8: malformed input becomes U+FFFD.
+/// A JSON string from UTF-8; malformed input becomes U+FFFD.
 boost::json::string toJson(std::string_view text);
 
-/// `value` in UTF-8, indented, with a line end. No character stands in it unescaped that is
-/// not printable.
+/// `value` in UTF-8, indented, with a line end. Characters that are not printable are escaped.
 std::string prettyJson(const boost::json::value& value);
 
 /// The same on one line, without a line end.
 std::string compactJson(const boost::json::value& value);
 
-/// Prints what `prettyJson` does piece by piece, so that a large value need not exist as a whole.
-/// What is opened must be closed, and each value in an object follows its key.
+/// Prints piece by piece in the form of `prettyJson`, so that a large value need not exist as a
+/// whole. Whatever is opened must be closed, and each value in an object follows its key.
 class JsonPrinter {
 public:
     void open(char bracket);
@@ -33,9 +32,9 @@ public:
     void key(std::string_view name);
     void value(const boost::json::value& value);
 
-    /// Gives away what was printed since the last call.
+    /// Returns what was printed since the last call.
     std::string take();
-    /// The bytes that `take` would give.
+    /// The number of bytes that `take` would return.
     std::size_t size() const { return text_.size(); }
 
 private:
@@ -46,7 +45,7 @@ private:
 
     std::string text_;
     std::size_t depth_ = 0;
-    bool isFirst_ = true;   ///< whether nothing stands yet in what was opened last
+    bool isFirst_ = true;   ///< whether the innermost open bracket is still empty
     bool afterKey_ = false; ///< whether the next value belongs to the key before it
 };
 

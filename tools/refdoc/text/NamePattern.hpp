@@ -8,11 +8,11 @@
 
 namespace refdoc {
 
-/// How well a name fits a pattern, the best first.
+/// How well a name matches a pattern, from best to worst.
 enum class NameMatch { Same, SameButForCase, Prefix, Glob };
 
-/// What the user types to find names. A glob stands for whole names, any other pattern for the name
-/// itself and for all that begin with it. Letter case counts only when the pattern has an
+/// A pattern that the user types to find names. A glob matches whole names; any other pattern
+/// matches the name itself and all names that begin with it. Case counts only if the pattern has an
 /// upper-case letter.
 class NamePattern {
 public:
@@ -25,7 +25,7 @@ public:
 private:
     std::u16string text_;
     bool caseCounts_;
-    std::u16string comparable_; ///< the text, without letter case unless that counts
+    std::u16string comparable_; ///< the text, case-folded unless case counts
     Glob glob_;
 };
 

@@ -12,15 +12,15 @@ namespace refdoc {
 namespace {
 
 constexpr std::size_t kMostSuggestions = 5;
-/// Folding letter case makes at most three units of one.
+/// Folding the case of a code unit gives at most three units.
 constexpr std::size_t kMostFolding = 3;
 
 std::size_t lengthDifference(std::u16string_view left, std::u16string_view right) {
     return std::max(left.size(), right.size()) - std::min(left.size(), right.size());
 }
 
-/// The number of code units to insert, remove, replace or swap with the next to make one text the
-/// other.
+/// The number of code units to insert, remove, replace or swap with the next to turn one text into
+/// the other.
 std::size_t editDistance(std::u16string_view left, std::u16string_view right) {
     std::vector<std::size_t> beforePrevious;
     std::vector<std::size_t> previous;

@@ -38,8 +38,8 @@ bool isInsideAsciiWord(std::u16string_view text, std::size_t position) {
            isAsciiGraph(text[position]);
 }
 
-/// Whether a word in ASCII begins at `position` after a blank. A line may begin with it, whatever
-/// the script's rules say of its first character: they know '/' and '.' as punctuation only.
+/// Whether an ASCII word begins at `position`, after a blank. A line may begin with it, whatever
+/// the script's rules say about its first character: they know '/' and '.' only as punctuation.
 bool beginsAsciiWord(std::u16string_view text, std::size_t position) {
     if (position == 0 || text[position - 1] != u' ' || !isAsciiGraph(text[position]))
         return false;
@@ -51,7 +51,7 @@ bool hasLetterOrDigit(std::u16string_view text) {
     return std::any_of(text.begin(), text.end(), [](char16_t unit) { return u_isalnum(unit); });
 }
 
-/// A function's declaration with no place to break but after the commas. Other syntax is as it was.
+/// A function's declaration that can be broken only after its commas; other syntax unchanged.
 std::u16string withUnbreakableArguments(std::u16string_view line) {
     constexpr char16_t noBreakSpace = u'\u00A0';
     std::u16string text(line);

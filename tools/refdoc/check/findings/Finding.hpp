@@ -12,52 +12,52 @@
 
 namespace refdoc {
 
-/// What is wrong, where, and what it costs. All texts are UTF-8, and as the files have them: not
-/// yet safe to print.
+/// What is wrong, where, and what it costs readers. All texts are UTF-8 and unchanged from the
+/// files: not yet safe to print.
 struct Finding {
     Fault fault;
     Level level;
     Loss loss = Loss::Nothing;
     std::string file{};  ///< relative to the root; empty for the root itself
-    std::string entry{}; ///< its whole name, when the fault lies in one entry of a package
+    std::string entry{}; ///< the full name of the entry with the fault, if any
     std::string pointer{};
-    std::string item{}; ///< the name of the item that it concerns
+    std::string item{}; ///< the name of the item concerned
     std::string message{};
-    TextPosition position{}; ///< nowhere when the fault is the file's as a whole
-    /// How many findings the list was too full for, when this one stands for them.
+    TextPosition position{}; ///< no place if the file as a whole is at fault
+    /// For a finding that stands for those beyond a limit: their number.
     std::size_t further = 0;
 };
 
-/// What was found in a root.
+/// The result of checking a root.
 struct CheckResult {
     std::size_t fileCount = 0;
-    /// In the order of files, entries and positions.
+    /// Sorted by file, entry and position.
     std::vector<Finding> findings{};
 
     bool hasErrors() const;
 };
 
-/// What is wrong, with what, and what it costs: in one line.
+/// The finding in one line: what is wrong, with which item, and what it costs.
 std::string sentenceOf(const Finding& finding);
 
-/// Stands for so many findings that are left out.
+/// The finding that stands for `count` others beyond a limit.
 Finding furtherFindings(Fault fault, Level level, std::size_t count);
 
-/// The beginning of a text that is too long to be read.
+/// The text, cut to a length that people read.
 std::string shortened(std::string_view text);
 
-/// A text for a message: in quotes, and shortened.
+/// The text as messages quote it: shortened and in quotes.
 std::string inQuotes(std::string_view text);
 
-/// The findings of a root, of which only so many bytes are kept, and the others counted.
+/// Collects the findings of a root. Keeps a bounded number of bytes and counts the rest.
 class RootFindings {
 public:
     static constexpr std::size_t kMostBytes = std::size_t{32} << 20;
 
     void add(std::vector<Finding> findings);
 
-    /// The findings in the order of files, entries and positions, and at the end, about the root,
-    /// how many of each kind and level were left out.
+    /// The findings sorted by file, entry and position, followed by one about the root for each
+    /// kind and level of which some were left out.
     std::vector<Finding> take();
 
 private:

@@ -9,7 +9,7 @@ namespace {
 
 namespace json = boost::json;
 
-/// The name, else the href, of the item that a pointer leads into.
+/// The name, or else the href, of the item that a pointer leads into.
 std::string itemName(const json::value& resource, std::string_view pointer) {
     constexpr std::string_view list = "/refItems/";
     const std::size_t items = pointer.find(list);
@@ -57,7 +57,7 @@ void Violations::add(Violations&& others) {
         counts_[kind].further += count.further;
 }
 
-/// Those of violations with a place in the text, in their order.
+/// The pointers of those violations that have a place in the text, in their order.
 std::vector<std::size_t> Violations::offsetsIn(std::string_view text) const {
     std::vector<std::string> wanted;
     for (const Violation& violation : violations_)

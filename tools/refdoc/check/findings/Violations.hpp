@@ -15,57 +15,56 @@
 
 namespace refdoc {
 
-/// That a file, an entry of a package or something in its text breaks a rule.
+/// A breach of a rule by a file, an entry of a package or something in its text.
 struct Violation {
     Fault fault;
     std::string message;
-    /// To what breaks the rule; nothing when it is the file or entry as a whole.
+    /// Leads to the value that breaks the rule; empty if the file or entry as a whole does.
     std::optional<std::string> pointer{};
     Loss loss = Loss::Nothing;
     Level level = ruleOf(fault).level;
-    /// Where in the text that is, when the rule knows it without a search.
+    /// The byte offset of the place in the text, if the rule knows it without a search.
     std::optional<std::size_t> offset{};
 };
 
-/// A JSON text and its tree.
 struct TextAndTree {
     std::string_view text;
-    const boost::json::value* tree; ///< null when it is not JSON
+    const boost::json::value* tree; ///< null if the text is not JSON
 };
 
-/// What breaks rules in one file or entry. Hostile files have faults without end, and names without
-/// end in each: only so many are kept, and the others counted.
+/// Collects the violations in one file or entry. Hostile files have any number of faults, with
+/// names of any length: a bounded number is kept, and the rest counted.
 class Violations {
 public:
     static constexpr std::size_t kMostOfOneKind = 10000;
     static constexpr std::size_t kMostBytes = std::size_t{4} << 20;
 
     /// @param file relative to the root
-    /// @param entry the whole name of the entry; empty for a plain file, or for the file itself.
+    /// @param entry the full name of the entry; empty for a plain file, or for a package itself.
     explicit Violations(std::string file, std::string entry = {})
         : file_(std::move(file)), entry_(std::move(entry)) {}
 
-    /// What a fault costs that makes the text useless.
+    /// The loss caused by a fault that makes the whole text useless.
     Loss wholeText() const { return entry_.empty() ? Loss::File : Loss::Entry; }
 
     void add(Violation violation);
-    /// Whether another one of this kind would be kept, if there is room for its texts. Saves making
-    /// these in vain.
+    /// Whether another violation of this kind would be kept if there is room for its texts. Saves
+    /// building messages in vain.
     bool hasRoomFor(Fault fault) const;
-    /// Counts violations that nobody could keep.
+    /// Counts violations that are not kept.
     void addFurther(Fault fault, std::size_t count);
-    /// Adds those of another list about the same text.
+    /// Adds the violations of another list about the same text.
     void add(Violations&& others);
 
-    /// Whether something costs the whole text.
+    /// Whether some violation makes readers lose the whole text.
     bool losesText() const { return losesText_; }
 
-    /// The findings, with their positions in the text and the items that they concern, and one more
-    /// for each kind and level of which some were left out. It goes once through the text unless
-    /// nothing has a place in it.
+    /// The findings, with their positions in the text and the items they concern, followed by one
+    /// for each kind and level of which some were left out. Makes a single pass over the text, and
+    /// none if no violation has a place in it.
     std::vector<Finding> findings(const TextAndTree& text) const;
 
-    /// The same of a file whose text cannot be had.
+    /// The findings for a file whose text cannot be read.
     std::vector<Finding> findings() const { return findings({{}, nullptr}); }
 
 private:

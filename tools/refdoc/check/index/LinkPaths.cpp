@@ -12,7 +12,7 @@ namespace refdoc {
 
 namespace {
 
-/// Whether the link begins with "name:", as only one that leaves the documentation does.
+/// Whether the link begins with a scheme, "name:", and so leaves the documentation.
 bool hasScheme(std::string_view link) {
     const std::size_t end = link.find_first_of(":/?#");
     const auto belongs = [](char byte) {
@@ -23,7 +23,7 @@ bool hasScheme(std::string_view link) {
            std::all_of(link.begin(), link.begin() + static_cast<std::ptrdiff_t>(end), belongs);
 }
 
-/// Escapes that are none stay as they are.
+/// Malformed escapes are left as they are.
 std::string percentDecoded(std::string_view path) {
     std::string decoded;
     for (std::size_t at = 0; at < path.size(); ++at) {

@@ -5,15 +5,15 @@
 
 namespace refdoc {
 
-/// The page that a link leads to: the link without what follows "#" or "?", its escapes decoded,
+/// The page that a link leads to: the link without "#", "?" and what follows, decoded and
 /// normalised. Empty for links that leave the documentation or stay on their page.
 std::string pageOf(std::string_view link);
 
-/// A path without "." and ".." as far as they can be resolved; one that is longer than a file's can
-/// be stays as it is.
+/// The path with "." and ".." resolved as far as possible. A path longer than the system allows is
+/// returned unchanged.
 std::string normalisedPath(std::string path);
 
-/// Whether a path can be that of a file, as far as its length and its folders, 100 at most, say.
+/// Whether a file can have this path, given its length and its number of folders (at most 100).
 bool mayBePath(std::string_view path);
 
 } // namespace refdoc

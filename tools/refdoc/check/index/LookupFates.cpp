@@ -25,7 +25,7 @@ bool isLess(const IndexedLookup* left, const IndexedLookup* right) {
     return valuesOf(left) < valuesOf(right);
 }
 
-/// What readers of one language get of a group.
+/// The lookups of a group that readers of one language get.
 class Delivered {
 public:
     Delivered(const LookupIndex& index, LookupIndex::Group group, std::string_view readers,
@@ -47,7 +47,7 @@ private:
     NumberSet& hrefs_;
 };
 
-/// For the readers that the lookup's text is for.
+/// The fate of a lookup among the readers that its text is meant for.
 void setLosses(LookupFate& fate, const IndexedLookup& lookup, const Delivered& delivered) {
     fate.isLinkLost = !delivered.hasHref(lookup);
     fate.isLost = fate.isLinkLost || !delivered.has(lookup);
@@ -92,7 +92,7 @@ void LookupFates::addGroup(const LookupIndex& index, LookupIndex::Group group, N
                  [](const LookupFate& fate) { return fate.isLost || fate.linkLostFor != 0; });
 }
 
-/// None for English, and for languages beyond the most.
+/// 0 for English, and for languages beyond the limit.
 std::uint64_t LookupFates::bitOf(const std::string& readers) const {
     const auto found = std::find(languages_.begin(), languages_.end(), readers);
     return found == languages_.end() ? 0 : std::uint64_t{1} << (found - languages_.begin());

@@ -9,13 +9,13 @@
 
 namespace refdoc {
 
-/// A text of a root, and the tree of its JSON.
+/// A text of a root with its parsed JSON.
 struct ParsedText {
     const CatalogFile& file;
     const CatalogText& text;
     const boost::json::value& tree;
 
-    /// The file's name, with the entry's behind a colon.
+    /// The name of the file, followed by a colon and the entry's name if it has one.
     std::string shownName() const {
         return text.entry.empty() ? file.name : file.name + ':' + text.entry;
     }

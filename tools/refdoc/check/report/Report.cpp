@@ -50,7 +50,7 @@ std::string counted(std::size_t count, std::string_view what) {
     return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }
 
-/// Counts also what was left out.
+/// Counts what was left out as well.
 std::string summary(const CheckResult& result) {
     std::array<std::size_t, 3> counts{};
     for (const Finding& finding : result.findings)
@@ -61,7 +61,7 @@ std::string summary(const CheckResult& result) {
                        counted(result.fileCount, "file"));
 }
 
-/// The findings of one file or entry, in their order; of a kind only the first few.
+/// The findings of one file or entry in order, with only the first few of each kind.
 class TextOfPlace {
 public:
     TextOfPlace(const Finding& first, const ReportOptions& options)

@@ -44,7 +44,7 @@ json::array rules() {
     return result;
 }
 
-/// The files with findings, and the entries that lie in them.
+/// The files with findings, and those of their entries that have findings.
 class Artifacts {
 public:
     std::size_t indexOf(const std::string& file, const std::string& entry) {

@@ -25,11 +25,11 @@ namespace {
 namespace json = boost::json;
 namespace fs = std::filesystem;
 
-/// The files of the root that links may lead to. Dead links are often the same ones, and asking the
-/// system takes its time.
+/// The files of the root that links may lead to. Answers are cached: dead links repeat, and asking
+/// the system is slow.
 class LinkedFiles {
 public:
-    /// Whether there is a file of the name, seen from the root or from a folder in it.
+    /// Whether the file exists, relative to the root or to `folder` in it.
     bool contains(const std::string& folder, const std::string& page) {
         constexpr std::size_t mostKnown = 10000;
         if (folder != folder_)
@@ -45,7 +45,7 @@ public:
     }
 
 private:
-    /// Nothing outside the root counts, nor what no file can be called.
+    /// Files outside the root do not count, nor do paths that no file can have.
     bool isFile(const std::string& folder, const std::string& page) const {
         if (!mayBePath(folder) || !mayBePath(page))
             return false;
@@ -79,7 +79,7 @@ public:
         for (const auto& [resource, count] : unknownLinks_)
             violations_.add(
                 {.fault = Fault::DeadLink,
-                 .message = fmt::format("links that cannot be looked for, since the full reference "
+                 .message = fmt::format("links that cannot be checked, because the full reference "
                                         "file {}.json cannot be read: {}",
                                         shortened(resource), count),
                  .pointer = "",
@@ -119,7 +119,7 @@ private:
                          .pointer = fmt::format("{}/{}", pointer, member)});
     }
 
-    /// Counts links into files whose pages are not known.
+    /// Counts links into files whose pages are unknown.
     bool countsAsUnknown(const std::string& page) {
         const std::string pageResource = page.substr(0, page.find('/'));
         for (const std::string* resource : std::array{&std::as_const(resource_), &pageResource})
@@ -138,15 +138,15 @@ private:
                    : fmt::format("there is no {}.json", shortened(resource_));
     }
 
-    /// Lookups lead to the full reference file that their document's help folder names, other links
-    /// to any.
+    /// Links of lookups lead to the full reference file that their document's help folder names,
+    /// other links to any reference file.
     bool isDocumented(const std::string& page) const {
         return isLookup_ ? index_.hasPage(resource_, page) : index_.hasPage(page);
     }
 
     bool isLookup_;
-    std::string resource_; ///< in which readers look for the pages of the document at hand
-    std::string help_;     ///< where its help lies
+    std::string resource_; ///< where readers look for pages of the current document
+    std::string help_;     ///< its help location
     const RootIndex& index_;
     Violations& violations_;
     LinkedFiles files_;

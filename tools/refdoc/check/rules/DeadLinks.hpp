@@ -6,7 +6,7 @@
 
 namespace refdoc {
 
-/// Reports the links of a readable text that lead nowhere inside the root.
+/// Reports links of a readable text that lead nowhere inside the root.
 void checkLinks(const ParsedText& parsed, const RootIndex& index, Violations& violations);
 
 } // namespace refdoc

@@ -27,11 +27,11 @@ std::string_view kindName(const json::value& value) {
     case json::kind::null:
         return "null";
     case json::kind::bool_:
-        return "a truth value";
+        return "a boolean";
     case json::kind::string:
-        return "a text";
+        return "a string";
     case json::kind::array:
-        return "a list";
+        return "an array";
     case json::kind::object:
         return "an object";
     default:
@@ -40,10 +40,13 @@ std::string_view kindName(const json::value& value) {
 }
 
 std::string_view wantedKind(ValueKind kind) {
-    return kind == ValueKind::Text ? "a text" : kind == ValueKind::List ? "a list" : "an object";
+    return kind == ValueKind::Text   ? "a string"
+           : kind == ValueKind::List ? "an array"
+                                     : "an object";
 }
 
-/// What a pointer leads to, as an author would write it: "name", or "list[3]" for an element.
+/// The place that a pointer leads to, as an author would write it: "name", or "list[3]" for an
+/// element.
 std::string subjectOf(const std::string& pointer) {
     const std::vector<std::string> steps = pointerSteps(pointer);
     if (steps.empty())
@@ -54,7 +57,7 @@ std::string subjectOf(const std::string& pointer) {
                : steps.back();
 }
 
-/// " (did you mean ...?)" when one of the texts is nearly the one that is there.
+/// " (did you mean ...?)" if the text resembles one of the known ones.
 std::string meantText(std::string_view text, const std::vector<std::string>& texts) {
     std::set<std::u16string> known;
     for (const std::string& each : texts)
@@ -67,14 +70,14 @@ std::string unknownText(const Deviation& deviation) {
     const std::vector<std::string>& texts = deviation.format->texts;
     const json::string* text = deviation.value->if_string();
     const std::string what = text == nullptr
-                                 ? fmt::format("{}, not a text", kindName(*deviation.value))
-                                 : fmt::format("{}, which is none of its texts{}", inQuotes(*text),
-                                               meantText(*text, texts));
+                                 ? fmt::format("{}, not a string", kindName(*deviation.value))
+                                 : fmt::format("{}, which is not one of its values{}",
+                                               inQuotes(*text), meantText(*text, texts));
     return fmt::format("{} is {}; it counts as \"{}\"", subjectOf(deviation.pointer), what,
                        texts.front());
 }
 
-/// The member that holds a text, or a list of texts.
+/// The member that holds the text, directly or in a list.
 std::string memberOf(const std::string& pointer) {
     const std::string subject = subjectOf(pointer);
     return subject.substr(0, subject.find('['));
@@ -147,7 +150,7 @@ void addRepeatedKeys(const json::value& resource, Violations& violations) {
         if (!isNew)
             violations.add(
                 {.fault = Fault::RepeatedKey,
-                 .message = fmt::format("the key {} is that of {} already", inQuotes(document.key),
+                 .message = fmt::format("the key {} already belongs to {}", inQuotes(document.key),
                                         first->second.empty() ? "the main document's help folder"
                                                               : first->second),
                  .pointer = std::move(document.pointer),
@@ -159,7 +162,7 @@ void addRepeatedMembers(std::string_view text, Violations& violations) {
     RepeatedMembers members = repeatedMembersIn(text, Violations::kMostOfOneKind);
     for (RepeatedMember& member : members.first)
         violations.add({.fault = Fault::RepeatedMember,
-                        .message = fmt::format("{} is there already: what was said before is lost",
+                        .message = fmt::format("{} is there twice: only the last one counts",
                                                inQuotes(pointerSteps(member.pointer).back())),
                         .pointer = std::move(member.pointer),
                         .offset = member.offset});

@@ -5,8 +5,8 @@
 
 namespace refdoc {
 
-/// Reports where a text deviates from its format, whatever other files there are: what costs the
-/// whole text, what comes through otherwise than meant, and members and keys that are there twice.
+/// Reports deviations of a text from its format, regardless of other files: faults that cost the
+/// whole text, values that readers get otherwise than meant, and repeated members and keys.
 ///
 /// @param text must be JSON.
 void checkFormat(const TextAndTree& text, const Format& format, Violations& violations);

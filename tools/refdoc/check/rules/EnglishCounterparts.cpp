@@ -32,7 +32,7 @@ Violation noEnglishItem(const ResourceDocument& document, std::size_t item,
             .pointer = fmt::format("{}/{}", itemPointer(document, item), member)};
 }
 
-/// Lookup documents belong together by their keys, whatever their files are called.
+/// Lookup documents correspond by their keys, whatever the names of their files.
 void checkNames(const ResourceDocument& document, const RootIndex& index, Violations& violations) {
     const RootIndex::LookupHolders* english = index.holdersOf(kEnglishForAll, document.key);
     if (english == nullptr)
@@ -50,7 +50,7 @@ RootIndex::HrefCounts countHrefs(const json::array& items) {
     return counts;
 }
 
-/// The items of an href replace all English ones of it.
+/// The items with an href replace all English items with the same href.
 void checkItems(const ResourceDocument& document, const RootIndex::HrefCounts& english,
                 const std::string& language, Violations& violations) {
     const json::array& items = itemsOf(document);
@@ -64,8 +64,8 @@ void checkItems(const ResourceDocument& document, const RootIndex::HrefCounts& e
         else if (count > 0 && count < counterpart->second)
             violations.add(
                 {.fault = Fault::ReplacedItem,
-                 .message = fmt::format("English has {} items of this href: readers of {} only get "
-                                        "what is here, {} of them",
+                 .message = fmt::format("English has {} items with this href: readers of {} get "
+                                        "only the {} here",
                                         counterpart->second, language, count),
                  .pointer = itemPointer(document, i)});
     }

@@ -6,8 +6,8 @@
 
 namespace refdoc {
 
-/// Reports what a readable localized text has that there is not in English, and English items that
-/// it takes from its readers.
+/// Reports what a readable localized text has without an English counterpart, and the English items
+/// that it hides from its readers.
 void checkCounterparts(const ParsedText& parsed, const RootIndex& index, Violations& violations);
 
 } // namespace refdoc

@@ -17,7 +17,7 @@ namespace {
 
 namespace parsing = reference::docparser::DocResourceParser::ParsingTools;
 
-/// Codes are compared whatever their letter case and whichever of "-" and "_" is in them.
+/// Codes are compared without regard to letter case and to "-" or "_" as the separator.
 std::string normalizedCode(std::string_view code) {
     std::string normalized = toUtf8(foldCase(fromUtf8(code)));
     std::replace(normalized.begin(), normalized.end(), '-', '_');
@@ -29,7 +29,8 @@ bool consistsOfLetters(std::string_view text) {
                        [](char byte) { return (byte >= 'a' && byte <= 'z'); });
 }
 
-/// "xx", "xxx" or either with a region, "xx_xx".
+/// Whether the text looks like a language code: "xx" or "xxx", with or without a region as in
+/// "xx_xx".
 bool looksLikeCode(std::string_view code) {
     const std::size_t end = std::min(code.find('_'), code.size());
     const std::string_view region = code.substr(std::min(end + 1, code.size()));
@@ -37,7 +38,7 @@ bool looksLikeCode(std::string_view code) {
            (end == code.size() || (region.size() == 2 && consistsOfLetters(region)));
 }
 
-/// Whether there is such a language, or a country, which is often taken for its language.
+/// Whether the code is that of a language, or of a country, which authors often take for it.
 bool isLanguageOrCountry(const std::string& code) {
     const std::string language = code.substr(0, code.find('_'));
     return *uloc_getISO3Language(language.c_str()) != '\0' ||
@@ -49,7 +50,8 @@ struct MeantLanguage {
     Level level;
 };
 
-/// What the end of a stem seems to be meant as: a sign, usually an underscore, and a code.
+/// The language that the end of a stem seems to mean: a separator, usually an underscore, and a
+/// code.
 std::optional<MeantLanguage> meantWith(const std::string& end, bool hasResource) {
     const std::string suffix = end.substr(1);
     const std::string code = normalizedCode(suffix);
@@ -62,12 +64,12 @@ std::optional<MeantLanguage> meantWith(const std::string& end, bool hasResource)
         return std::nullopt;
     const Level level = hasResource ? Level::Warning : Level::Note;
     if (code == kEnglish)
-        return MeantLanguage{"names of English files have no language", level};
+        return MeantLanguage{"names of English files have no language suffix", level};
     return MeantLanguage{suffix + " is not a supported language", level};
 }
 
-/// What a stem that is English by the rules seems to be meant as, given the other stems in its
-/// place.
+/// The language that a stem which is read as English seems to mean, given the other stems of its
+/// folder or package.
 void checkMeantLanguage(const std::string& stem, const std::set<std::string>& stems,
                         Violations& violations) {
     constexpr std::size_t mostBytes = 12; // of a code
@@ -80,16 +82,16 @@ void checkMeantLanguage(const std::string& stem, const std::set<std::string>& st
             continue;
         if (const auto meant = meantWith(stem.substr(at), hasResource))
             return violations.add({.fault = Fault::UnknownLanguage,
-                                   .message = fmt::format("{}: read as English, of a resource {}",
+                                   .message = fmt::format("{}: read as English, as the resource {}",
                                                           meant->message, inQuotes(stem)),
                                    .level = meant->level});
     }
 }
 
-constexpr const char* kWrongCase = "the extension is not in lower-case letters";
-constexpr const char* kNoResource = "no resource file: passed over";
+constexpr const char* kWrongCase = "the extension is not in lower case";
+constexpr const char* kNoResource = "not a resource file: ignored";
 
-/// Of a package with one entry, the package's name says the language.
+/// The name of a package with a single entry gives the language.
 void checkOnlyEntry(const CatalogFile& file, const CatalogText& text, Violations& violations) {
     if (text.state == CatalogText::State::OtherLanguage)
         violations.add(
@@ -105,14 +107,14 @@ void checkOnlyEntry(const CatalogFile& file, const CatalogText& text, Violations
                                     text.ownLanguage)});
 }
 
-/// Of any other package the entries do, as far as the package itself is read.
+/// In any other package the names of the entries do, if the package itself is read.
 void checkOneOfSeveral(const CatalogFile& file, const CatalogText& text,
                        const std::set<std::string>& stems, Violations& violations) {
     if (text.language == kEnglish)
         checkMeantLanguage(text.stem, stems, violations);
     if (text.state == CatalogText::State::OtherLanguage)
         violations.add({.fault = Fault::UnreadName,
-                        .message = fmt::format("is for {}, and the package is only read for {}",
+                        .message = fmt::format("is for {}, but the package is only read for {}",
                                                text.language, file.language),
                         .loss = Loss::Entry});
     else if (text.language != text.readers)
@@ -141,24 +143,23 @@ Violation unreadable(const CatalogFile& file, const CatalogText& text) {
             .loss = isEntry ? Loss::Entry : Loss::File};
 }
 
-/// What is said of something in a catalog folder that is not read.
+/// The violation for something in a catalog folder that is not read.
 struct OtherEntryRule {
     OtherEntry::Kind kind;
     Fault fault;
     Loss loss;
-    std::string_view message; ///< given the cause, a count and the ending of its plural
+    std::string_view message; ///< a format of the cause, a count and its plural ending
 };
 
 const OtherEntryRule& ruleFor(OtherEntry::Kind kind) {
     using Kind = OtherEntry::Kind;
     static constexpr std::array<OtherEntryRule, 9> rules{{
-        {Kind::BrokenLink, Fault::Unreadable, Loss::File,
-         "the file cannot be read: a link that leads nowhere"},
+        {Kind::BrokenLink, Fault::Unreadable, Loss::File, "the file cannot be read: a broken link"},
         {Kind::Unreachable, Fault::Unreadable, Loss::File, "the file cannot be read: {0}"},
-        {Kind::Folder, Fault::OtherFile, Loss::Nothing, "a folder: passed over"},
+        {Kind::Folder, Fault::OtherFile, Loss::Nothing, "a folder: ignored"},
         {Kind::FolderOfResources, Fault::UnreadName, Loss::Folder,
-         "folders are not looked into, and this one holds {1} resource file{2}"},
-        {Kind::NotAFile, Fault::OtherFile, Loss::Nothing, "no file: passed over"},
+         "folders are not searched, and this one holds {1} resource file{2}"},
+        {Kind::NotAFile, Fault::OtherFile, Loss::Nothing, "not a file: ignored"},
         {Kind::NotUtf8, Fault::UnreadName, Loss::File, "the name is not UTF-8"},
         {Kind::PackagedReference, Fault::UnreadName, Loss::File,
          "full reference files are not read from packages"},
@@ -170,8 +171,8 @@ const OtherEntryRule& ruleFor(OtherEntry::Kind kind) {
 }
 
 std::string metadataMessage(const CatalogText& text) {
-    return std::string("metadata of macOS, no documentation") +
-           (text.entry.empty() ? "" : ": it counts as an entry of the package all the same");
+    return std::string("metadata of macOS, not documentation") +
+           (text.entry.empty() ? "" : ": it still counts as an entry of the package");
 }
 
 } // namespace
@@ -203,7 +204,7 @@ void checkAccess(const CatalogFile& file, const CatalogText& text,
         return violations.add(unreadable(file, text));
     case State::NoEntries:
         return violations.add({.fault = Fault::OtherFile,
-                               .message = "the package holds no entries",
+                               .message = "the package has no entries",
                                .level = Level::Warning});
     case State::MacMetadata:
         return violations.add({.fault = Fault::OtherFile, .message = metadataMessage(text)});

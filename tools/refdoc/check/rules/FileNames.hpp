@@ -9,18 +9,18 @@
 
 namespace refdoc {
 
-/// The language that a file's name seems to be meant to say, when it is read as English: that also
-/// depends on the stems of the other files of its folder.
+/// Reports a file that is read as English although its name seems to mean another language, which
+/// also depends on the stems of the other files of its folder.
 void checkFileName(const CatalogFile& file, const std::set<std::string>& stems,
                    Violations& violations);
 
-/// Why something in a catalog folder is not a resource file.
+/// Reports why something in a catalog folder is not read as a resource file.
 void checkOtherEntry(const OtherEntry& entry, Violations& violations);
 
-/// Why an entry of a package is not read, or for other readers than its name says, and why the
-/// content of a file or entry cannot be had.
+/// Reports why an entry of a package is not read, why it goes to other readers than its name says,
+/// and why the content of a file or entry cannot be read.
 ///
-/// @param stems those of all entries of the package.
+/// @param stems the stems of all entries of the package.
 void checkAccess(const CatalogFile& file, const CatalogText& text,
                  const std::set<std::string>& stems, Violations& violations);
 

@@ -20,7 +20,7 @@ namespace parser = reference::docparser::DocResourceParser;
 
 constexpr const char* kFileName = "installedProducts.json";
 
-/// Empty for a list that can be had.
+/// Why the list cannot be read; empty if it can.
 std::string productsFailure() {
     try {
         parser::getTopLevelProducts();
@@ -30,7 +30,7 @@ std::string productsFailure() {
     }
 }
 
-/// The failure without the path that it begins with.
+/// The message without the path that it begins with.
 std::string withoutPath(std::string failure, const std::u16string& path) {
     const std::string place = toUtf8(path) + ": ";
     if (failure.starts_with(place))

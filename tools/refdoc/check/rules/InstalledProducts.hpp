@@ -6,8 +6,8 @@
 
 namespace refdoc {
 
-/// Reports what is wrong with the list of installed products. While it cannot be had, the library
-/// gives no lookups at all, whatever the resource files are like.
+/// Reports faults of the list of installed products. While the library cannot read it, it gives no
+/// lookups at all, however sound the resource files are.
 std::vector<Finding> checkInstalledProducts();
 
 } // namespace refdoc

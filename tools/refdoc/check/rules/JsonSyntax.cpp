@@ -24,9 +24,9 @@ namespace json = boost::json;
 
 using BlindParser = json::basic_parser<BlindHandler>;
 
-/// How much of the text comes before the first byte that no JSON text could have there. The parser
-/// does not say where it fails, only in which piece: the pieces are large ones, and the one in
-/// which it fails is gone through byte by byte.
+/// The number of bytes before the first one that no JSON text could have there. The parser does not
+/// say where it fails, only in which piece: the text is parsed in large pieces, and the one that
+/// fails again byte by byte.
 std::size_t soundLength(std::string_view text) {
     constexpr std::size_t piece = 1 << 16;
     const auto lengthUpTo = [text](std::size_t start, std::size_t step) {
@@ -44,7 +44,7 @@ std::size_t soundLength(std::string_view text) {
     return lengthUpTo(lengthUpTo(0, piece), 1);
 }
 
-/// What another kind of content is; nothing for what may be meant as JSON.
+/// The name of another kind of content; empty for text that may be meant as JSON.
 std::string_view foreignContent(std::string_view text, bool isEntry) {
     if (text.find_first_not_of(" \t\r\n") == text.npos)
         return "the text is empty";
@@ -54,21 +54,21 @@ std::string_view foreignContent(std::string_view text, bool isEntry) {
         text.substr(0, 2).find('\0') != text.npos)
         return "the text is UTF-16 or UTF-32, not UTF-8";
     if (text.starts_with("PK\3\4") || text.starts_with("PK\5\6"))
-        return isEntry ? "the content is a zip package: none is read within a package"
+        return isEntry ? "the content is a zip package: packages within packages are not read"
                        : "the content is a zip package: its name must end with .zip";
     if (text.starts_with("\x1F\x8B"))
         return "the content is compressed";
     return {};
 }
 
-/// How many bytes a UTF-8 character has by its first one.
+/// The number of bytes of a UTF-8 character, given its first byte.
 std::size_t characterSize(char first) {
     const auto byte = static_cast<unsigned char>(first);
     return byte < 0xC0 ? 1 : byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
 }
 
-/// Where what is not UTF-8 begins, if that is why the text is sound up to `at` only: the parser
-/// takes such a character for a sound one at first.
+/// Where malformed UTF-8 begins, if that is why the text is sound only up to `at`: the parser at
+/// first accepts such a character.
 std::optional<std::size_t> brokenCharacter(std::string_view text, std::size_t at) {
     constexpr std::size_t mostBytes = 4;
     std::size_t begin = at - std::min(at, mostBytes);
@@ -83,7 +83,7 @@ std::optional<std::size_t> brokenCharacter(std::string_view text, std::size_t at
     return std::nullopt;
 }
 
-/// Whether the byte at `at` lies within a text.
+/// Whether the byte at `at` lies within a string.
 bool isQuoted(std::string_view text, std::size_t at) {
     bool isQuoted = false;
     for (std::size_t i = 0; i < at; ++i) {
@@ -95,7 +95,7 @@ bool isQuoted(std::string_view text, std::size_t at) {
     return isQuoted;
 }
 
-/// Whether the escape of a leading surrogate ends at `at`, or a backslash before.
+/// Whether the escape of a leading surrogate ends at `at`, or just before a backslash there.
 bool followsLeadingSurrogate(std::string_view text, std::size_t at) {
     constexpr std::size_t escapeSize = 6;
     const std::size_t end = at > 0 && text[at - 1] == '\\' ? at - 1 : at;
@@ -111,18 +111,18 @@ bool followsLeadingSurrogate(std::string_view text, std::size_t at) {
 std::string_view causeInQuotes(std::string_view text, std::size_t at,
                                const json::error_code& failure) {
     if (static_cast<unsigned char>(text[at]) < 0x20)
-        return R"(a line break or control character within a text: it is written as \n, \t or \u, )"
-               "or the closing quote is missing";
+        return R"(a line break or control character within a string: write it as \n, \t or \u, )"
+               "or add the missing closing quote";
     if (failure == json::error::illegal_trailing_surrogate || followsLeadingSurrogate(text, at))
         return R"(half of a surrogate pair: \uD800 to \uDFFF come in pairs)";
-    return R"(an escape that there is not: a backslash is written as \\)";
+    return R"(an unknown escape: write a backslash as \\)";
 }
 
 bool isWordByte(char byte) {
     return std::isalnum(static_cast<unsigned char>(byte)) != 0 || byte == '_' || byte == '$';
 }
 
-/// Whether a value may end, or begin, with the byte.
+/// Whether a value can end, or begin, with the byte.
 bool endsValue(char byte) {
     return std::string_view("\"]}").find(byte) != std::string_view::npos || isWordByte(byte);
 }
@@ -130,14 +130,14 @@ bool beginsValue(char byte) {
     return std::string_view("\"[{-").find(byte) != std::string_view::npos || isWordByte(byte);
 }
 
-/// A character beyond ASCII, which may look like one of JSON's own.
+/// Names a character beyond ASCII, which may look like one of JSON's own.
 std::string foreignCharacter(std::string_view text, std::size_t at) {
     const std::string_view bytes = text.substr(at, characterSize(text[at]));
     std::size_t next = 0;
     UChar32 character = 0;
     const std::u16string units = fromUtf8(bytes);
     U16_NEXT(units.data(), next, units.size(), character);
-    return fmt::format("{} (U+{:04X}) stands outside of a text: JSON's own signs and blanks are "
+    return fmt::format("{} (U+{:04X}) stands outside of a string: JSON's own signs and blanks are "
                        "ASCII",
                        inQuotes(bytes), static_cast<std::uint32_t>(character));
 }
@@ -152,7 +152,7 @@ std::string causeBetweenQuotes(std::string_view text, std::size_t at) {
     if (here == '/' || here == '#')
         return "JSON has no comments";
     if (here == '\'')
-        return "a text or name stands in double quotes, not in single ones";
+        return "strings and names need double quotes, not single ones";
     if ((here == ']' || here == '}') && before == ',')
         return "a comma before a closing bracket";
     if (before == '{')
@@ -160,21 +160,21 @@ std::string causeBetweenQuotes(std::string_view text, std::size_t at) {
     if (here == ',')
         return "a value is missing before the comma";
     if (here == '=')
-        return "a colon stands between a name and its value";
+        return "a colon belongs between a name and its value";
     if (before == '"' && isWordByte(here))
-        return R"(a comma or colon is missing, or a quote within a text is not written as \")";
+        return R"(a comma or colon is missing, or a quote within a string is not written as \")";
     if (endsValue(before) && beginsValue(here) && !isWithinWord)
         return "a comma or colon is missing";
     if (std::isdigit(static_cast<unsigned char>(here)) != 0 || here == '+' || here == '.')
-        return "a number is not written in this way";
+        return "numbers are not written like this";
     if (isWordByte(here))
-        return "a word that is none of true, false and null: a text stands in double quotes";
+        return "a word other than true, false and null: strings need double quotes";
     return "syntax error";
 }
 
 std::string syntaxCause(std::string_view text, std::size_t at, const json::error_code& failure) {
     if (failure == json::error::extra_data)
-        return "there is more behind its end";
+        return "there is more after its end";
     if (at >= text.size())
         return "the text ends too early";
     return isQuoted(text, at) ? std::string(causeInQuotes(text, at, failure))
@@ -198,7 +198,7 @@ std::pair<std::size_t, std::string> explain(std::string_view text, bool isEntry,
 void addTooManyValues(std::string_view text, Violations& violations) {
     violations.add({.fault = Fault::Unreadable,
                     .message = fmt::format(
-                        "not checked: the text has more values than {}, too many for its size",
+                        "not checked: the text has more than {} values, too many for its size",
                         mostValues(text.size()))});
 }
 
@@ -214,7 +214,7 @@ void addUnknownMembers(std::size_t count, Violations& violations) {
     if (count > 0)
         violations.add({.fault = Fault::UnreadMember,
                         .message = fmt::format("objects with more than {} unknown members: {} "
-                                               "further ones are not looked at",
+                                               "further ones are not checked",
                                                BoundedTree::kMostUnknownMembers, count),
                         .pointer = "",
                         .level = Level::Note});
@@ -235,7 +235,7 @@ std::optional<JsonTree> parseText(std::string_view text, const Format& format,
         return std::move(parsed.tree);
     } catch (const std::bad_alloc&) {
         violations.add({.fault = Fault::Unreadable,
-                        .message = "the text does not fit into memory",
+                        .message = "the text does not fit in memory",
                         .loss = violations.wholeText()});
         return std::nullopt;
     }

@@ -9,8 +9,8 @@
 
 namespace refdoc {
 
-/// Parses a text as the library does, as far as checks look. Reports where a text stops being JSON
-/// and what mistake that usually is, and what was too much to look at.
+/// Parses a text as the library does, within the limits of the check. Reports where a text stops
+/// being JSON and the likely mistake, and what exceeded the limits.
 std::optional<JsonTree> parseText(std::string_view text, const Format& format,
                                   Violations& violations);
 

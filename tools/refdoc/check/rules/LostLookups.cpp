@@ -36,7 +36,7 @@ std::u16string keyOf(const ResourceDocument& document) {
     return document.pointer.empty() ? header.getHelpFolder() : header.getBaseCode();
 }
 
-/// What readers get of one document of a text.
+/// Checks what readers get of one document of a text.
 class DocumentCheck {
 public:
     DocumentCheck(const ParsedText& parsed, const RootIndex& index,
@@ -59,7 +59,8 @@ public:
     void checkItem(std::size_t number, const LookupFate& fate, const LookupFates& fates) {
         const json::value& item = itemsOf(document_)[number];
         name_ = textMember(item, "name");
-        href_ = toUtf8(parsing::getFluString(item.as_object(), "href", parsing::StringParsingType::Ascii));
+        href_ = toUtf8(
+            parsing::getFluString(item.as_object(), "href", parsing::StringParsingType::Ascii));
         pointer_ = itemPointer(document_, number);
         if (fate.isLost)
             return addLost(fate);
@@ -68,12 +69,12 @@ public:
     }
 
 private:
-    /// English texts in a package of one language only fill in for its readers.
+    /// English texts in a package of one language only fill gaps, and only for its readers.
     bool fillsIn() const { return text_.language != text_.readers; }
 
     LookupKind localizedKind() const { return {text_.readers, text_.readers}; }
 
-    /// Keys may be long ones, and items many.
+    /// Built once: keys may be long, and items many.
     const RootIndex::LookupHolders* holdersOf(const LookupKind& kind) {
         const auto [known, isNew] = holders_.try_emplace(kind, nullptr);
         if (isNew)
@@ -81,7 +82,7 @@ private:
         return known->second;
     }
 
-    /// Where the document is found, or a name in it. Null when it is not.
+    /// The shown name of the text that holds the document, or a name in it; null if none does.
     const std::string* holderOf(const LookupKind& kind, const std::string* name) {
         const RootIndex::LookupHolders* holders = holdersOf(kind);
         if (holders == nullptr)
@@ -92,13 +93,13 @@ private:
         return found == holders->names.end() ? nullptr : &index_.shownName(found->second);
     }
 
-    /// Of English texts the first counts, of localized ones the last.
+    /// The first English text counts, and the last localized one.
     std::string countsInstead(std::string_view what, const std::string* name) {
         const std::string* holder = holderOf({text_.language, text_.readers}, name);
         if (fillsIn() && (holder == nullptr || *holder == shownName_))
             holder = holderOf(kEnglishForAll, name);
         const bool isKnown = holder != nullptr && *holder != shownName_;
-        return fmt::format("{} has {} too and is read {}",
+        return fmt::format("{} also has {} and is read {}",
                            isKnown ? shortenedPath(*holder) : "another entry", what,
                            text_.language == kEnglish ? "before" : "after");
     }
@@ -123,14 +124,14 @@ private:
                          .pointer = pointer_});
     }
 
-    /// What a localized text has under a name takes the place of what English has.
+    /// The lookups of a name in a localized text replace the English ones.
     std::string withoutLink(const std::string& readers, const std::string* holder) const {
         return fmt::format("readers of {} do not get it: {} has the name, but not the href {}",
                            readers, holder == nullptr ? "another entry" : shortenedPath(*holder),
                            inQuotes(href_));
     }
 
-    /// The end of a path that is too long to be read.
+    /// The end of a path, which tells long paths apart.
     static std::string shortenedPath(const std::string& path) {
         constexpr std::size_t mostBytes = 300;
         return path.size() <= mostBytes ? path : "..." + path.substr(path.size() - mostBytes);
@@ -142,7 +143,7 @@ private:
     const ResourceDocument& document_;
     Violations& violations_;
     std::map<LookupKind, const RootIndex::LookupHolders*> holders_;
-    std::string name_; ///< of the item at hand, as the next two
+    std::string name_; ///< of the current item, as are the next two
     std::string href_;
     std::string pointer_;
 };

@@ -7,7 +7,7 @@
 
 namespace refdoc {
 
-/// Reports what readers miss of a readable text of a lookup file because of other ones of its root.
+/// Reports the lookups of a readable text that readers miss because of other texts of the root.
 void checkLookups(const ParsedText& parsed, const RootIndex& index, const LookupFates& fates,
                   Violations& violations);
 
