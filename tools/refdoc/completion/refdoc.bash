@@ -1,7 +1,7 @@
-# bash completion for refdoc. The client itself knows what fits, and what of the line bash replaces; this script
-# only hands it the line up to the cursor.
+# bash completion for refdoc. This script passes the line up to the cursor to the client, which knows the
+# completions and how much of the line bash replaces.
 
-# Counts the cursor's place in bytes, as bash did up to 4.2.
+# Cuts the line by bytes: up to 4.2, bash gives the cursor's position in bytes.
 _refdoc_line_in_bytes() {
     local LC_ALL=C
     line=${COMP_LINE:0:COMP_POINT}
