@@ -1,4 +1,4 @@
-// What the client's check calls lost must be what the library loses, no more and no less.
+// The client's check must report exactly what the library loses.
 
 #include <algorithm>
 #include <cstddef>
@@ -85,7 +85,7 @@ TEST_F(RefdocCheckAgreement, OnMutatedFiles) {
     }
 }
 
-/// A localized file laid over the English one: the items of its hrefs replace English ones.
+/// Items of a localized file replace the English items with the same hrefs.
 TEST_F(RefdocCheckAgreement, OnLocalizedReferenceFiles) {
     using Item = std::tuple<std::string, std::string, std::string>; // key, href, purpose
     Random random(5);
@@ -120,7 +120,7 @@ TEST_F(RefdocCheckAgreement, OnLocalizedReferenceFiles) {
     }
 }
 
-/// Of which texts the library garbles what is not ASCII.
+/// The check must report exactly those non-ASCII texts that the library garbles.
 TEST_F(RefdocCheckAgreement, OnTextsBeyondAscii) {
     for (const std::string& pointer : testsupport::allPointers(kReference)) {
         if (!kReference.at_pointer(pointer).is_string())
@@ -138,10 +138,11 @@ TEST_F(RefdocCheckAgreement, OnTextsBeyondAscii) {
                     fl::i18n::to_string(href) + json::serialize(testsupport::describeAll(items));
         }
         const std::vector<refdoc::Finding> findings = check();
-        const bool isTold = std::any_of(findings.begin(), findings.end(), [&](const auto& finding) {
-            return finding.fault == refdoc::Fault::GarbledText && finding.pointer == pointer;
-        });
-        EXPECT_EQ(isTold, delivered.find("Ã©") != delivered.npos) << pointer;
+        const bool isReported =
+            std::any_of(findings.begin(), findings.end(), [&](const auto& finding) {
+                return finding.fault == refdoc::Fault::GarbledText && finding.pointer == pointer;
+            });
+        EXPECT_EQ(isReported, delivered.find("Ã©") != delivered.npos) << pointer;
     }
 }
 

@@ -26,7 +26,7 @@ struct FileCase {
     std::string findings;
 };
 
-TEST_F(RefdocCheck, TellsWhatNamesCost) {
+TEST_F(RefdocCheck, ReportsFileNames) {
     const std::string sound = withItems(kSpin);
     const FileCase cases[] = {
         {"referenceapi_lookup/alpha.Json", sound,
@@ -83,7 +83,7 @@ TEST_F(RefdocCheck, TellsWhatNamesCost) {
                           "one holds 1 resource file; all files of the folder are lost\n");
 }
 
-TEST_F(RefdocCheck, TellsWhatPackagesLose) {
+TEST_F(RefdocCheck, ReportsWhatPackagesLose) {
     const std::string sound = withItems(kSpin);
     const auto one = [&](const char* leaf) { return ZipFile().add(leaf, sound).build(); };
     const auto two = [&](const char* first, const char* second) {
@@ -92,7 +92,7 @@ TEST_F(RefdocCheck, TellsWhatPackagesLose) {
     const struct {
         const char* name;
         ZipBytes package;
-        std::string findings; ///< each behind the path of the package
+        std::string findings; ///< each follows the path of the package
     } cases[] = {
         {"alpha.zip", one("other.json"), ""},
         {"alpha.zip", one("folder/alpha.json"), ""},
@@ -190,7 +190,6 @@ std::string ofProduct(const std::string& name, std::string text) {
     return text.replace(text.find("\"P\""), 3, '"' + name + '"');
 }
 
-/// What comes of documents that have one key.
 TEST_F(RefdocCheck, LooksForPagesWhereReadersDo) {
     const std::string unknown = ":1:1: note: links that cannot be checked, because the full "
                                 "reference file alpha.json cannot be read: 1\n";
@@ -218,7 +217,7 @@ TEST_F(RefdocCheck, LooksForPagesWhereReadersDo) {
     EXPECT_EQ(findings(), elsewhere("there is no alpha.json"));
 }
 
-TEST_F(RefdocCheck, TellsWhatOtherFilesTakeFromReaders) {
+TEST_F(RefdocCheck, ReportsItemsHiddenByOtherFiles) {
     const std::string lookups = "docCatalog/referenceapi_lookup/";
     const std::string lost = " error: spin: " + lookups;
     const std::string before = " also has the name and is read before: its lookups count; the item "
@@ -265,8 +264,8 @@ TEST_F(RefdocCheck, TellsWhatOtherFilesTakeFromReaders) {
     }
 }
 
-/// English leaves of a package of one language fill in for its readers alone.
-TEST_F(RefdocCheck, TellsWhatFillsInForNobody) {
+/// In a package of one language, English entries fill in only for readers of that language.
+TEST_F(RefdocCheck, ReportsItemsThatFillInForNobody) {
     const std::string japanese = R"({"name": "turn", "refpurpose": "p", "href": "a.html"})";
     ZipFile()
         .add("a_ja.json", withItems(japanese))
@@ -290,7 +289,7 @@ TEST_F(RefdocCheck, TellsWhatFillsInForNobody) {
                                           "before: its lookups count; the item is lost")));
 }
 
-TEST_F(RefdocCheck, TellsLeavesOfOneNameApart) {
+TEST_F(RefdocCheck, DistinguishesEntriesOfOneName) {
     root_.remove("docCatalog/referenceapi_lookup");
     ZipFile()
         .add("d/a.json", withItems(kSpin))

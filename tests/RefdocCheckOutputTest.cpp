@@ -32,7 +32,7 @@ using testsupport::RefdocCheck;
 using testsupport::withItems;
 using testsupport::ZipFile;
 
-TEST_F(RefdocCheck, TellsOfManyFindingsOfAKindHowManyMore) {
+TEST_F(RefdocCheck, CountsFurtherFindingsOfAKind) {
     std::string items = R"({"name": 1, "refpurpose": "p", "href": "a.html"})";
     for (int i = 0; i < 999; ++i)
         items += R"(, {"name": 1, "refpurpose": "p", "href": "a.html"})";
@@ -105,8 +105,8 @@ TEST_F(RefdocCheck, RefusesWhatItCannotCheck) {
     }
 }
 
-/// While the list of products cannot be had, nobody gets any lookup.
-TEST_F(RefdocCheck, TellsWhatIsWrongWithTheInstalledProducts) {
+/// Unless the list of products can be read, nobody gets any lookup.
+TEST_F(RefdocCheck, ReportsFaultsOfTheInstalledProducts) {
     const struct {
         std::string list;
         std::string finding;
@@ -151,8 +151,8 @@ TEST_F(RefdocCheck, AcceptsTheExamplesOfTheManual) {
     EXPECT_EQ(refdoc({"check"}).exitCode, 0);
 }
 
-/// Names without end in each of faults without end.
-TEST_F(RefdocCheck, KeepsOnlySoMuchOfHostileFiles) {
+/// Very long names in a great number of faults.
+TEST_F(RefdocCheck, LimitsWhatItKeepsOfHostileFiles) {
     const std::string longName(20000, 'n');
     std::string members;
     for (int i = 0; i < 2000; ++i)
@@ -166,7 +166,7 @@ TEST_F(RefdocCheck, KeepsOnlySoMuchOfHostileFiles) {
                 HasSubstr("\n0 errors, 2000 warnings and 0 notes in 2 files"));
 }
 
-TEST(RootFindings, KeepsOnlySoMuch) {
+TEST(RootFindings, LimitsWhatItKeeps) {
     using namespace refdoc;
     const std::string longText(std::size_t{1} << 20, 'm');
     RootFindings root;
@@ -207,7 +207,7 @@ std::vector<std::string> textsAt(std::string_view schema, const std::string& poi
     return texts;
 }
 
-/// The library and the schemas have the same texts in the same order.
+/// Same texts, same order.
 TEST(Schemas, HaveTheEnumerationsOfTheLibrary) {
     const auto types = textsOf<reference::property::RefEntityTypeDefinition>();
     const auto functions = textsOf<reference::property::FunctionTypeDefinition>();

@@ -1,4 +1,4 @@
-// What the client's check calls lost of many files and packages must be what the library loses.
+// The client's check must report exactly what the library loses among many files and packages.
 
 #include <algorithm>
 #include <cstddef>
@@ -29,7 +29,7 @@ using testsupport::Random;
 using testsupport::RandomFile;
 using testsupport::RandomText;
 
-/// Key, name, href, purpose, type and whether it is deprecated.
+/// Key, name, href, purpose, type and deprecation.
 using Record = std::tuple<std::string, std::string, std::string, std::string, std::string, bool>;
 using Records = std::set<Record>;
 using Link = std::tuple<std::string, std::string, std::string>;
@@ -39,10 +39,11 @@ Link linkOf(const Record& record) {
     return {std::get<0>(record), std::get<1>(record), std::get<2>(record)};
 }
 
-/// What the check says about one file or entry.
-class Told {
+/// The losses that the check reports for one file or entry.
+class Losses {
 public:
-    Told(const std::vector<Finding>& findings, const std::string& file, const std::string& entry) {
+    Losses(const std::vector<Finding>& findings, const std::string& file,
+           const std::string& entry) {
         for (const Finding& finding : findings)
             if (finding.file.ends_with('/' + file) &&
                 (finding.entry == entry || finding.loss == Loss::File))
@@ -89,7 +90,7 @@ protected:
         return delivery;
     }
 
-    /// The client merges for all languages at once; the library does for each.
+    /// The client merges for all languages at once, the library for one at a time.
     void expectSurveyAgreement() {
         std::map<std::u16string, reference::docparser::LookupResources> delivered;
         for (const std::u16string code : {u"en", u"ja", u"de"}) {
@@ -115,7 +116,7 @@ protected:
         const auto forEachRecord = [&](const auto& take) {
             for (const RandomFile& file : files)
                 for (const RandomText& text : file.texts)
-                    takeRecords(file, text, Told(findings, file.name, text.leaf), take);
+                    takeRecords(file, text, Losses(findings, file.name, text.leaf), take);
         };
         Links localized; // by readers, key and name
         forEachRecord([&](const Audience& audience, const Record& record, auto&&...) {
@@ -125,11 +126,11 @@ protected:
                     localized.emplace(readers, std::get<0>(record), std::get<1>(record));
             }
         });
-        forEachRecord([&](const Audience& audience, const Record& record, const Told& told,
+        forEachRecord([&](const Audience& audience, const Record& record, const Losses& losses,
                           const std::string& pointer) {
             for (const std::string& readers : audience.readers)
                 expectRecord(
-                    audience, readers, record, pointer, told, delivery[readers],
+                    audience, readers, record, pointer, losses, delivery[readers],
                     localized.contains({readers, std::get<0>(record), std::get<1>(record)}));
         });
         for (const auto& [code, records] : delivery)
@@ -192,23 +193,23 @@ private:
                 item.contains("deprecated")};
     }
 
-    /// Calls `take` with each record of a text that is not told to be lost with its document.
+    /// Calls `take` with each record of a text unless its document is reported as lost.
     template <typename Take>
-    static void takeRecords(const RandomFile& file, const RandomText& text, const Told& told,
+    static void takeRecords(const RandomFile& file, const RandomText& text, const Losses& losses,
                             const Take& take) {
         const Audience audience = testsupport::audienceOf(file, text);
-        EXPECT_TRUE(!audience.readers.empty() || told.textIsLost() || text.leaf.ends_with(".txt"))
+        EXPECT_TRUE(!audience.readers.empty() || losses.textIsLost() || text.leaf.ends_with(".txt"))
             << file.name << ':' << text.leaf;
-        if (audience.readers.empty() || told.textIsLost())
+        if (audience.readers.empty() || losses.textIsLost())
             return;
         SCOPED_TRACE(file.name + ':' + text.leaf + ": " + text.content);
         const auto takeDocument = [&](const json::value& document, const char* keyMember,
                                       const std::string& pointer) {
-            if (told.isLost(pointer))
+            if (losses.isLost(pointer))
                 return;
             std::size_t index = 0;
             for (const json::value& item : document.at("refItems").as_array())
-                take(audience, recordOf(asRead(document.at(keyMember)), item.as_object()), told,
+                take(audience, recordOf(asRead(document.at(keyMember)), item.as_object()), losses,
                      testsupport::numbered(pointer + "/refItems/", index++));
         };
         const json::value resource = json::parse(text.content);
@@ -219,21 +220,22 @@ private:
                              testsupport::numbered("/supportPackages/", i));
     }
 
-    /// An English record that only fills in gives way to a localized one of its link.
+    /// An English record that fills in gives way to a localized one with the same link.
     static void expectRecord(const Audience& audience, const std::string& readers,
-                             const Record& record, const std::string& pointer, const Told& told,
+                             const Record& record, const std::string& pointer, const Losses& losses,
                              const Records& records, bool isLocalized) {
         const bool hasLink =
             std::any_of(records.begin(), records.end(),
                         [&record](const Record& other) { return linkOf(other) == linkOf(record); });
         const bool isForAll = audience.readers.size() > 1;
         if (readers != audience.language && isForAll) {
-            EXPECT_TRUE(told.isLost(pointer) || told.isReplaced(pointer, readers) != hasLink)
+            EXPECT_TRUE(losses.isLost(pointer) || losses.isReplaced(pointer, readers) != hasLink)
                 << readers << pointer;
             return;
         }
         const bool givesWay = readers != audience.language && isLocalized && hasLink;
-        EXPECT_NE(told.isLost(pointer), givesWay || records.contains(record)) << readers << pointer;
+        EXPECT_NE(losses.isLost(pointer), givesWay || records.contains(record))
+            << readers << pointer;
     }
 };
 

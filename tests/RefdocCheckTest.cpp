@@ -20,15 +20,15 @@ struct Case {
     std::string findings;
 };
 
-TEST_F(RefdocCheck, TellsNothingOfSoundFiles) {
+TEST_F(RefdocCheck, ReportsNothingForSoundFiles) {
     const ProcessResult result = refdoc({"check"});
     EXPECT_EQ(result.output, "0 errors, 0 warnings and 0 notes in 2 files\n");
     EXPECT_EQ(result.errors, "");
     EXPECT_EQ(result.exitCode, 0);
 }
 
-/// Where the text stops being JSON, and the mistake that authors commonly make there.
-TEST_F(RefdocCheck, TellsWhyATextIsNotJson) {
+/// The place where the text stops being JSON, and the likely mistake.
+TEST_F(RefdocCheck, ReportsWhyATextIsNotJson) {
     const std::string inQuotes = "a line break or control character within a string: write it as "
                                  R"(\n, \t or \u, or add the missing closing quote)";
     const std::string escape = R"(an unknown escape: write a backslash as \\)";
@@ -88,7 +88,7 @@ TEST_F(RefdocCheck, TellsWhyATextIsNotJson) {
     }
 }
 
-TEST_F(RefdocCheck, TellsWhatCostsALookupFile) {
+TEST_F(RefdocCheck, ReportsWhatCostsALookupFile) {
     const std::string lost = "; the whole file is lost";
     const Case cases[] = {
         {"", "[]", ":1:1: error: the document is an array, not an object" + lost},
@@ -114,7 +114,7 @@ TEST_F(RefdocCheck, TellsWhatCostsALookupFile) {
     }
 }
 
-TEST_F(RefdocCheck, TellsWhatCostsAFullReferenceFile) {
+TEST_F(RefdocCheck, ReportsWhatCostsAFullReferenceFile) {
     const std::string lost = "; the whole file is lost (/refItems/0/";
     const auto item = [](const std::string& members) {
         return withItems(R"({"href": "a.html", "refpurpose": "p",)" + ('\n' + members) + "}");
@@ -145,7 +145,7 @@ TEST_F(RefdocCheck, TellsWhatCostsAFullReferenceFile) {
     }
 }
 
-TEST_F(RefdocCheck, TellsWhatIsShownOtherwiseThanMeant) {
+TEST_F(RefdocCheck, ReportsWhatAppearsDifferentlyThanIntended) {
     const auto spin = [](const std::string& members) {
         return withItems(kSpin.substr(0, kSpin.size() - 1) + ", " + members + '}');
     };
@@ -224,8 +224,8 @@ TEST_F(RefdocCheck, TellsWhatIsShownOtherwiseThanMeant) {
     }
 }
 
-/// Members whose names may be made to collide, and values that take many times the text's memory.
-TEST_F(RefdocCheck, KeepsOnlySoMuchOfATree) {
+/// Names can be chosen to collide, and values can take many times the memory of their text.
+TEST_F(RefdocCheck, LimitsWhatItKeepsOfATree) {
     std::string members;
     for (int i = 0; i < 300; ++i)
         members.append(R"("x)")

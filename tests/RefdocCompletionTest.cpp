@@ -32,7 +32,7 @@ protected:
                                                                     {"refItems", items}}));
     }
 
-    /// What the client has bash insert at the end of a line.
+    /// The completions that the client gives bash for a line, joined by '|'.
     std::string completions(const std::string& line) const {
         std::istringstream output(
             refdoc({"complete", "--bash", "--", line, " \t\n\"'@><=;|&(:"}).output);
@@ -43,7 +43,7 @@ protected:
     }
 };
 
-TEST_F(RefdocCompletion, KnowsWhatFits) {
+TEST_F(RefdocCompletion, OffersWhatFits) {
     documentNames("../gamma", {"--root=/", "it's $5!", "it's $6", "new\nline"});
     const struct {
         std::string line;
@@ -110,7 +110,7 @@ TEST_F(RefdocCompletion, KnowsWhatFits) {
               std::string::npos);
 }
 
-/// What the shells themselves make of the keys that somebody presses.
+/// Types keys into real shells.
 class RefdocInShell : public RefdocCompletion, public testing::WithParamInterface<std::string> {
 protected:
     void SetUp() override {
@@ -124,8 +124,8 @@ protected:
         std::filesystem::permissions(root_.nativePathOf(client), std::filesystem::perms::owner_all);
     }
 
-    /// The last argument of each run of the client that the lines lead to, without the "/" that
-    /// only bash leaves behind a folder.
+    /// The last argument of each run of the client that the lines cause, without the "/" that
+    /// bash alone appends to a folder.
     std::vector<std::string> received(const std::string& locale,
                                       const std::vector<std::string>& lines) {
         const bool zsh = GetParam() == "zsh";
@@ -185,7 +185,7 @@ TEST_P(RefdocInShell, CompletesWhatIsTyped) {
 
 TEST_P(RefdocInShell, RunsNothingThatNamesSay) {
     const std::vector<std::string> names{
-        "k0\u200b';touch planted;'", // not printable for bash, and in the locale C for nobody
+        "k0\u200b';touch planted;'", // not printable for bash, nor for any shell in the locale C
         "k1 it's \"q\" \\ x\\",
         "k2$(touch planted)",
         "k3`touch planted`",

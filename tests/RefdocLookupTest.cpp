@@ -27,7 +27,7 @@ TEST_F(RefdocLookup, FindsNamesByPattern) {
         Words arguments;
         std::string found;
     } cases[] = {
-        // The same spelling first, then the same name in other letters, then longer names.
+        // The same spelling first, then the same name in other case, then longer names.
         {{"zoom"}, "zoom/alpha zoom/zeta Zoom/alpha zoomAll/alpha "},
         {{"Zoom"}, "Zoom/alpha "},
         {{"zoomA"}, "zoomAll/alpha "},
@@ -35,12 +35,12 @@ TEST_F(RefdocLookup, FindsNamesByPattern) {
         {{"zoomAL"}, ""},
         {{"unz"}, "Unzoom/alpha "},
         {{"nzoom"}, ""},
-        // Letter case beyond ASCII.
+        // Case beyond ASCII.
         {{"über"}, "Über/alpha "},
         {{"strasse"}, "Straße/alpha "},
         {{"Strasse"}, ""},
         {{"Ü"}, "Über/alpha "},
-        // Whole names, as in the shell, one character being one even where it is two bytes.
+        // Whole names, as in the shell; `?` matches one character, whatever its length in bytes.
         {{"*zoom"}, "Unzoom/alpha Zoom/alpha zoom/alpha zoom/zeta "},
         {{"Z*"}, "Zoom/alpha "},
         {{"zoom*"}, "Zoom/alpha zoom/alpha zoom/zeta zoomAll/alpha "},
@@ -48,7 +48,7 @@ TEST_F(RefdocLookup, FindsNamesByPattern) {
         {{"??ber"}, ""},
         {{"[uz]*m"}, "Unzoom/alpha Zoom/alpha zoom/alpha zoom/zeta "},
         {{"[!u]oom"}, "Zoom/alpha zoom/alpha zoom/zeta "},
-        // What is both a name and a glob.
+        // A name that is also a glob.
         {{"a*b"}, "a*b/alpha axb/alpha "},
         {{"a\\*b"}, "a*b/alpha "},
         {{"["}, "[/alpha "},
@@ -191,7 +191,7 @@ TEST_F(RefdocLookup, NamesOnlyTheFirstOfManyProductsThatAreNotInstalled) {
                 HasSubstr("not installed: p1, p2, p3, p4, p5 and 2 more (--all shows it)"));
 }
 
-TEST_F(RefdocLookup, SaysWhatIsWrongWithTheRoot) {
+TEST_F(RefdocLookup, ReportsFaultsOfTheRoot) {
     root_.writeFile("installedProducts.json", "[");
     for (const Words& arguments :
          {Words{"lookup", "zoom"}, Words{"show", "zoom"}, Words{"products"}}) {
@@ -207,12 +207,12 @@ TEST_F(RefdocLookup, SaysWhatIsWrongWithTheRoot) {
                                     HasSubstr(root_.lookupFolder().string())));
 }
 
-/// What begins a line, or turns around what follows, on some terminal.
+/// Characters that start a line or reverse what follows on some terminals.
 const std::vector<std::string> kForging{"\u0085", "\u009b", "\u061c", "\u200e", "\u200f",
                                         "\u2028", "\u2029", "\u202a", "\u202e", "\u2066",
                                         "\u2069", "\x1b",   "\x7f",   "\r",     "\nforged"};
 
-TEST_F(RefdocLookup, IsNotForgedByWhatDocumentsSay) {
+TEST_F(RefdocLookup, PrintsNoControlsFromDocuments) {
     const std::string forging =
         "zap" + std::accumulate(kForging.begin(), kForging.end(), std::string());
     const boost::json::array items{{{"name", forging},

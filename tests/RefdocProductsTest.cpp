@@ -16,7 +16,7 @@ using testsupport::ProcessResult;
 
 using RefdocProducts = testsupport::RefdocLookup;
 
-TEST_F(RefdocProducts, ListsWhatIsInstalledAndWhatIsDocumented) {
+TEST_F(RefdocProducts, ListsInstalledAndDocumentedProducts) {
     EXPECT_EQ(refdoc({"products"}).output,
               "AB\tAlpha Board\tpackage\tyes\t1\ten\talpha.json alpha_ja.json\n"
               "AC\tAlpha Card\tpackage\tno\t1\ten\talpha.json alpha_ja.json\n"
@@ -57,8 +57,8 @@ TEST_F(RefdocProducts, ReadsEachFileOnce) {
     EXPECT_EQ(reads, 1u) << log;
 }
 
-/// Each translation takes the place of what is held, which completes it: only once at the end.
-TEST_F(RefdocProducts, CostsWhatIsStoredWhateverIsMerged) {
+/// Each translation replaces the records so far, which complete it; they must do so only once.
+TEST_F(RefdocProducts, MergesManyTranslations) {
     const auto file = [](const std::string& items) {
         return R"({"productName": "M", "baseCode": "", "helpFolder": "m", "helpLocation": "",
                    "refItems": [)" +

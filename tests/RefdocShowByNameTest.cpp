@@ -85,7 +85,7 @@ TEST_F(RefdocShowByName, StaysInTheFolder) {
         EXPECT_THAT(result.errors, HasSubstr("its help folder \"" + folder +
                                              "\" cannot be the name of a resource"));
     }
-    EXPECT_EQ(refdoc({"show", "../../secret"}).exitCode, 0); // whoever types it may
+    EXPECT_EQ(refdoc({"show", "../../secret"}).exitCode, 0); // users may type it themselves
 }
 
 TEST_F(RefdocShowByName, AsksOnATerminal) {

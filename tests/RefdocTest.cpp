@@ -95,7 +95,7 @@ TEST_F(Refdoc, ListsNamesByDocumentInOrder) {
     EXPECT_EQ(list.exitCode, 0);
 }
 
-TEST_F(Refdoc, SpeaksTheLanguageAskedFor) {
+TEST_F(Refdoc, UsesTheRequestedLanguage) {
     EXPECT_THAT(refdoc({"--language", "ja", "show", "alpha"}).output,
                 AllOf(HasSubstr("アルファ\n"), HasSubstr("  zoom       表示を拡大する\n")));
     EXPECT_THAT(

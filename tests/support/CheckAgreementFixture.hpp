@@ -54,7 +54,7 @@ inline std::vector<std::string> keptInputs(const std::string& target) {
     return inputs;
 }
 
-/// Sets what the client's check reports beside what the library gives.
+/// Compares what the client's check reports with what the library returns.
 class RefdocCheckAgreement : public LookupFixture {
 protected:
     static std::vector<refdoc::Finding> check() {
@@ -71,7 +71,8 @@ protected:
         });
     }
 
-    /// The keys and product names of what the library gives in the current language.
+    /// The keys and product names of the documents that the library returns in the current
+    /// language.
     using Delivered = std::set<std::pair<std::string, std::string>>;
 
     template <typename Documents>
@@ -101,7 +102,7 @@ protected:
         boost::json::value content;
     };
 
-    /// The documents of a text that are left after all that is reported as lost.
+    /// The documents of a text that are not reported as lost.
     static std::vector<Document> documentsLeft(const std::string& text,
                                                const std::vector<refdoc::Finding>& findings) {
         std::vector<Document> documents;
@@ -134,7 +135,7 @@ protected:
         return expected;
     }
 
-    /// A key is read byte by byte.
+    /// The key as the library reads it: byte by byte.
     static std::string asRead(const boost::json::value& key) {
         std::u16string text;
         for (const char byte : key.as_string())
@@ -142,7 +143,7 @@ protected:
         return fl::i18n::to_string(text);
     }
 
-    /// Key, href and purpose of all items of a text that are not reported as lost.
+    /// Key, href and purpose of each item of a text that is not reported as lost.
     static std::vector<std::tuple<std::string, std::string, std::string>>
     itemsLeft(const std::string& text, const std::vector<refdoc::Finding>& findings,
               const std::string& file) {
@@ -157,7 +158,7 @@ protected:
         return items;
     }
 
-    /// Whether the walk finds a document as good as a validator does, kinds and enumerations alike.
+    /// The walk and a schema validator must agree on kinds and enumerations.
     void expectJudgement(refdoc::Catalog catalog, const std::string& text) {
         boost::json::error_code failure;
         const boost::json::value document = boost::json::parse(text, failure);

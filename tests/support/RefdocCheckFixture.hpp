@@ -28,14 +28,14 @@ class RefdocCheck : public Refdoc {
 protected:
     RefdocCheck() { reset(); }
 
-    /// A root of one sound lookup file and one sound full reference file.
+    /// Leaves the root with one sound lookup file and one sound full reference file.
     void reset() const {
         root_.remove("docCatalog");
         root_.lookupFile("alpha.json", withItems(kSpin));
         root_.referenceFile("alpha.json", withItems(kPage));
     }
 
-    /// The findings, one a line, without the path of the catalog folders, and without the summary.
+    /// The findings, one per line, without the path of the catalog folders and without the summary.
     std::string findings(Words options = {}) const {
         options.insert(options.begin(), "check");
         std::istringstream lines(refdoc(options).output);

@@ -20,8 +20,8 @@ protected:
 
     Refdoc();
 
-    /// A run in English, without a pager, and without what the caller's environment says about
-    /// terminals; `environment` is laid over that.
+    /// A run in English, without a pager and without the caller's terminal variables;
+    /// `environment` overrides these defaults.
     ProcessCall call(Words arguments, Environment environment = {}) const;
     ProcessResult refdoc(Words arguments, Environment environment = {}) const;
     ProcessResult onTerminal(Words arguments, Environment environment = {},

@@ -4,14 +4,14 @@
 
 namespace testsupport {
 
-/// The small root with lookup files beside it. Installed are the products alpha, zeta and gamma,
-/// which documents nothing, and the support package AB; documented but not installed are beta and
-/// the support package AC.
+/// The small root plus lookup files. The products alpha, zeta and gamma (which has no
+/// documentation) and the support package AB are installed; beta and the support package AC are
+/// documented, but not installed.
 class RefdocLookup : public Refdoc {
 protected:
     RefdocLookup();
 
-    /// The first columns of what `refdoc lookup` prints, "name/product" and a blank for each line.
+    /// What `refdoc lookup` prints, shortened to "name/product" and a blank for each line.
     std::string found(Words arguments) const;
 };
 
