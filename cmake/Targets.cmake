@@ -31,34 +31,14 @@ int main() {}
   set(${variable} ${found} PARENT_SCOPE)
 endfunction()
 
-# macOS has neither of these: there, hidden visibility alone says what is exported.
+# macOS has neither of these.
+set(DOCPARSER_FOREIGN_SYMBOLS "${CMAKE_CURRENT_LIST_DIR}/foreign_symbols.map")
 if(NOT APPLE)
   include(CheckLinkerFlag)
   check_linker_flag(CXX "LINKER:-z,nodelete" DOCPARSER_LINKER_KNOWS_NODELETE)
-  file(WRITE "${CMAKE_CURRENT_BINARY_DIR}/probe.map" "{ global: *; };\n")
-  check_linker_flag(CXX "LINKER:--version-script=${CMAKE_CURRENT_BINARY_DIR}/probe.map"
+  check_linker_flag(CXX "LINKER:--version-script=${DOCPARSER_FOREIGN_SYMBOLS}"
     DOCPARSER_LINKER_KNOWS_VERSION_SCRIPTS)
 endif()
-
-# Makes the symbols of a list, one demangled name a line, all that a shared library exports.
-function(docparser_export_only target list)
-  get_target_property(type ${target} TYPE)
-  if(NOT type STREQUAL "SHARED_LIBRARY" OR NOT DOCPARSER_LINKER_KNOWS_VERSION_SCRIPTS)
-    return()
-  endif()
-  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${list}")
-  file(STRINGS "${list}" symbols REGEX "^[^#]")
-  set(exported "")
-  foreach(symbol IN LISTS symbols)
-    string(APPEND exported "    \"${symbol}\";\n")
-  endforeach()
-  set(script "${CMAKE_CURRENT_BINARY_DIR}/${target}.map")
-  # It keeps its time while nothing changes, so that configuring anew links nothing anew.
-  file(CONFIGURE OUTPUT "${script}" @ONLY
-    CONTENT "{\n  global: extern \"C++\" {\n${exported}  };\n  local: *;\n};\n")
-  target_link_options(${target} PRIVATE "LINKER:--version-script=${script}")
-  set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${script}")
-endfunction()
 
 # A library of the package: `reference::<target>` here and for a consumer of the installed package.
 function(docparser_add_library target)
@@ -75,5 +55,9 @@ function(docparser_add_library target)
   if(DOCPARSER_LINKER_KNOWS_NODELETE)
     # What callers still hold after dlclose, snapshots and exceptions, ends in code of the library.
     target_link_options(${target} PRIVATE "LINKER:-z,nodelete")
+  endif()
+  if(DOCPARSER_LINKER_KNOWS_VERSION_SCRIPTS)
+    target_link_options(${target} PRIVATE "LINKER:--version-script=${DOCPARSER_FOREIGN_SYMBOLS}")
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${DOCPARSER_FOREIGN_SYMBOLS}")
   endif()
 endfunction()

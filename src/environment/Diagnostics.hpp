@@ -97,7 +97,7 @@ public:
     void push_record(boost::log::record&& record);
 
 private:
-    class Source;
+    class [[gnu::visibility("hidden")]] Source;
 
     std::shared_ptr<const std::atomic<std::uint32_t>> enabledSeverities_;
     std::unique_ptr<Source> source_;

@@ -93,7 +93,7 @@ public:
     /// A context of a pattern and the text that it was made from.
     korvel_pattern_string_context(std::u16string text, std::u16string pattern);
     /// The pattern's text, valid as long as the context.
-    const std::u16string& getPattern() const noexcept override { return pattern_; }
+    const std::u16string& getPattern() const noexcept override;
 
 private:
     std::u16string text_;

@@ -70,7 +70,7 @@ struct RefEntityTypeDefinition {
         Type
     };
     /// The text of each value, as documents write it.
-    static constexpr std::array<std::string_view, 17> texts{
+    [[gnu::visibility("hidden")]] static constexpr std::array<std::string_view, 17> texts{
         "unknown",     "function",  "method", "class",    "property", "event",
         "enumeration", "namespace", "object", "operator", "keyword",  "command",
         "app",         "tool",      "format", "macro",    "type"};
@@ -90,9 +90,9 @@ struct FunctionTypeDefinition {
         SystemCall
     };
     /// The text of each value, as documents write it.
-    static constexpr std::array<std::string_view, 8> texts{"unspecified", "function",  "method",
-                                                           "constructor", "static",    "script",
-                                                           "macro",       "systemcall"};
+    [[gnu::visibility("hidden")]] static constexpr std::array<std::string_view, 8> texts{
+        "unspecified", "function", "method", "constructor",
+        "static",      "script",   "macro",  "systemcall"};
 };
 
 /// How far an item is on its way out: values and texts.
@@ -100,8 +100,8 @@ struct DeprecationStatusDefinition {
     /// The values, counted from 0.
     enum Value : std::int32_t { None, Discouraged, Deprecated, Removed };
     /// The text of each value, as documents write it.
-    static constexpr std::array<std::string_view, 4> texts{"none", "discouraged", "deprecated",
-                                                           "removed"};
+    [[gnu::visibility("hidden")]] static constexpr std::array<std::string_view, 4> texts{
+        "none", "discouraged", "deprecated", "removed"};
 };
 
 /// How a call is written: values and texts.
@@ -109,8 +109,8 @@ struct SyntaxTypeDefinition {
     /// The values, counted from 0.
     enum Value : std::int32_t { Plain, Function, Command, Creation, NameValue };
     /// The text of each value, as documents write it.
-    static constexpr std::array<std::string_view, 5> texts{"plain", "function", "command",
-                                                           "creation", "namevalue"};
+    [[gnu::visibility("hidden")]] static constexpr std::array<std::string_view, 5> texts{
+        "plain", "function", "command", "creation", "namevalue"};
 };
 
 /// What a documented name stands for.

@@ -51,7 +51,7 @@ public:
 
 namespace zippackage {
 
-class ZipArchive;
+class [[gnu::visibility("hidden")]] ZipArchive;
 
 /// The zip file at a UTF-16 path. Constructing it does not touch the file.
 class ZipPhysicalPackage {

@@ -19,6 +19,10 @@ korvel_pattern_string_context::korvel_pattern_string_context(std::u16string text
                                                              std::u16string pattern)
     : text_(std::move(text)), pattern_(std::move(pattern)) {}
 
+const std::u16string& korvel_pattern_string_context::getPattern() const noexcept {
+    return pattern_;
+}
+
 upath_directory_entry::upath_directory_entry(const std::u16string& folder, std::u16string filename)
     : filename_(std::move(filename)), fullPathname_(folder) {
     detail::concatenate_pathname(fullPathname_, filename_, true);
