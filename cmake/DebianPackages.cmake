@@ -33,7 +33,7 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libdocparser-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 # pkg-config looks for what stands in Requires.private, too.
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${runtime_package} (= ${PROJECT_VERSION}-1)"
-  libboost-json1.81-dev libboost-log1.81-dev libicu-dev libzip-dev)
+  ${DOCPARSER_DEBIAN_Boost} ${DOCPARSER_DEBIAN_ICU} ${DOCPARSER_DEBIAN_Libzip})
 list(JOIN CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", " CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS)
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
   "reader of reference documentation - development files

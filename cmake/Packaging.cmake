@@ -31,6 +31,9 @@ install(FILES
   "${CMAKE_CURRENT_BINARY_DIR}/reference-docparser-config.cmake"
   "${CMAKE_CURRENT_BINARY_DIR}/reference-docparser-config-version.cmake"
   DESTINATION "${package_dir}" COMPONENT development)
+if(library_type STREQUAL "STATIC_LIBRARY")
+  install(FILES cmake/FindLibzip.cmake DESTINATION "${package_dir}" COMPONENT development)
+endif()
 
 # The module finds its prefix from where it lies, and the rest from there, so that the tree can be
 # moved.
