@@ -1,4 +1,4 @@
-# Debian packages by CPack: the runtime library, what developers need, and the client.
+# Debian packages, made by CPack: the runtime libraries, the files for developers, and the client.
 set(runtime_package "libdocparser${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
 
 set(CPACK_GENERATOR DEB)
@@ -27,11 +27,11 @@ Reads the reference documentation of installed products: JSON resource
 files, plain or in zip packages, English with localized variants laid over
 it, merged by product.
 
-This package has the shared libraries that programs use.")
+This package contains the shared libraries that programs use.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libdocparser-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-# pkg-config looks for what stands in Requires.private, too.
+# pkg-config also looks for the modules in Requires.private.
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${runtime_package} (= ${PROJECT_VERSION}-1)"
   ${DOCPARSER_DEBIAN_Boost} ${DOCPARSER_DEBIAN_ICU} ${DOCPARSER_DEBIAN_Libzip})
 list(JOIN CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", " CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS)
@@ -41,7 +41,7 @@ Reads the reference documentation of installed products: JSON resource
 files, plain or in zip packages, English with localized variants laid over
 it, merged by product.
 
-This package has the headers, and the files for CMake and pkg-config.")
+This package contains the headers, and the files for CMake and pkg-config.")
 
 set(CPACK_DEBIAN_CLIENT_PACKAGE_NAME refdoc)
 set(CPACK_DEBIAN_CLIENT_PACKAGE_SECTION doc)
@@ -49,10 +49,10 @@ set(CPACK_DEBIAN_CLIENT_PACKAGE_DEPENDS "${runtime_package} (>= ${PROJECT_VERSIO
 set(CPACK_COMPONENT_CLIENT_DESCRIPTION
   "command-line client for reference documentation
 Finds names in the reference documentation of installed products, shows
-entries like manual pages, and tells the authors of documentation why a
+entries like manual pages, and reports to authors of documentation why a
 page does not show up.")
 
-# What Debian expects beside the files of every package.
+# Installs the documents that Debian expects in every package.
 function(docparser_package_documents component package)
   set(folder "${CMAKE_INSTALL_DATADIR}/doc/${package}")
   install(FILES "${CMAKE_CURRENT_BINARY_DIR}/packaging/copyright"

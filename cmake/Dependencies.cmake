@@ -1,7 +1,7 @@
-# Everything that the build needs of others, and the error that names what is missing of it.
+# All dependencies of the build, and the one error that names those that are missing.
 include(FeatureSummary)
 
-# Users of the installed libraries need these versions, too.
+# Users of the installed libraries need these versions as well.
 set(DOCPARSER_BOOST_VERSION 1.81)
 set(DOCPARSER_LIBZIP_VERSION 1.7)
 
@@ -31,7 +31,7 @@ if(DOCPARSER_BUILD_BENCHMARKS)
   find_package(Libdeflate 1.14 QUIET)
 endif()
 
-# Sets DOCPARSER_DEBIAN_<dependency>, the packages that have it.
+# Describes each dependency by its Debian packages, and sets DOCPARSER_DEBIAN_<dependency> to them.
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/.ci/packages")
 file(STRINGS "${PROJECT_SOURCE_DIR}/.ci/packages" lines REGEX "^[^#]")
 foreach(line IN LISTS lines)

@@ -1,4 +1,4 @@
-# Finds libdeflate by pkg-config, and gives the target PkgConfig::LIBDEFLATE.
+# Finds libdeflate through pkg-config, as the target PkgConfig::LIBDEFLATE.
 find_package(PkgConfig QUIET)
 if(PkgConfig_FOUND)
   pkg_check_modules(LIBDEFLATE QUIET IMPORTED_TARGET libdeflate)

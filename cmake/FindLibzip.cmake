@@ -1,5 +1,5 @@
-# Finds libzip by pkg-config, and gives the target PkgConfig::LIBZIP: the CMake package of libzip also asks
-# for its programs, which Debian has in another package.
+# Finds libzip through pkg-config, as the target PkgConfig::LIBZIP. The CMake package of libzip also
+# demands its programs, which are in another Debian package.
 find_package(PkgConfig QUIET)
 if(PkgConfig_FOUND)
   pkg_check_modules(LIBZIP QUIET IMPORTED_TARGET libzip)

@@ -1,6 +1,6 @@
-# The install tree: two libraries, their headers under one private include root, the CMake package
-# `reference-docparser` and the pkg-config module of that name. Its components are `runtime`,
-# `development` and, where the tools are built, `client`.
+# What is installed: the two libraries, their headers under one private include folder, and the CMake
+# package and the pkg-config module `reference-docparser`. The components are `runtime`,
+# `development` and, if the tools are built, `client`.
 include(CMakePackageConfigHelpers)
 
 set(private_include_root "${CMAKE_INSTALL_INCLUDEDIR}/reference-docparser")
@@ -35,8 +35,7 @@ if(library_type STREQUAL "STATIC_LIBRARY")
   install(FILES cmake/FindLibzip.cmake DESTINATION "${package_dir}" COMPONENT development)
 endif()
 
-# The module finds its prefix from where it lies, and the rest from there, so that the tree can be
-# moved.
+# The module derives all its paths from its own place, so that the installed files can be moved.
 set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX
   BASE_DIRECTORY "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" OUTPUT_VARIABLE prefix_from_pkgconfig)

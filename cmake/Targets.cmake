@@ -1,4 +1,4 @@
-# What all targets of this project share; nothing here reaches a consumer.
+# Settings that all targets of this project share, and that no consumer inherits.
 function(docparser_configure target)
   target_compile_features(${target} PUBLIC cxx_std_20)
   set_target_properties(${target} PROPERTIES
@@ -8,16 +8,16 @@ function(docparser_configure target)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
 endfunction()
 
-# The folder of what is loaded, in a path that the loader reads.
+# How a run path names the folder of the file that contains it.
 set(DOCPARSER_ORIGIN "$<IF:$<PLATFORM_ID:Darwin>,@loader_path,$ORIGIN>")
 
-# For a folder of tests: what is tested is the optimised library; the tests themselves build faster
-# without.
+# For a folder of tests: the library under test is optimised, but tests compile faster without
+# optimisation.
 function(docparser_optimise_little)
   add_compile_options($<$<CONFIG:Release>:-Og>)
 endfunction()
 
-# Whether the build is one for ThreadSanitizer, wherever its flag comes from.
+# Sets the variable to whether the build uses ThreadSanitizer, wherever the flag comes from.
 function(docparser_find_thread_sanitizer variable)
   try_compile(found SOURCE_FROM_CONTENT thread_sanitizer.cpp [[
 #if defined(__SANITIZE_THREAD__)
@@ -31,7 +31,7 @@ int main() {}
   set(${variable} ${found} PARENT_SCOPE)
 endfunction()
 
-# macOS has neither of these.
+# The linker of macOS has neither of these.
 set(DOCPARSER_FOREIGN_SYMBOLS "${CMAKE_CURRENT_LIST_DIR}/foreign_symbols.map")
 if(NOT APPLE)
   include(CheckLinkerFlag)
@@ -40,7 +40,7 @@ if(NOT APPLE)
     DOCPARSER_LINKER_KNOWS_VERSION_SCRIPTS)
 endif()
 
-# A library of the package: `reference::<target>` here and for a consumer of the installed package.
+# Adds a library that is called `reference::<target>` both here and in the installed package.
 function(docparser_add_library target)
   add_library(${target} ${ARGN})
   add_library(reference::${target} ALIAS ${target})
@@ -49,11 +49,11 @@ function(docparser_add_library target)
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
   if(DOCPARSER_DEBIAN_PACKAGES)
-    # The comparison of binary interfaces reads it; what is packed is stripped.
+    # packaging/compare_abi reads the debug information; the packaged files are stripped.
     target_compile_options(${target} PRIVATE -g)
   endif()
   if(DOCPARSER_LINKER_KNOWS_NODELETE)
-    # What callers still hold after dlclose, snapshots and exceptions, ends in code of the library.
+    # Callers may hold snapshots and exceptions after dlclose, and destroying them runs our code.
     target_link_options(${target} PRIVATE "LINKER:-z,nodelete")
   endif()
   if(DOCPARSER_LINKER_KNOWS_VERSION_SCRIPTS)

@@ -1,11 +1,11 @@
-# For a system whose libraries are not at hand, to be named in CMAKE_PROJECT_TOP_LEVEL_INCLUDES: what
-# the project finds are headers, in the folder DOCPARSER_HEADERS, and nothing to link.
+# For a platform whose libraries are not available; CMAKE_PROJECT_TOP_LEVEL_INCLUDES names this file.
+# Dependencies consist of the headers in the folder DOCPARSER_HEADERS, with nothing to link.
 set(docparser_targets_of_Boost Boost::json Boost::log)
 set(docparser_targets_of_CLI11 CLI11::CLI11)
 set(docparser_targets_of_ICU ICU::uc)
 set(docparser_targets_of_fmt fmt::fmt)
 
-# A package that is not listed is looked for in the usual way.
+# CMake looks for all other packages in the usual way.
 macro(docparser_find_headers method package)
   foreach(target IN LISTS docparser_targets_of_${package})
     add_library(${target} INTERFACE IMPORTED)

@@ -1,7 +1,7 @@
-# One error names all dependencies that are missing or too old, each with the Debian packages that have it.
+# One error names all dependencies that are missing or too old, each with its Debian packages.
 include("${CMAKE_CURRENT_LIST_DIR}/Support.cmake")
 
-# What the build looks for is what .ci/packages has Debian's names for.
+# .ci/packages gives the Debian packages of exactly the dependencies that the build looks for.
 file(STRINGS "${SOURCE_DIR}/.ci/packages" named REGEX "^[^#]+: ")
 list(TRANSFORM named REPLACE ":.*" "")
 file(STRINGS "${SOURCE_DIR}/cmake/Dependencies.cmake" sought REGEX "find_package\\(.* QUIET")
@@ -13,7 +13,7 @@ if(NOT named STREQUAL sought)
   message(FATAL_ERROR "The build looks for ${sought}, and .ci/packages names ${named}")
 endif()
 
-# Configures what must fail, and gives the error as one line in `errors`.
+# Configures a build, which must fail, and sets `errors` to its error on one line.
 function(fail_to_configure name)
   execute_process(
     COMMAND ${CMAKE_COMMAND} -S "${SOURCE_DIR}" -B "${WORK_DIR}/${name}" -G "${GENERATOR}" "-DCMAKE_MAKE_PROGRAM=${MAKE_PROGRAM}"

@@ -1,4 +1,4 @@
-# The symbols that LIBRARY exports are those of LIST, and no others.
+# LIBRARY exports exactly the symbols of LIST.
 cmake_minimum_required(VERSION 3.25)
 execute_process(COMMAND ${NM} --dynamic --defined-only --demangle "${LIBRARY}"
   OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)

@@ -1,5 +1,5 @@
-# Installs the build in BUILD_DIR, builds the example against the tree alone, by CMake and by
-# pkg-config, and runs it.
+# Installs the build in BUILD_DIR, builds the example with only the installed files, through CMake and
+# through pkg-config, and runs it.
 include("${CMAKE_CURRENT_LIST_DIR}/Support.cmake")
 
 set(installed "${WORK_DIR}/installed")

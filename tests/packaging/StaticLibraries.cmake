@@ -1,5 +1,5 @@
-# Builds the libraries alone, statically and from a plain configuration, installs them, and builds
-# the example against them by CMake and by pkg-config.
+# Builds only the libraries, statically and with the default configuration, installs them, and builds
+# the example with them, through CMake and through pkg-config.
 include("${CMAKE_CURRENT_LIST_DIR}/Support.cmake")
 
 configure("${SOURCE_DIR}" "${WORK_DIR}/build" -DBUILD_SHARED_LIBS=OFF -DDOCPARSER_BUILD_TESTS=OFF
@@ -14,8 +14,8 @@ expect_card("${WORK_DIR}/example/help_card")
 build_by_pkg_config("${WORK_DIR}/installed" "${EXAMPLE_DIR}/main.cpp" "${WORK_DIR}/help_card" --static)
 expect_card("${WORK_DIR}/help_card")
 
-# The documentation beside the program is read, and not the current folder's, when the shell finds
-# the program through PATH.
+# A program that the shell finds through PATH reads the documentation beside itself, not that of the
+# current folder.
 file(WRITE "${WORK_DIR}/print_root.cpp" [[
 #include <iostream>
 #include "environment/PathAndText.hpp"
@@ -30,10 +30,10 @@ build_by_pkg_config("${WORK_DIR}/installed" "${WORK_DIR}/print_root.cpp"
   "${WORK_DIR}/moved/bin/print_root" --static)
 run(sh -c "cd '${WORK_DIR}/planted/folder' && PATH='${WORK_DIR}/moved/bin' print_root")
 if(NOT output STREQUAL "${WORK_DIR}/moved/share/reference-docparser/docroot")
-  message(FATAL_ERROR "The default root is ${output}")
+  message(FATAL_ERROR "The default documentation root is ${output}")
 endif()
 
-# What a static library needs beside it is named where it is missing.
+# A consumer learns that a dependency of the static library is missing.
 set(ENV{PKG_CONFIG_LIBDIR} "${WORK_DIR}")
 execute_process(
   COMMAND ${CMAKE_COMMAND} -S "${EXAMPLE_DIR}" -B "${WORK_DIR}/without_libzip" -G "${GENERATOR}"

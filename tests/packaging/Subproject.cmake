@@ -1,5 +1,5 @@
-# Builds the example with the library's sources as a part of its project: no flag, test or install
-# rule of the library may reach it, unless it asks for the install rules.
+# Builds the example with the library's sources as part of its project, which must not inherit any flag,
+# test or install rule of the library, unless it asks for the install rules.
 include("${CMAKE_CURRENT_LIST_DIR}/Support.cmake")
 
 configure("${EXAMPLE_DIR}" "${WORK_DIR}/build" "-DDOCPARSER_SOURCE_DIR=${SOURCE_DIR}"
@@ -14,24 +14,24 @@ foreach(number RANGE ${last})
   string(JSON command GET "${commands}" ${number} command)
   string(JSON file GET "${commands}" ${number} file)
   if(file MATCHES "help_card/main.cpp$" AND command MATCHES " (-W|-f)")
-    message(FATAL_ERROR "The library's flags reach its user: ${command}")
+    message(FATAL_ERROR "The project inherits flags of the library: ${command}")
   endif()
   string(REPLACE "${SOURCE_DIR}/" "" source "${file}")
   if(source MATCHES "^(tests|tools|fuzz|bench)/")
-    message(FATAL_ERROR "Built without being asked for: ${file}")
+    message(FATAL_ERROR "Built although nobody asked for it: ${file}")
   endif()
 endforeach()
 
 run(ctest --test-dir "${WORK_DIR}/build" --show-only)
 if(NOT output MATCHES "Total Tests: 0")
-  message(FATAL_ERROR "The library's tests reach its user:\n${output}")
+  message(FATAL_ERROR "The project inherits tests of the library:\n${output}")
 endif()
 run(${CMAKE_COMMAND} --install "${WORK_DIR}/build" --prefix "${WORK_DIR}/installed")
 if(EXISTS "${WORK_DIR}/installed")
-  message(FATAL_ERROR "The library's install rules reach its user")
+  message(FATAL_ERROR "The project inherits install rules of the library")
 endif()
 
-# The libraries are static here, for the project did not say what kind it wants.
+# The libraries are static here, because the project did not set BUILD_SHARED_LIBS.
 configure("${EXAMPLE_DIR}" "${WORK_DIR}/build" -DDOCPARSER_INSTALL=ON)
 run(${CMAKE_COMMAND} --build "${WORK_DIR}/build")
 run(${CMAKE_COMMAND} --install "${WORK_DIR}/build" --prefix "${WORK_DIR}/installed")

@@ -1,8 +1,8 @@
-# What the tests of packaging share. They run scripts, each with a folder WORK_DIR of its own.
+# Shared by the packaging tests, which are scripts, each with a folder WORK_DIR of its own.
 cmake_minimum_required(VERSION 3.25)
 file(REMOVE_RECURSE "${WORK_DIR}")
 
-# Runs a command, which must succeed, and keeps what it printed in `output`.
+# Runs a command, which must succeed, and sets `output` to what it printed.
 function(run)
   execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE result)
   if(NOT result EQUAL 0)
@@ -11,7 +11,7 @@ function(run)
   set(output "${output}" PARENT_SCOPE)
 endfunction()
 
-# Configures a project with the compilers of this build.
+# Configures a project with the compiler of this build.
 function(configure source build)
   run(${CMAKE_COMMAND} -S "${source}" -B "${build}" -G "${GENERATOR}" -DCMAKE_BUILD_TYPE=Release
     "-DCMAKE_CXX_COMPILER=${CXX_COMPILER}" "-DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER}"
@@ -19,7 +19,7 @@ function(configure source build)
   set(output "${output}" PARENT_SCOPE)
 endfunction()
 
-# Builds the source of a program without CMake, as pkg-config says for the library under `prefix`.
+# Compiles a program without CMake, with the flags of pkg-config for the library under `prefix`.
 function(build_by_pkg_config prefix source program)
   file(GLOB_RECURSE module "${prefix}/*/reference-docparser.pc")
   cmake_path(GET module PARENT_PATH folder)
@@ -29,8 +29,8 @@ function(build_by_pkg_config prefix source program)
   run(${CXX_COMPILER} -std=c++20 "${source}" ${flags} -o "${program}")
 endfunction()
 
-# Writes a resource file whose only item is that of a support package: it is looked for in the
-# resource of its product.
+# Writes a resource file whose only item belongs to a support package, which the library looks for in
+# the resource of its product.
 function(write_acos root catalog members)
   set(folders [["helpFolder": "libc", "helpLocation": "help/libc"]])
   file(WRITE "${root}/docCatalog/${catalog}/libc.json"
@@ -39,7 +39,7 @@ function(write_acos root catalog members)
    \"refItems\": [{\"href\": \"libc/acos.html\", \"refpurpose\": \"arc cosine\", ${members}}]}]}")
 endfunction()
 
-# Runs the example, which must print the card for the name under the cursor.
+# Runs the example, which must print the help card of the name under the cursor.
 function(expect_card program)
   set(root "${WORK_DIR}/docroot")
   write_acos("${root}" referenceapi_lookup [["name": "acos", "type": "function"]])
