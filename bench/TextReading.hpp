@@ -19,11 +19,10 @@ inline std::u16string widen(std::string_view text) {
 
 /// UTF-8, most of which is plain ASCII.
 inline std::u16string decode(std::string_view text) {
-    static const fl::i18n::codecvt_string_to_ustring kUtf8("utf8", true);
     unsigned char largest = 0;
     for (const char byte : text)
         largest = std::max(largest, static_cast<unsigned char>(byte - 1));
-    return largest < 0x7E || text.empty() ? widen(text) : kUtf8.convert(text.data(), text.size());
+    return largest < 0x7E || text.empty() ? widen(text) : fl::i18n::from_utf8(text);
 }
 
 template <typename Enumeration>

@@ -43,6 +43,7 @@ std::size_t choosePadding(fuzz::Choices& choices) {
 void checkDecoding(const std::string& bytes, const std::u16string& expected) {
     const fl::i18n::codecvt_string_to_ustring lenient("utf8", true);
     require(lenient.convert(bytes.data(), bytes.size()) == expected, "lenient UTF-8 decoding");
+    require(fl::i18n::from_utf8(bytes) == expected, "from_utf8");
     const bool isWellFormed = encode(expected) == bytes;
     const fl::i18n::codecvt_string_to_ustring strict("utf8", false);
     try {

@@ -4,6 +4,7 @@
 #include <limits>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -12,8 +13,12 @@ namespace {
 
 using fl::i18n::codecvt_string_to_ustring;
 
-std::u16string decode(const std::string& text, bool replaceMalformed = true) {
-    return codecvt_string_to_ustring("utf8", replaceMalformed).convert(text.data(), text.size());
+std::u16string decodeLeniently(std::string_view text) {
+    return codecvt_string_to_ustring("utf8", true).convert(text.data(), text.size());
+}
+
+std::u16string decodeStrictly(std::string_view text) {
+    return codecvt_string_to_ustring("utf8", false).convert(text.data(), text.size());
 }
 
 struct Decoding {
@@ -60,13 +65,14 @@ TEST(Utf8Converter, ReplacesMaximalSubpartsOrThrows) {
     for (const Decoding& row : kDecodings) {
         SCOPED_TRACE(testing::PrintToString(row.utf8));
         for (const std::size_t padding : kPaddings)
-            EXPECT_EQ(decode(std::string(padding, 'p') + row.utf8),
-                      std::u16string(padding, u'p') + row.utf16)
-                << "after " << padding;
+            for (const auto& convert : {decodeLeniently, fl::i18n::from_utf8})
+                EXPECT_EQ(convert(std::string(padding, 'p') + row.utf8),
+                          std::u16string(padding, u'p') + row.utf16)
+                    << "after " << padding;
         if (row.wellFormed)
-            EXPECT_EQ(decode(row.utf8, false), row.utf16);
+            EXPECT_EQ(decodeStrictly(row.utf8), row.utf16);
         else
-            EXPECT_THROW(decode(row.utf8, false), std::range_error);
+            EXPECT_THROW(decodeStrictly(row.utf8), std::range_error);
     }
 }
 
@@ -74,6 +80,7 @@ TEST(Utf8Converter, RefusesWhatItCannotConvert) {
     EXPECT_THROW(codecvt_string_to_ustring("utf16", true), std::invalid_argument);
     const auto tooLong = std::size_t{std::numeric_limits<std::int32_t>::max()} + 1;
     EXPECT_THROW(codecvt_string_to_ustring("utf8", true).convert("x", tooLong), std::length_error);
+    EXPECT_THROW(fl::i18n::from_utf8({"x", tooLong}), std::length_error);
 }
 
 TEST(ToString, EncodesPairsWholeAndReplacesLoneSurrogates) {

@@ -28,14 +28,10 @@
 namespace {
 
 namespace docs = reference::docparser::DocResourceParser;
+using fl::i18n::from_utf8;
 using fl::i18n::to_string;
 using reference::docparser::RefItem;
 using reference::property::RefItemLookup;
-
-std::u16string fromUtf8(std::string_view text) {
-    static const fl::i18n::codecvt_string_to_ustring kUtf8("utf8", true);
-    return kUtf8.convert(text.data(), text.size());
-}
 
 /// An editor knows what its user has; here it is everything that the example needs.
 environment::TopLevelProductList installedProducts() {
@@ -50,8 +46,8 @@ environment::TopLevelProductList installedProducts() {
 /// The services run on any thread that reads documentation; those left out stay built in.
 void plugIn(const std::string& docroot, const std::string& language) {
     environment::Services services;
-    services.docDataRoot = [root = fromUtf8(docroot)] { return root; };
-    services.docLanguage = [code = fromUtf8(language)] { return code; };
+    services.docDataRoot = [root = from_utf8(docroot)] { return root; };
+    services.docLanguage = [code = from_utf8(language)] { return code; };
     services.installedTopLevelDocProducts = installedProducts;
     environment::setServices(std::move(services));
 }
@@ -146,7 +142,7 @@ int run(const std::vector<std::string>& arguments) {
         return reportUsage();
     plugIn(arguments[0], arguments[1]);
     const std::string name = nameAt(readLine(arguments[2], *lineNumber), *column);
-    const auto found = find(fromUtf8(name));
+    const auto found = find(from_utf8(name));
     if (!found) {
         std::cerr << "help_card: nothing is known about \"" << name << "\"\n";
         return 1;

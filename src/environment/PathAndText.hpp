@@ -242,6 +242,14 @@ private:
     bool replaceMalformed_;
 };
 
+/// The UTF-16 of a UTF-8 text; malformed input becomes one U+FFFD per maximal subpart. It converts
+/// as `codecvt_string_to_ustring("utf8", true)` does.
+///
+/// @param text the bytes, which may hold NULs.
+/// @throws std::length_error for more than 2^31 - 1 bytes.
+/// @throws std::bad_alloc when memory runs out.
+std::u16string from_utf8(std::string_view text);
+
 /// UTF-16 to the environment's 8-bit form, UTF-8; a lone surrogate becomes U+FFFD.
 std::string to_string(const std::u16string& text);
 

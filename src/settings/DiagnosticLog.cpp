@@ -5,7 +5,6 @@
 #include <boost/log/sources/record_ostream.hpp>
 
 #include "environment/PathAndText.hpp"
-#include "settings/Constants.hpp"
 
 namespace reference::docparser {
 namespace {
@@ -13,8 +12,7 @@ namespace {
 // Boost.Log's conversion to narrow text never ends on a high surrogate at the end of a text, and
 // throws on any other lone surrogate.
 std::u16string makeWellFormed(const std::u16string& text) {
-    const std::string utf8 = fl::i18n::to_string(text);
-    return utf8Converter.convert(utf8.data(), utf8.size());
+    return fl::i18n::from_utf8(fl::i18n::to_string(text));
 }
 
 } // namespace

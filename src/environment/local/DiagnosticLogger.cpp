@@ -20,7 +20,7 @@ std::u16string IException::convert_str(const std::u16string& text) const {
 }
 
 std::u16string IException::convert_str(const std::string& text) const {
-    return fl::i18n::codecvt_string_to_ustring("utf8", true).convert(text.data(), text.size());
+    return fl::i18n::from_utf8(text);
 }
 
 std::u16string IException::ToUstringImpl() const {

@@ -27,9 +27,8 @@ std::u16string docrootOfInstallation() {
     const std::optional<std::filesystem::path> code = findCode();
     const std::filesystem::path datadir =
         code ? code->parent_path() / DOCENVIRONMENT_DATADIR_FROM_CODE : DOCENVIRONMENT_DATADIR;
-    const std::string text =
-        (datadir / "reference-docparser" / "docroot").lexically_normal().string();
-    return fl::i18n::codecvt_string_to_ustring("utf8", true).convert(text.data(), text.size());
+    return fl::i18n::from_utf8(
+        (datadir / "reference-docparser" / "docroot").lexically_normal().string());
 }
 
 /// Found while the code is loaded: later its path may lead elsewhere, for it may be relative to a

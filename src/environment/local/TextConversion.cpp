@@ -33,19 +33,31 @@ bool isAscii(std::u16string_view text) {
 }
 
 /// Decodes into `units`, which has room for one unit per byte, and returns how many there are.
-std::size_t decodeUtf8(const char* text, std::size_t length, bool replaceMalformed,
-                       char16_t* units) {
-    const auto capacity = static_cast<std::int32_t>(length);
+std::size_t decodeUtf8(std::string_view text, bool replaceMalformed, char16_t* units) {
+    const auto capacity = static_cast<std::int32_t>(text.size());
     std::int32_t unitCount = 0;
     UErrorCode status = U_ZERO_ERROR;
     if (replaceMalformed)
-        u_strFromUTF8WithSub(units, capacity, &unitCount, text, capacity, kReplacement, nullptr,
-                             &status);
+        u_strFromUTF8WithSub(units, capacity, &unitCount, text.data(), capacity, kReplacement,
+                             nullptr, &status);
     else
-        u_strFromUTF8(units, capacity, &unitCount, text, capacity, &status);
+        u_strFromUTF8(units, capacity, &unitCount, text.data(), capacity, &status);
     if (U_FAILURE(status))
         throwMalformed();
     return static_cast<std::size_t>(unitCount);
+}
+
+std::u16string decode(std::string_view text, bool replaceMalformed) {
+    const std::size_t length = text.size();
+    if (length > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()))
+        throw std::length_error("text is too long to be decoded");
+    if (length <= kShortText) {
+        std::array<char16_t, kShortText> units;
+        return {units.data(), decodeUtf8(text, replaceMalformed, units.data())};
+    }
+    // Not std::make_unique_for_overwrite, which libc++ has from version 16 on.
+    const std::unique_ptr<char16_t[]> units(new char16_t[length]);
+    return {units.get(), decodeUtf8(text, replaceMalformed, units.get())};
 }
 
 } // namespace
@@ -66,15 +78,11 @@ codecvt_string_to_ustring::codecvt_string_to_ustring(std::string_view encoding,
 }
 
 std::u16string codecvt_string_to_ustring::convert(const char* text, std::size_t length) const {
-    if (length > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()))
-        throw std::length_error("text is too long to be decoded");
-    if (length <= kShortText) {
-        std::array<char16_t, kShortText> units;
-        return {units.data(), decodeUtf8(text, length, replaceMalformed_, units.data())};
-    }
-    // Not std::make_unique_for_overwrite, which libc++ has from version 16 on.
-    const std::unique_ptr<char16_t[]> units(new char16_t[length]);
-    return {units.get(), decodeUtf8(text, length, replaceMalformed_, units.get())};
+    return decode({text, length}, replaceMalformed_);
+}
+
+std::u16string from_utf8(std::string_view text) {
+    return decode(text, true);
 }
 
 std::string to_string(const std::u16string& text) {

@@ -43,17 +43,13 @@ std::uint64_t contentLimitOfPackage(std::uint64_t fileSize) {
     return std::max(kContentOfAnyPackage, times(kMaximumInflation, fileSize));
 }
 
-std::u16string decoded(std::string_view name) {
-    return fl::i18n::codecvt_string_to_ustring("utf8", true).convert(name.data(), name.size());
-}
-
 /// Nothing for a folder, and for an entry whose name cannot be had.
 std::optional<std::u16string> baseNameOfLeaf(zip_t* archive, std::uint64_t index) {
     const char* name = zip_get_name(archive, index, ZIP_FL_ENC_GUESS);
     const std::string_view path = name == nullptr ? "/" : name;
     if (path.ends_with('/'))
         return std::nullopt;
-    return decoded(path.substr(path.rfind('/') + 1));
+    return fl::i18n::from_utf8(path.substr(path.rfind('/') + 1));
 }
 
 /// How many bytes of the file an entry says that it takes up.
@@ -196,7 +192,7 @@ std::u16string ZipArchive::pathOf(const Leaf& leaf) const {
     const std::lock_guard lock(mutex_);
     const char* name =
         archive_ ? zip_get_name(archive_.get(), leaf.index, ZIP_FL_ENC_GUESS) : nullptr;
-    return name == nullptr ? leaf.baseName : decoded(name);
+    return name == nullptr ? leaf.baseName : fl::i18n::from_utf8(name);
 }
 
 std::unique_ptr<zqservices::ContentSource> ZipArchive::openLeaf(const Leaf& leaf) {

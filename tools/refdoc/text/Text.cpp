@@ -44,7 +44,7 @@ std::string toUtf8(std::u16string_view text) {
 }
 
 std::u16string fromUtf8(std::string_view text) {
-    return fl::i18n::codecvt_string_to_ustring("utf8", true).convert(text.data(), text.size());
+    return fl::i18n::from_utf8(text);
 }
 
 bool isPrintable(char32_t character) {
