@@ -67,16 +67,26 @@ TEST_F(AllocationFailureTest, ACollectionHasWholeLocalizedDocumentsAndNothingTha
         known.merge(testsupport::partsOf(collect()));
     }
     writeLookupFiles("");
-    const Rule isKnown = [&known](const std::string& notation) {
-        const auto parts = testsupport::partsOf(notation);
-        const bool isLocalized = parts.contains("g:ZipJa");
-        return std::includes(known.begin(), known.end(), parts.begin(), parts.end()) &&
-               parts.contains("g m=1@ZipJa") == isLocalized &&
-               parts.contains("g n=1@ZipJa") == isLocalized;
+    // Where the localized header is, all localized lookups are, and they are nowhere else.
+    const std::set<std::string> localizedDocuments[] = {
+        {"f:Ja", "f n=1@Ja"},
+        {"p:Ja", "p k=1@Ja"},
+        {"g:ZipJa", "g n=1@ZipJa", "g m=1@ZipJa", "g k=1@ZipJa"},
     };
-    ASSERT_FALSE(isKnown("+f:Zip")) << "the rule tells nothing apart";
+    const Rule isWhole = [&](const std::string& notation) {
+        const auto parts = testsupport::partsOf(notation);
+        const auto isThere = [&parts](const std::string& part) { return parts.contains(part); };
+        return std::includes(known.begin(), known.end(), parts.begin(), parts.end()) &&
+               std::ranges::all_of(localizedDocuments, [&](const auto& document) {
+                   return std::ranges::all_of(document, isThere) ||
+                          std::ranges::none_of(document, isThere);
+               });
+    };
+    for (const char* broken : {"+f:Zip", "+f:Ja n=1@En", "+f:En n=1@Ja", "+g:ZipJa n=1@ZipJa"})
+        ASSERT_FALSE(isWhole(broken)) << broken;
+    ASSERT_TRUE(isWhole(collect()));
     sweep(
-        "getResourceLookupFiles", [] { return collect(); }, isKnown, unchanged());
+        "getResourceLookupFiles", [] { return collect(); }, isWhole, unchanged());
 }
 
 TEST_F(AllocationFailureTest, FilesAreReadWholeOrNotAtAll) {

@@ -144,11 +144,12 @@ TEST_F(FailingCallsTest, ACallThatIsInterruptedOrComesShortOrTooEarlyIsRepeated)
 
 TEST_F(FailingCallsTest, OneLanguageOfAResourceFailsWithoutTheOther) {
     const auto read = [] { return testsupport::notationOf(getResourceFile(u"abc")); };
-    ASSERT_EQ(read(), "f:Ja a=1 b=4 | p:Pack");
+    ASSERT_EQ(read(), "f:Ja a=1 b=4 | p:Ja c=1 d=English");
     std::set<std::string> seen;
     sweep(CallFault::Error, read,
           [&](const std::string&, const std::string& result) { seen.insert(result); });
-    EXPECT_EQ(seen, (std::set<std::string>{"f:Ja a=1 b=4", "f:En a=English | p:Pack"}));
+    EXPECT_EQ(seen, (std::set<std::string>{"f:Ja a=1 b=4 | p:Ja c=1",
+                                           "f:En a=English | p:Pack d=English"}));
 }
 
 TEST_F(FailingCallsTest, AnInstallationThatCannotBeReadThrowsOrHasNoSupportPackages) {

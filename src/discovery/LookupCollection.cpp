@@ -6,12 +6,12 @@
 #include <utility>
 #include <vector>
 
-#include "discovery/DocResourceMerge.hpp"
 #include "discovery/FileNameRules.hpp"
 #include "environment/PathAndText.hpp"
 #include "environment/ZipPackages.hpp"
 #include "fileaccess/ResourceReading.hpp"
 #include "reference/docparser/ParsingTools.hpp"
+#include "resources/DocResourceMerge.hpp"
 #include "resources/ReferenceResource.hpp"
 
 namespace reference::docparser {
@@ -33,7 +33,7 @@ struct ProductScanContext {
 /// What was collected so far.
 struct Collection {
     LookupResources resources;
-    DocResourceMerge merge;
+    LookupMerge merge;
 };
 
 /// Sends each document to the map of its product; when the filter fails, the rest is dropped.
@@ -48,10 +48,10 @@ void mergeDocuments(LookupDocuments documents, bool isLocalized, const ProductFi
         }
         LookupResources& resources = collection.resources;
         LookupDocuments& target = installed ? resources.first : resources.second;
-        auto merged = target.insert(documents.extract(documents.begin()));
-        if (!merged.inserted)
-            collection.merge.mergeDocResource(merged.position->second, merged.node.mapped(),
-                                              isLocalized);
+        insertOrMerge(target, documents.extract(documents.begin()),
+                      [&](auto& held, auto& incoming) {
+                          collection.merge.mergeDocResource(held, incoming, isLocalized);
+                      });
     }
 }
 
@@ -62,7 +62,7 @@ void mergeProductResources(const std::vector<ProductRecord>& records,
     for (const ProductRecord& record : records) {
         LookupDocuments documents;
         try {
-            readResource(record, content);
+            readContent(record, content);
             documents = (*context.parseFunction)(content);
         } catch (...) {
             continue;

@@ -49,11 +49,11 @@ std::string readZipEntry(const ProductZipData& product) {
 
 } // namespace
 
-void readResource(const ProductPathData& product, std::string& content) {
+void readContent(const ProductPathData& product, std::string& content) {
     readPlainFile(product.getFullPath(), content);
 }
 
-void readResource(const ProductZipData& product, std::string& content) {
+void readContent(const ProductZipData& product, std::string& content) {
     std::string().swap(content);
     content = DocResourceParser::openAndReadFile(product);
 }

@@ -6,10 +6,11 @@
 
 namespace reference::docparser {
 
-/// As `openAndReadFile`, for many files one after another: each takes the memory of the one before.
-void readResource(const ProductPathData& product, std::string& content);
+/// Replaces `content` by what `openAndReadFile` gives. For many files one after another: each takes
+/// the memory of the one before.
+void readContent(const ProductPathData& product, std::string& content);
 
-/// The same for entries of packages, whose memory is given up before the next one is read.
-void readResource(const ProductZipData& product, std::string& content);
+/// The same for entries of packages, but the memory of the one before is given up first.
+void readContent(const ProductZipData& product, std::string& content);
 
 } // namespace reference::docparser

@@ -25,9 +25,12 @@ RefItemLookup readLookup(const boost::json::object& item) {
     const std::array members{&member::kName, &member::kRefPurpose, &member::kHref,
                              &member::kType, &member::kFcnType,    &member::kDeprecated};
     const auto [name, purpose, href, type, functionType, deprecated] = findMembers(item, members);
-    return {getFluString(requireMember(name), Utf8),    readEnum<RefEntityType>(type),
-            getFluString(requireMember(purpose), Utf8), deprecated != nullptr,
-            getFluString(requireMember(href), Ascii),   readEnum<FunctionType>(functionType)};
+    std::u16string nameText = getFluString(requireMember(name), Utf8);
+    std::u16string purposeText = getFluString(requireMember(purpose), Utf8);
+    std::u16string hrefText = getFluString(requireMember(href), Ascii);
+    const auto entityType = readEnum<RefEntityType>(type);
+    return {std::move(nameText),   entityType,          std::move(purposeText),
+            deprecated != nullptr, std::move(hrefText), readEnum<FunctionType>(functionType)};
 }
 
 } // namespace

@@ -27,9 +27,9 @@ using reference::property::SyntaxType;
 namespace json = boost::json;
 
 RefEntity readRefEntity(const json::object& entity) {
-    return {readEnumMember<RefEntityType>(entity, member::kType),
-            getFluString(entity, member::kName, Utf8),
-            readEnumMember<FunctionType>(entity, member::kFcnType)};
+    const auto entityType = readEnumMember<RefEntityType>(entity, member::kType);
+    const auto functionType = readEnumMember<FunctionType>(entity, member::kFcnType);
+    return {entityType, getFluString(entity, member::kName, Utf8), functionType};
 }
 
 AppThumbnail readAppThumbnail(const json::object& item) {
@@ -42,8 +42,8 @@ AppThumbnail readAppThumbnail(const json::object& item) {
 }
 
 SyntaxGroup readSyntaxGroup(const json::object& group) {
-    return {getFluString(group, member::kTitle, Utf8),
-            readEnumMember<SyntaxType>(group, member::kSyntaxType),
+    const auto syntaxType = readEnumMember<SyntaxType>(group, member::kSyntaxType);
+    return {getFluString(group, member::kTitle, Utf8), syntaxType,
             readTexts(getJsonArray(getMember(group, member::kSyntax)), Ascii)};
 }
 
@@ -65,8 +65,13 @@ StringParsingType argumentNameParsing(const std::vector<RefEntity>& entities) {
     return hasApp ? Utf8 : Ascii;
 }
 
-/// Appends the item to those of its href.
-void appendRefItem(const json::object& item, std::u16string&& href, std::vector<RefItem>& items) {
+using RefItems = decltype(DocResource<RefItem>::items);
+
+/// Appends the item to those of its href, and returns where these are. They are looked for close
+/// to `hint` first.
+RefItems::iterator appendRefItem(const json::object& item, RefItems& items,
+                                 RefItems::iterator hint) {
+    std::u16string href = getFluString(item, member::kHref, Ascii);
     std::u16string purpose = getFluString(item, member::kRefPurpose, Utf8);
     auto entities = readObjects(item, member::kRefEntity, readRefEntity);
     std::u16string packageName = getFluStringWithFallback(item, member::kPackageName, Ascii);
@@ -82,11 +87,13 @@ void appendRefItem(const json::object& item, std::u16string&& href, std::vector<
     auto seeAlso = readObjects(item, member::kSeeAlso, readSeeAlsoLink);
     auto examples = readObjects(item, member::kExamples, readExampleLink);
     auto parameters = parseParameters(item, href);
-    items.emplace_back(std::move(href), std::move(entities), std::move(packageName),
-                       std::move(purpose), std::move(introduced), std::move(description),
-                       std::move(thumbnail), deprecation, std::move(syntaxGroups),
-                       std::move(inputGroups), std::move(outputs), std::move(propertyGroups),
-                       std::move(seeAlso), std::move(examples), std::move(parameters));
+    const auto entry = items.try_emplace(hint, href);
+    entry->second.emplace_back(
+        std::move(href), std::move(entities), std::move(packageName), std::move(purpose),
+        std::move(introduced), std::move(description), std::move(thumbnail), deprecation,
+        std::move(syntaxGroups), std::move(inputGroups), std::move(outputs),
+        std::move(propertyGroups), std::move(seeAlso), std::move(examples), std::move(parameters));
+    return entry;
 }
 
 } // namespace
@@ -95,12 +102,8 @@ DocResource<RefItem> parseRefItemDocResource(const json::value& document) {
     DocResource<RefItem> resource{getHeaderInfo(document), {}};
     // Documents mostly come in href order: the previous entry is the hint for the next one.
     auto entry = resource.items.end();
-    for (const json::value& element : getJsonArray(document, member::kRefItems)) {
-        const json::object& item = getJsonObject(element);
-        std::u16string href = getFluString(item, member::kHref, Ascii);
-        entry = resource.items.try_emplace(entry, href);
-        appendRefItem(item, std::move(href), entry->second);
-    }
+    for (const json::value& element : getJsonArray(document, member::kRefItems))
+        entry = appendRefItem(getJsonObject(element), resource.items, entry);
     return resource;
 }
 

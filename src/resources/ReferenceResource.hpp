@@ -2,16 +2,10 @@
 
 #include <map>
 #include <string>
-#include <type_traits>
-#include <utility>
 
-#include <boost/json/monotonic_resource.hpp>
-
-#include "jsontext/Parsing.hpp"
-#include "jsontools/JsonAccess.hpp"
-#include "resources/LookupDocument.hpp"
-#include "resources/RefItemDocument.hpp"
-#include "settings/MemberNames.hpp"
+#include "environment/ReferenceProperty.hpp"
+#include "reference/docparser/DocResource.hpp"
+#include "reference/docparser/RefItem.hpp"
 
 namespace reference::docparser {
 
@@ -20,33 +14,21 @@ namespace reference::docparser {
 template <typename T>
 using ParsedResource = std::map<std::u16string, DocResource<T>>;
 
+/// Parses the text of a resource file whose items are of type `T`. Of several documents with one
+/// key the first stays.
+///
+/// @throws boost::system::system_error for text that is not JSON.
+/// @throws DocParserException when any of the documents breaks the format.
 template <typename T>
-DocResource<T> parseDocResource(const boost::json::value& document) {
-    if constexpr (std::is_same_v<T, RefItem>)
-        return parseRefItemDocResource(document);
-    else
-        return parseLookupDocResource(document);
-}
+ParsedResource<T> parseReferenceResource(const std::string& content);
 
-/// Parses the text of a resource file whose items are of type `T`, `RefItem` or `RefItemLookup`.
-/// Of several documents with one key the first stays. Throws what Boost.JSON throws for text that
-/// is not JSON, and `DocParserException` for any document that breaks the format.
-template <typename T>
-ParsedResource<T> parseReferenceResource(const std::string& content) {
-    ParsedResource<T> documents;
-    boost::json::monotonic_resource arena(1024);
-    const boost::json::value root = jsontext::parse(content, member::kAllNames, &arena);
-    DocResource<T> main = parseDocResource<T>(root);
-    const std::u16string& helpFolder = main.header.getHelpFolder();
-    documents.try_emplace(helpFolder, std::move(main));
-    if (const auto* packages = findMember(getJsonObject(root), member::kSupportPackages)) {
-        for (const auto& element : DocResourceParser::ParsingTools::getJsonArray(*packages)) {
-            DocResource<T> package = parseDocResource<T>(element);
-            const std::u16string& baseCode = package.header.getBaseCode();
-            documents.try_emplace(baseCode, std::move(package));
-        }
-    }
-    return documents;
-}
+/// Of a lookup file.
+template <>
+ParsedResource<reference::property::RefItemLookup>
+parseReferenceResource(const std::string& content);
+
+/// Of a full reference file.
+template <>
+ParsedResource<RefItem> parseReferenceResource(const std::string& content);
 
 } // namespace reference::docparser

@@ -6,6 +6,7 @@
 
 #include "environment/PathAndText.hpp"
 #include "reference/docparser/ParsingTools.hpp"
+#include "resources/DocResourceMerge.hpp"
 #include "resources/ReferenceResource.hpp"
 
 namespace reference::docparser::DocResourceParser {
@@ -20,26 +21,11 @@ std::u16string makePath(const std::u16string& folder, const std::u16string& file
 }
 
 // A file that cannot be read or parsed counts as empty.
-ParsedResource<RefItem> readResource(const std::u16string& path) {
+ParsedResource<RefItem> readDocumentsOrNone(const std::u16string& path) {
     try {
         return parseReferenceResource<RefItem>(openAndReadFile(path));
     } catch (...) {
         return {};
-    }
-}
-
-// The localized header and, per href, the localized items win; what only English has stays.
-void overlayDocument(DocResource<RefItem>& english, DocResource<RefItem>& localized) {
-    localized.items.merge(english.items);
-    english.header = std::move(localized.header);
-    english.items = std::move(localized.items);
-}
-
-void overlayResource(ParsedResource<RefItem>& english, ParsedResource<RefItem>& localized) {
-    while (!localized.empty()) {
-        auto moved = english.insert(localized.extract(localized.begin()));
-        if (!moved.inserted)
-            overlayDocument(moved.position->second, moved.node.mapped());
     }
 }
 
@@ -48,16 +34,16 @@ void overlayResource(ParsedResource<RefItem>& english, ParsedResource<RefItem>& 
 std::map<std::u16string, DocResource<RefItem>> getResourceFile(const std::u16string& name) {
     const auto roots = getReferenceRoots();
     const std::u16string& folder = roots->referenceApiFolder;
-    auto english = readResource(makePath(folder, name + ParsingTools::kDotJsonExt));
+    auto english = readDocumentsOrNone(makePath(folder, name + ParsingTools::kDotJsonExt));
 
     const std::u16string locale = ParsingTools::getCurrentLocale();
     if (locale == ParsingTools::kEnglishLocale)
         return english;
-    auto localized = readResource(makePath(folder, name + ParsingTools::kLocaleSeparator + locale +
-                                                       ParsingTools::kDotJsonExt));
+    auto localized = readDocumentsOrNone(makePath(folder, name + ParsingTools::kLocaleSeparator +
+                                                              locale + ParsingTools::kDotJsonExt));
     if (english.empty())
         return localized;
-    overlayResource(english, localized);
+    overlayLocalized(english, localized);
     return english;
 }
 

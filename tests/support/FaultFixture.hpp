@@ -48,7 +48,7 @@ protected:
     FaultFixture() {
         writeLookupFiles({});
         root.referenceFile("abc.json", kReferenceText);
-        root.referenceFile("abc_ja.json", referenceText("f:Ja a=1 b=4"));
+        root.referenceFile("abc_ja.json", referenceText("f:Ja a=1 b=4 | p:Ja c=1"));
         root.writeFile("installedProducts.json", R"([{"shortName": "f"}, {"shortName": "g"}])");
         root.makeFolder("supportPackages/p");
         environment::setServices(builtInHost());
@@ -114,7 +114,8 @@ protected:
             "parameters": [{"name": "z", "purpose": "Z"}]
 }],
         "supportPackages": [{"productName": "Pack", "baseCode": "p", "helpFolder": "",
-                             "helpLocation": "", "refItems": []}]
+                             "helpLocation": "",
+                             "refItems": [{"href": "d", "refpurpose": "English"}]}]
 })json";
 };
 

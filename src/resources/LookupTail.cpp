@@ -1,4 +1,4 @@
-#include "discovery/LookupTail.hpp"
+#include "resources/LookupTail.hpp"
 
 #include <algorithm>
 #include <iterator>
