@@ -23,6 +23,7 @@
 #include "environment/Services.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 #include "reference/docparser/ParsingTools.hpp"
+#include "settings/SupportPackageCache.hpp"
 #include "support/LookupFixture.hpp"
 #include "support/ResourceNotation.hpp"
 
@@ -45,7 +46,7 @@ std::size_t lockOf(const pthread_mutex_t* mutex) {
         return kOther;
     std::size_t lock = 0;
     for (std::mutex* known :
-         {&referenceRootsMutex, &topLevelProductsMutex, &supportPackageCacheMutex}) {
+         {&referenceRootsMutex, &topLevelProductsMutex, &supportPackageCache.mutex()}) {
         if (known->native_handle() == mutex)
             break;
         ++lock;

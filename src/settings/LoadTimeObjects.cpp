@@ -18,6 +18,7 @@
 #include "settings/DiagnosticLog.hpp"
 #include "settings/MemberNames.hpp"
 #include "settings/ProcessState.hpp"
+#include "settings/SupportPackageCache.hpp"
 
 namespace reference::docparser::member {
 namespace {
@@ -86,8 +87,7 @@ std::mutex& topLevelProductsMutex = *new std::mutex();
 TopLevelProductsProvider& topLevelProductsProvider =
     *new TopLevelProductsProvider(defaultTopLevelProductsProvider);
 
-std::mutex& supportPackageCacheMutex = *new std::mutex();
-SupportPackageSet& supportPackageCache = *new SupportPackageSet();
+SupportPackageCache& supportPackageCache = *new SupportPackageCache();
 
 const fl::i18n::codecvt_ascii_to_ustring& asciiConverter =
     *new fl::i18n::codecvt_ascii_to_ustring();

@@ -3,35 +3,28 @@
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <string>
-#include <unordered_set>
 #include <vector>
 
 #include "environment/DocProducts.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
 
-/// The library's only mutable state: three immutable snapshots, each behind a mutex of its own.
+/// The library's only mutable state: three immutable snapshots, each behind a mutex of its own. Two
+/// stand here; the third, the names of the support packages, is that of `SupportPackageCache.hpp`.
 ///
 /// Lock order: what needs both `referenceRootsMutex` and `topLevelProductsMutex` takes them by
-/// deadlock-avoiding acquisition. `supportPackageCacheMutex` may be taken inside the two, or
+/// deadlock-avoiding acquisition. The mutex of the support packages may be taken inside the two, or
 /// together with `topLevelProductsMutex` by the same acquisition; neither of the others is taken
 /// inside it. Readers copy a snapshot under its mutex and work on it without.
 namespace reference::docparser {
 
 using doc_products_shared::TopLevelProductList;
 using TopLevelProductsProvider = std::function<TopLevelProductList()>;
-using SupportPackageSet = std::shared_ptr<const std::unordered_set<std::u16string>>;
 using RootsSnapshot = std::shared_ptr<const DocResourceParser::ReferenceRoots>;
 
 /// Guards `topLevelProductsProvider`, and is held while the provider runs.
 extern std::mutex& topLevelProductsMutex;
-/// Tells which top-level products are installed; never empty.
+/// Lists the installed top-level products; never empty.
 extern TopLevelProductsProvider& topLevelProductsProvider;
-
-/// Guards `supportPackageCache`, and is held while the cache is filled.
-extern std::mutex& supportPackageCacheMutex;
-/// The names of the installed hardware support packages; null until the first question.
-extern SupportPackageSet& supportPackageCache;
 
 /// Guards `currentReferenceRoots`, and is held while roots are made.
 extern std::mutex& referenceRootsMutex;

@@ -8,6 +8,7 @@
 #include "environment/DocProducts.hpp"
 #include "settings/Constants.hpp"
 #include "settings/ProcessState.hpp"
+#include "settings/SupportPackageCache.hpp"
 
 namespace reference::docparser {
 
@@ -48,16 +49,11 @@ void setReferenceRoot(std::u16string root) {
     currentReferenceRoots = std::make_shared<const ReferenceRoots>(std::move(root));
 }
 
-void clearSupportPackageCache() {
-    const std::lock_guard lock(supportPackageCacheMutex);
-    supportPackageCache.reset();
-}
-
 void restoreDefaultSettings() {
     const std::scoped_lock rootsAndProducts(referenceRootsMutex, topLevelProductsMutex);
     currentReferenceRoots = std::make_shared<const ReferenceRoots>();
     TopLevelProductsProvider(defaultTopLevelProductsProvider).swap(topLevelProductsProvider);
-    clearSupportPackageCache();
+    supportPackageCache.clear();
 }
 
 } // namespace DocResourceParser

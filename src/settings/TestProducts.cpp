@@ -10,6 +10,7 @@
 #include "environment/DocProducts.hpp"
 #include "environment/PathAndText.hpp"
 #include "settings/ProcessState.hpp"
+#include "settings/SupportPackageCache.hpp"
 
 namespace reference::docparser::DocResourceParser {
 namespace {
@@ -32,12 +33,12 @@ TopLevelProductList makeTestProducts(const std::vector<std::u16string>& names) {
 
 void setTestProducts(const std::vector<std::u16string>& products,
                      const std::vector<std::u16string>& supportPackages) {
-    const std::scoped_lock productsAndPackages(topLevelProductsMutex, supportPackageCacheMutex);
+    const std::scoped_lock productsAndPackages(topLevelProductsMutex, supportPackageCache.mutex());
     TopLevelProductsProvider([list = makeTestProducts(products)] {
         return list;
     }).swap(topLevelProductsProvider);
-    supportPackageCache = std::make_shared<const std::unordered_set<std::u16string>>(
-        supportPackages.begin(), supportPackages.end(), supportPackages.size());
+    supportPackageCache.replaceLocked(std::make_shared<const std::unordered_set<std::u16string>>(
+        supportPackages.begin(), supportPackages.end(), supportPackages.size()));
 }
 
 } // namespace reference::docparser::DocResourceParser
