@@ -33,12 +33,13 @@ std::string textOf(const ProductFiles& files) {
     return text;
 }
 
-/// A file that cannot be opened for want of memory the built-in list of products reports as such.
+/// When memory runs out as the list of products is opened, the built-in service reports the file as
+/// one that cannot be read.
 std::string askWhether(const std::u16string& name) {
     try {
         return isProductInstalled(name) ? "yes" : "no";
     } catch (const std::runtime_error&) {
-        return "not told";
+        return "no answer";
     }
 }
 
@@ -78,7 +79,7 @@ TEST_F(SettingsFailureTest, SettingsChangeWholeOrNotAtAll) {
             getHardwareSupportPackages();
         },
         before);
-    // The products are in place before the set of support packages is made.
+    // The products are set before the set of support packages is made.
     const auto setProducts = [] {
         setTestProducts({u"one", u"another with a long name"}, {u"two", u"two", u"three"});
     };
@@ -89,7 +90,7 @@ TEST_F(SettingsFailureTest, SettingsChangeWholeOrNotAtAll) {
                 [&](const std::string& text) { return beforeOr(changed)(text) || text == half; });
 }
 
-TEST_F(SettingsFailureTest, WhatIsInstalledIsToldOrThrows) {
+TEST_F(SettingsFailureTest, WhatIsInstalledIsKnownOrThrows) {
     sweep("getReferenceRoots", [] { return to_string(getReferenceRoots()->referenceRoot); });
     sweep("ReferenceRoots", [] { return to_string(ReferenceRoots().referenceApiFolder); });
     sweep(
@@ -98,17 +99,17 @@ TEST_F(SettingsFailureTest, WhatIsInstalledIsToldOrThrows) {
             try {
                 return namesOfProducts();
             } catch (const std::runtime_error&) {
-                return "not told";
+                return "no answer";
             }
         },
-        oneOf({"f g ", "not told"}), unchanged());
+        oneOf({"f g ", "no answer"}), unchanged());
     sweep("getHardwareSupportPackages", namesOfPackages, oneOf({"p ", ""}), unchanged());
     sweep(
         "isProductInstalled, by a product", [] { return askWhether(u"g"); },
-        oneOf({"yes", "not told"}), unchanged());
+        oneOf({"yes", "no answer"}), unchanged());
     sweep(
         "isProductInstalled, by a support package", [] { return askWhether(u"p"); },
-        oneOf({"yes", "no", "not told"}), unchanged());
+        oneOf({"yes", "no", "no answer"}), unchanged());
     sweep("getSupportedDocLocales", [] {
         std::string text;
         for (const std::u16string& locale : getSupportedDocLocales())
@@ -144,7 +145,7 @@ TEST_F(SettingsFailureTest, JsonToolsGiveTheWholeTextOrThrow) {
     sweep("UTF-8", [&] { return to_string(getFluString(object, "umlauts", Utf8)); });
     sweep("fallback", [&] { return to_string(getFluStringWithFallback(object, "plain", Utf8)); });
     sweep("header", [&] { return to_string(getHeaderInfo(document).getHelpFolder()); });
-    // The exception itself is an allocation that may fail, but never is lost.
+    // The allocation of the exception itself may fail, but the exception is never lost.
     const auto caught = [](const auto& use) -> std::string {
         try {
             use();

@@ -14,7 +14,7 @@
 #include "support/RefItemDescription.hpp"
 
 // libzip loses the state of a layer, 216 bytes at most, when the layer itself cannot be allocated.
-// That function is found in a stack only by looking through libzip's own frames.
+// Only an unwinder that sees libzip's own frames finds that function in a stack.
 #pragma GCC visibility push(default)
 extern "C" const char* __lsan_default_suppressions() {
     return "leak:zip_fopen_index_encrypted";
@@ -67,7 +67,7 @@ TEST_F(AllocationFailureTest, ACollectionHasWholeLocalizedDocumentsAndNothingTha
         known.merge(testsupport::partsOf(collect()));
     }
     writeLookupFiles("");
-    // Where the localized header is, all localized lookups are, and they are nowhere else.
+    // The result has all of a localized document, header and lookups, or none of it.
     const std::set<std::string> localizedDocuments[] = {
         {"f:Ja", "f n=1@Ja"},
         {"p:Ja", "p k=1@Ja"},
@@ -105,7 +105,7 @@ TEST_F(AllocationFailureTest, FilesAreReadWholeOrNotAtAll) {
             ProductZipData(u"x", false, package.leaves().front(), &package.manager()));
     };
     sweep(
-        "leaf",
+        "entry",
         [&]() -> std::string {
             try {
                 return readLeaf();

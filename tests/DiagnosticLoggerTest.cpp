@@ -82,7 +82,7 @@ TEST(DiagnosticLogger, EveryThreadsRecordHasItsOwnSeverity) {
         ASSERT_EQ(record.message, std::to_string(record.severity));
 }
 
-/// A filter of the host, which runs while a record is being opened, logs as well.
+/// A filter of the host that logs, while a record is being opened.
 TEST(DiagnosticLogger, AFilterMayLog) {
     const LogCapture capture;
     Logger logger("test::filter");

@@ -56,7 +56,7 @@ TEST(GetAllProductsTest, TheNameSaysLanguageAndKind) {
                   kSuffixes,
                   u"_ja",
                   "|"},
-             // Suffixes that end one another, and others than the callers of the library have.
+             // Suffixes that end one another, and suffixes that the library's callers do not use.
              Case{{"a_CN.json", "a_zh_CN.json"}, {u"_CN", u"_zh_CN"}, u"_zh_CN", "a_zh_CN* |"},
              Case{{"a_CN.json", "a_zh_CN.json"}, {u"_zh_CN"}, u"_CN", "a_CN a_zh_CN* |"},
              Case{{"a.json", "a_ja.json"}, {}, u"_ja", "a a_ja |"},
@@ -74,7 +74,7 @@ TEST(GetAllProductsTest, TheNameSaysLanguageAndKind) {
 
 TEST(GetAllProductsTest, FilesComeInTheOrderOfTheirUtf16NamesWithTheirPaths) {
     const ScopedRoot root;
-    // As bytes U+FF41 would come before U+1F600.
+    // In the order of bytes U+FF41 would come before U+1F600.
     const std::vector<std::u8string> ordered = {u8"A.json", u8"a b.json",        u8"a.json",
                                                 u8"é.json", u8"\U0001F600.json", u8"\uFF41.json"};
     for (auto name = ordered.rbegin(); name != ordered.rend(); ++name)

@@ -26,13 +26,13 @@ using testsupport::CallFault;
 using testsupport::FaultyCall;
 using testsupport::partsOf;
 
-/// How often each call failed.
+/// How often each call has failed.
 using Failures = std::map<std::string, int>;
 using Check = std::function<void(const std::string& call, const std::string& result)>;
 
 class FailingCallsTest : public testsupport::FaultFixture {
 protected:
-    /// Lets the 1st, 2nd, 3rd ... call of `use` that can fail so do it, until a run completes.
+    /// Makes the 1st, 2nd, 3rd ... call of `use` fail in this way, until a run completes.
     static Failures sweep(
         CallFault fault, const std::function<std::string()>& use, const Check& check,
         const std::function<void()>& prepare = [] {}) {
@@ -58,7 +58,7 @@ protected:
         }
     }
 
-    /// What is collected when one file or leaf, or the package, is missing.
+    /// The collections without one file, without one entry, and without the package.
     std::set<std::string> collectionsLackingOne() const {
         std::set<std::string> collections;
         for (const auto& [name, notation] : kLookupFiles) {
@@ -74,7 +74,7 @@ protected:
 
 TEST_F(FailingCallsTest, AFileThatFailsCostsThatFileAndNoOther) {
     environment::setServices(host());
-    // What it is must be looked up.
+    // The kind of such an entry must be looked up.
     fs::rename(root.lookupFolder() / "c.json", root.nativePathOf("c.json"));
     fs::create_symlink(root.nativePathOf("c.json"), root.lookupFolder() / "c.json");
     const std::string whole = collect();
@@ -88,14 +88,13 @@ TEST_F(FailingCallsTest, AFileThatFailsCostsThatFileAndNoOther) {
         });
     const std::set<std::string> lackingOne = collectionsLackingOne();
     EXPECT_EQ(lackingOne.size(), kLookupFiles.size() + 1);
-    // Each of them is lost by some failure, and a failure to size or close what is broken loses
-    // none.
+    // Some failure loses each of them; a failure to size or close a broken file loses none.
     ofFiles.erase(whole);
     EXPECT_EQ(ofFiles, lackingOne);
     for (const char* call : {"opendir", "readdir", "fstatat", "stat", "open", "fstat", "pread"})
         EXPECT_TRUE(failures.contains(call)) << call;
 
-    // What was read of a folder before it fails counts.
+    // Entries that were read before the folder failed count.
     EXPECT_TRUE(ofFolder.contains(""));
     EXPECT_GT(ofFolder.size(), 2U);
     std::set<std::string> known = partsOf(whole);
@@ -166,7 +165,7 @@ TEST_F(FailingCallsTest, AnInstallationThatCannotBeReadThrowsOrHasNoSupportPacka
     sweep(
         CallFault::Error, use,
         [&seen](const std::string&, const std::string& result) { seen.insert(result); },
-        // Of another size each time, so that it is read anew.
+        // The size differs each time, so that the file is read again.
         [&] { root.writeFile("installedProducts.json", text += ' '); });
     EXPECT_EQ(seen, (std::set<std::string>{"no", "throws"}));
 }

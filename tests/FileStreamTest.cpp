@@ -34,7 +34,7 @@ std::string readUpTo(std::istream& file, std::streamsize count) {
     return text + std::to_string(file.gcount());
 }
 
-/// One use of a stream; the number says how much or where.
+/// One use of a stream; the number is a size or a position.
 using Use = std::function<std::string(std::istream& file, int number)>;
 
 const std::pair<const char*, Use> kUses[] = {
@@ -70,7 +70,7 @@ const std::pair<const char*, Use> kUses[] = {
      }},
 };
 
-constexpr std::size_t kSize = 25'000; // some windows of any buffer
+constexpr std::size_t kSize = 25'000; // several windows of any buffer
 
 std::string someLines() {
     std::string text;

@@ -31,7 +31,7 @@ using testsupport::ZipFile;
 
 class HostileFilesTest : public testsupport::HostileFixture {
 protected:
-    /// Removes what lies at `path` first.
+    /// Removes the file at `path` first.
     void lay(const Trap& trap, const fs::path& path) const {
         root.remove(path);
         trap.lay(root.nativePathOf(path));
@@ -115,7 +115,8 @@ TEST_F(HostileFilesTest, WhatMayNotBeReadCostsNoOther) {
         EXPECT_EQ(read(u"odd"), "");
         EXPECT_EQ(readSoundResource(), kSoundResource);
     }
-    // A folder that can be listed only has names, one that can be entered only has files.
+    // A folder that can be listed but not entered has names, one that can be entered but not listed
+    // has files.
     for (const auto& [mode, resource] :
          {std::pair(fs::perms::none, ""), {kList, ""}, {kEnter, kSoundResource}}) {
         fs::permissions(root.lookupFolder(), mode);
@@ -161,9 +162,9 @@ TEST_F(HostileFilesTest, AnyResourceNameIsOnlyLookedFor) {
 
 class ChangingFilesTest : public HostileFilesTest {
 protected:
-    /// Does `disturb` again and again while products are collected and resources are read. Of what
-    /// it changes, "m" in plain files, "n" in packages and the resource "odd", each is read whole
-    /// or not at all.
+    /// Calls `disturb` again and again while products are collected and resources are read. What it
+    /// changes, "m" in plain files, "n" in packages and the resource "odd", must be read whole or
+    /// not at all.
     template <typename Disturb>
     void checkWhile(Disturb disturb) const {
         constexpr int kRounds = 150;

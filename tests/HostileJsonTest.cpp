@@ -27,12 +27,12 @@ std::string repeated(std::string_view text, std::size_t count) {
     return result;
 }
 
-/// An object with one more member, the last one.
+/// The object with one more member behind the others.
 std::string withMember(const std::string& object, const std::string& member) {
     return object.substr(0, object.size() - 1) + ',' + member + '}';
 }
 
-/// A text that is UTF-8 as far as it is ASCII.
+/// The UTF-16 bytes of an ASCII text, behind a byte order mark.
 std::string utf16(const std::string& text, bool isLittleEndian) {
     std::string units = isLittleEndian ? "\xFF\xFE" : "\xFE\xFF";
     for (const char character : text)
@@ -40,7 +40,7 @@ std::string utf16(const std::string& text, bool isLittleEndian) {
     return units;
 }
 
-/// Does not print what may be very long.
+/// Compares without printing, because the texts may be very long.
 void expectSame(const std::string& actual, const std::string& expected) {
     EXPECT_TRUE(actual == expected) << actual.substr(0, 300);
 }
@@ -52,8 +52,8 @@ protected:
         std::string product = "Odd";
     };
 
-    /// Lays `change(document)` everywhere where documents are read. It is lost everywhere or read
-    /// everywhere, and the sound ones stay the same.
+    /// Puts `change(document)` wherever documents are read. It must be lost everywhere or read
+    /// everywhere, and the sound documents must stay the same.
     template <typename Change>
     void check(Change change, const Expected& expected) const {
         root.lookupFile("m.json", change(lookupText("m:Odd n=1")));
@@ -146,7 +146,7 @@ TEST_F(HostileJsonTest, NumbersAndWordsNeedOnlyBeJson) {
              Case{"[1,]"},
          }) {
         SCOPED_TRACE(value.substr(0, 30));
-        // Nobody reads the first one, nor the second one here, which items have.
+        // No parser reads the first one, nor the second one here, which only items have.
         checkMember("\"x\":" + value, {isRead});
         checkMember("\"deprecated\":" + value, {isRead});
     }
@@ -163,12 +163,10 @@ TEST_F(HostileJsonTest, DocumentsMayBe32LevelsDeep) {
     for (const auto& [what, value, isRead] : {
              Case{"lists", repeated("[", 31) + repeated("]", 31), true},
              Case{"objects", repeated(read, 30) + "{}" + repeated("}", 30), true},
-             Case{"objects that nobody reads", repeated(unread, 30) + "{}" + repeated("}", 30),
-                  true},
+             Case{"unread objects", repeated(unread, 30) + "{}" + repeated("}", 30), true},
              Case{"lists, 1 too deep", repeated("[", 32) + repeated("]", 32)},
              Case{"objects, 1 too deep", repeated(read, 31) + "{}" + repeated("}", 31)},
-             Case{"objects that nobody reads, 1 too deep",
-                  repeated(unread, 31) + "{}" + repeated("}", 31)},
+             Case{"unread objects, 1 too deep", repeated(unread, 31) + "{}" + repeated("}", 31)},
              Case{"lists, far too deep", repeated("[", 100'000) + repeated("]", 100'000)},
              Case{"objects, far too deep", repeated(read, 100'000) + "1" + repeated("}", 100'000)},
              Case{"lists that do not end", repeated("[", 1'000'000)},
@@ -186,7 +184,7 @@ TEST_F(HostileJsonTest, OfMembersWithOneNameTheLastCounts) {
     checkMember(R"("refItems":1)", {false});
     checkMember(R"("supportPackages":1,"supportPackages":[])", {true});
     checkMember(repeated(R"("x":1,)", 100'000) + R"("x":2)", {true});
-    // Names that differ in what lies behind a NUL are two.
+    // Names that differ only behind a NUL are different names.
     checkMember(R"("productName\u0000":"Last")", {true});
 }
 

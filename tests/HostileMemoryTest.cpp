@@ -26,7 +26,8 @@ constexpr std::size_t kMebibyte = 1 << 20;
 
 class HostileMemoryTest : public testsupport::HostileFixture {
 protected:
-    /// The most memory that a collection takes, the sound products' own included, and its result.
+    /// The most memory that a collection takes, including that of the sound products, and its
+    /// result.
     static std::pair<std::size_t, std::string> measureCollection() {
         const testsupport::HeapPeak peak;
         const LookupResources resources = DocResourceParser::getResourceLookupFiles();
@@ -99,7 +100,7 @@ TEST_F(HostileMemoryTest, ADocumentTakesASmallMultipleOfItsText) {
     struct Row {
         const char* what;
         std::string text;
-        std::size_t multiple = 4; // of what nobody reads nothing is kept
+        std::size_t multiple = 4; // nothing is kept of unread members
     };
     const Row rows[] = {
         {"blanks", repeated(" ")},
@@ -121,7 +122,7 @@ TEST_F(HostileMemoryTest, ADocumentTakesASmallMultipleOfItsText) {
     }
     root.remove(root.lookupFolder() / "m.json");
 
-    // Of a small package no more values are kept than of documentation of its size.
+    // A small package keeps no more values than documentation of its size.
     const std::string numbers = begin + ",\"refItems\":[" + repeated("0,");
     std::string many = numbers;
     while (many.size() < 30 * kMebibyte)

@@ -33,7 +33,7 @@ const std::string kWhole = "-m:Odd a=1@Odd t=1@Odd z=1@Odd | ";
 const std::string kOthers = "-m:Odd a=1@Odd z=1@Odd | ";
 const std::string kNothing;
 
-/// Of an entry that is encrypted by AES-256 and compressed by method 8.
+/// The extra field of an entry that is encrypted by AES-256 and compressed by method 8.
 const std::string kAesField = littleEndian(0x9901, 2) + littleEndian(7, 2) + littleEndian(2, 2) +
                               "AE" + littleEndian(3, 1) + littleEndian(8, 2);
 
@@ -98,7 +98,7 @@ TEST_F(HostileZipTest, ADamagedEntryCostsNoOther) {
     }
 }
 
-/// A document that is `size` bytes long, of which `noise` bytes can hardly be compressed.
+/// A document of `size` bytes, `noise` of which can hardly be compressed.
 std::string padded(const std::string& notation, std::size_t size, std::size_t noise = 0) {
     std::string text = lookupText(notation);
     std::minstd_rand random;
@@ -120,7 +120,7 @@ TEST_F(HostileZipTest, ContentBeyond64TimesWhatIsStoredIsLost) {
     } rows[] = {
         {"32 MiB", ZipFile().add("m.json", padded("m:Odd n=1", kAnyEntry)), "-m:Odd n=1@Odd | "},
         {"1 byte more", ZipFile().add("m.json", padded("m:Odd n=1", kAnyEntry + 1)), ""},
-        // These deflate to three quarters of their noise.
+        // The noise deflates to three quarters of its size.
         {"50 times", ZipFile().add("m.json", padded("m:Odd n=1", 40 * kMebibyte, kMebibyte)),
          "-m:Odd n=1@Odd | "},
         {"100 times", ZipFile().add("m.json", padded("m:Odd n=1", 90 * kMebibyte, kMebibyte)), ""},
@@ -176,7 +176,7 @@ TEST_F(HostileZipTest, OnlyTheFilesOwnEndRecordIsFollowed) {
         package.write(root.lookupFolder() / "m.zip");
         EXPECT_EQ(collect(), soundAnd(read)) << what;
     }
-    // Each record that is followed costs the whole directory.
+    // A reader that follows a record reads the whole directory.
     ZipFile package;
     package.add("m1.json", lookupText("m:Odd a=1 t=1 z=1"));
     constexpr std::size_t kOthersBeside = 40'000;
@@ -195,7 +195,7 @@ TEST_F(HostileZipTest, OnlyTheFilesOwnEndRecordIsFollowed) {
 
 TEST_F(HostileZipTest, OfAnEntrysNameTheLastComponentCountsAndNothingElseIsTouched) {
     using namespace std::string_literals;
-    // Would be read when a name were taken for a path on disk.
+    // A reader that took a name for a path on disk would find this file.
     root.writeFile("m.json", lookupText("o:Outside n=1"));
     const std::string outside = root.nativePathOf("m.json").string();
     const ZipBytes sound =

@@ -28,8 +28,8 @@ using testsupport::namesOfProducts;
 using testsupport::ServiceFailure;
 using Names = std::unordered_set<std::u16string>;
 
-/// The host's services with all that is asked of them: "r" for the root of the support packages,
-/// "s" for the support packages under it, "p" for the products. One that is in `failing` throws.
+/// The host's services, and a record of the calls: "r" for the root of the support packages, "s"
+/// for the support packages under it, "p" for the products. A service in `failing` throws.
 class InstalledProductsTest : public testsupport::LibraryFixture {
 protected:
     InstalledProductsTest() {

@@ -27,13 +27,13 @@
 #include "support/LookupFixture.hpp"
 #include "support/ResourceNotation.hpp"
 
-// The program's own functions for mutexes and files stand before those of the C library. They are
-// called before and after all load-time construction, so nothing here needs any.
+// The program's own functions for mutexes and files replace those of the C library. They are called
+// before and after all load-time construction, so nothing here may need any.
 namespace {
 
-/// What this thread does, when somebody wants to know: "+R" a lock that it waits for, "?R" one
-/// that it only tries, "-R" one that it gives back, "open" a file, and the names of services, with
-/// '!' when one runs while another mutex than those of the library is held.
+/// What this thread does, unless null: "+R" it waits for a lock, "?R" it tries one, "-R" it gives
+/// one back, "open" it opens a file; and the names of services that run, with '!' when a mutex that
+/// is not the library's is held.
 thread_local constinit std::string* trace = nullptr;
 thread_local constinit int otherLocks = 0;
 
@@ -151,7 +151,7 @@ protected:
         };
     }
 
-    /// Each exported function, and what it does one after the other.
+    /// Each exported function, with its steps in order.
     std::vector<std::pair<std::function<void()>, std::string>> functions() {
         const std::string products = " +P products -P";
         const std::string installed = " +C -C" + products;

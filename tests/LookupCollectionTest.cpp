@@ -23,7 +23,7 @@ using testsupport::ZipFile;
 
 class LookupCollectionTest : public testsupport::LookupFixture {
 protected:
-    /// What becomes of each leaf of a package: 'E' read as English, 'J' as localized, '-' not read.
+    /// How each leaf of a package is read: 'E' as English, 'J' as localized, '-' not at all.
     std::string readLeaves(const std::string& packageName, const std::vector<std::string>& leaves) {
         std::string held;
         ZipFile package;
@@ -60,7 +60,7 @@ TEST_F(LookupCollectionTest, ASingleLeafFollowsItsPackageOthersTheirOwnNames) {
              Case{"b_ja.zip", {"sub_ja/other.json"}, "-"},
              Case{"b.zip", {"b.json", "b_ja.json", "b_de.json"}, "EJ-"},
              Case{"b_ja.zip", {"b_de.json", "b.json", "b_ja.json", "b_xx.json"}, "-EJE"},
-             // Folders are no leaves; files that are not read are.
+             // Folders do not count as leaves; files that are not read do.
              Case{"b.zip", {"d/", "d/b_de.json"}, "-E"},
              Case{"b.zip", {"read.me", "b_de.json"}, "--"},
              Case{"b.zip", {"b_ja.json", ".json"}, "J-"},
@@ -182,7 +182,7 @@ TEST_F(LookupCollectionTest, LanguageServicesMayThrowOrReplaceTheRoots) {
     services.supportedDocLanguages = []() -> std::vector<std::u16string> { throw 1; };
     environment::setServices(services);
     EXPECT_THROW(getResourceLookupFiles(), int);
-    // The roots of the beginning stand to the end.
+    // The collection keeps the roots that it began with.
     services = host();
     services.docLanguage = [] {
         setReferenceRoot(u"/nowhere");

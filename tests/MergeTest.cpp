@@ -32,7 +32,7 @@ TEST_F(MergeTest, TheLocalizedDocumentWinsInWhicheverOrderTheyAreFound) {
              Case{"f:En", "f:Ja n=1", "+f:Ja n=1@Ja"},
              Case{"f:En n=1", "f:Ja n=1", "+f:Ja n=1@Ja"},
              Case{"f:En n=1 o=2", "f:Ja m=3", "+f:Ja m=3@Ja n=1@En o=2@En"},
-             // Only a longer English list completes, with the links that are lacking.
+             // Only a longer English list completes the localized one, with the missing links.
              Case{"f:En n=1,2,3", "f:Ja n=1,2", "+f:Ja n=1@Ja,2@Ja,3@En"},
              Case{"f:En n=1,2,3", "f:Ja n=3", "+f:Ja n=3@Ja,1@En,2@En"},
              Case{"f:En n=3,2,1", "f:Ja n=8,9", "+f:Ja n=8@Ja,9@Ja,3@En,2@En,1@En"},
@@ -42,7 +42,7 @@ TEST_F(MergeTest, TheLocalizedDocumentWinsInWhicheverOrderTheyAreFound) {
              Case{"f:En n=1,2,4", "f:Ja n=4,4", "+f:Ja n=4@Ja,4@Ja,1@En,2@En"},
              Case{"f:En n=a,A,aa", "f:Ja n=a", "+f:Ja n=a@Ja,A@En,aa@En"},
              Case{"f:En n=1,2 N=3", "f:Ja n=1", "+f:Ja N=3@En n=1@Ja,2@En"},
-             // Documents meet by key alone, whatever they are in their files.
+             // Only the key decides which documents are merged, not their place in a file.
              Case{"f:En n=1", "g:Ja n=2", "+f:En n=1@En | +g:Ja n=2@Ja"},
              Case{"f:En n=1 | p:En n=1,2", "p:Ja n=2", "+f:En n=1@En | +p:Ja n=2@Ja,1@En"},
              Case{"f:En n=1 | p:En m=2 | q:En o=3", "f:Ja | r:Ja n=5 | q:Ja o=4",
@@ -74,7 +74,7 @@ TEST_F(MergeTest, OfSeveralFilesTheFirstEnglishAndTheLastLocalizedOneWins) {
              {{{"b.zip/x.json", "f:2"}, {"a.zip/y.json", "f:1"}, {"a.zip/x.json", "f:0"}}, "+f:1"},
              {{{"b.zip/2_ja.json", "f:2"}, {"b.zip/1_ja.json", "f:1"}, {"b.zip/3.json", "f:0"}},
               "+f:1"},
-             // Only the list that takes the place keeps links that repeat.
+             // Only the list that replaces another keeps repeated links.
              {{{"a.json", "f:1 n=1,1,2,3"}, {"b_ja.json", "f:2 n=5,5"}},
               "+f:2 n=5@2,5@2,1@1,2@1,3@1"},
              {{{"a.json", "f:1 n=1,1,2,3"},

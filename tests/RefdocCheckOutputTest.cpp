@@ -115,8 +115,8 @@ TEST_F(RefdocCheck, ReportsFaultsOfTheInstalledProducts) {
          ":1:25: error: not JSON: a comma before a closing bracket"},
         {"{}", ": error: no list of products"},
         {"[{\"shortName\": \"a\"}, {\"shortname\": \"b\"}]", ": error: product 2 has no shortName"},
-        {"[{\"shortName\": 1}]", ": error: product 1: shortName is no text"},
-        {"[1]", ": error: product 1 is no object"},
+        {"[{\"shortName\": 1}]", ": error: product 1: shortName is not a string"},
+        {"[1]", ": error: product 1 is not an object"},
         {"", ":1:1: error: the text is empty"},
     };
     root_.lookupFile("beta.JSON", "");

@@ -19,7 +19,7 @@ using testsupport::notationOf;
 using testsupport::referenceText;
 using testsupport::withDocLanguage;
 
-/// A reference root and a documentation language of its own.
+/// A documentation root and a documentation language of its own.
 class ResourceFileTest : public testsupport::LibraryFixture {
 protected:
     ResourceFileTest() {
@@ -53,7 +53,7 @@ TEST_F(ResourceFileTest, LaysTheLocalizedFileOverTheEnglishOne) {
              // The localized file decides how many items a href has.
              Case{"f:En a=1 a=2 b=3", "f:Ja a=4", "f:Ja a=4 b=3"},
              Case{"f:En a=1 b=2 b=3", "f:Ja a=4 a=5 a=6", "f:Ja a=4 a=5 a=6 b=2 b=3"},
-             // Documents meet by key alone.
+             // Only the key decides which documents are merged.
              Case{"f:En a=1", "g:Ja a=2", "f:En a=1 | g:Ja a=2"},
              Case{"f:En a=1 | p:En b=2", "f:Ja a=3", "f:Ja a=3 | p:En b=2"},
              Case{"f:En a=1", "f:Ja a=3 | p:Ja b=2", "f:Ja a=3 | p:Ja b=2"},

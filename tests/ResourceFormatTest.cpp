@@ -29,7 +29,7 @@ using testsupport::describe;
 using testsupport::withoutMember;
 using testsupport::withValue;
 
-// Most texts hold a letter that comes out differently by the two conversions.
+// Most texts hold a letter that the two conversions read differently.
 const json::value kReference = json::parse(R"({
     "productName": "product é", "baseCode": "code é", "helpFolder": "folder é",
     "helpLocation": "location é", "other": 1, "refItems": [{
@@ -113,7 +113,7 @@ const json::value kLookupRead = json::parse(R"({
                    "fcntype": "unspecified", "deprecated": false}]}}
 })");
 
-/// What is read of a resource, or nothing when it is refused.
+/// The records of a resource, or nothing when it is refused.
 template <typename T>
 std::optional<json::object> read(const json::value& resource) {
     try {
@@ -136,7 +136,7 @@ TEST(ResourceFormatTest, EveryMemberIsReadAndNoOther) {
     EXPECT_EQ(item.hostValues, (std::array<KvArrayHandle, 10>()));
 }
 
-/// Leaves out each member in turn, and puts other values in the place of each value.
+/// Leaves out each member in turn, and replaces each value by others.
 template <typename T>
 void expectMutationsAsModelled(const json::value& resource) {
     const json::value others = json::parse(R"([null, true, 7, 0.5, "", "Class", "removed ", "app",
@@ -189,7 +189,7 @@ TEST(ResourceFormatTest, OnlyAppsHaveUtf8ArgumentNames) {
     }
 }
 
-// Where each holder made all groups before it move, this would run into the time limit.
+// If each holder moved all groups before it, this would run into the time limit.
 TEST(ResourceFormatTest, ManyHoldersOfNameValuePairsAreNoBurden) {
     const json::value pairs =
         json::parse(R"({"namevaluepairs": [{"title": "t"}, {"title": "t"}]})");
@@ -208,7 +208,7 @@ TEST(ResourceFormatTest, MembersOfALookupMayComeInEveryOrderAmongOthers) {
         json::object item{{"nam", "other"}, {"typeof", 1}};
         for (const std::size_t number : order)
             item.emplace(members[number].key(), members[number].value());
-        // With so many Boost.JSON finds members by their hashes.
+        // With so many members Boost.JSON finds them by their hashes.
         for (int number = 0; number < 40; ++number)
             item["other" + std::to_string(number)] = "x";
         EXPECT_EQ(read<RefItemLookup>(withValue(kLookup, "/refItems/0", item)),

@@ -207,7 +207,7 @@ TEST_F(ReferenceRootsTest, AFailingServiceLeavesAllAsItIsAndNothingLocked) {
             throw ServiceFailure();
         return u"/data";
     });
-    // The roots are taken before all else.
+    // The roots are taken first.
     services.docLanguage = []() -> std::u16string { throw 1; };
     services.supportedDocLanguages = []() -> std::vector<std::u16string> { throw 2; };
     environment::setServices(services);

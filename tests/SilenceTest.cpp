@@ -29,7 +29,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The system calls that looking at files, memory and locks takes, and waiting for a leased file.
+/// The system calls for reading files, for memory and locks, and for waiting for a leased file.
 /// None of them starts a thread or a process, creates, changes or removes a file, or reaches
 /// another process.
 const std::vector<std::uint32_t> kHarmlessCalls = {
@@ -52,7 +52,7 @@ std::vector<sock_filter> makeFilter() {
         filter.push_back({BPF_JMP | BPF_JEQ | BPF_K, 0, 1, call});
         filter.push_back(allow);
     }
-    // Writing may be done anywhere but to the standard streams, for no file is open for it: the
+    // Writes are allowed except to the standard streams: no file is open for writing, and the
     // sanitizers look at memory through a pipe. A file may be opened for reading only.
     constexpr std::uint32_t kForWriting = O_WRONLY | O_RDWR | O_CREAT | O_TRUNC;
     const std::size_t descriptor = offsetof(seccomp_data, args);

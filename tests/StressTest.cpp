@@ -44,7 +44,7 @@ constexpr int kThreads = 8;
 const std::vector<std::string> kLanguages = {"en", "ja", "de"};
 const std::vector<std::u16string> kSuffixes = {u"_ja", u"_de"};
 
-/// What the services answered to this thread: services run in the thread that asks.
+/// The services' answers to this thread: services run in the thread that asks.
 struct Answers {
     std::string language;
     int failures = 0;
@@ -63,8 +63,8 @@ void failNowAndThen() {
     }
 }
 
-/// A host whose every answer differs from one question to the next: "always" is installed in all
-/// of them, "never" in none.
+/// A host whose answers differ from one question to the next: "always" is installed in all of them,
+/// "never" in none.
 environment::Services makeServices(const std::u16string& root) {
     using Names = std::unordered_set<std::u16string>;
     environment::Services services;
@@ -156,7 +156,7 @@ protected:
     }
 
     static void checkSupportPackages() {
-        // None when the service failed.
+        // It is empty when the service failed.
         EXPECT_THAT(testsupport::namesOfPackages(), AnyOf("", "p ", "first p ", "x ", "y z "));
     }
 
@@ -199,7 +199,7 @@ protected:
     testsupport::LogCapture log;
 };
 
-/// What an action throws, only a service may have thrown.
+/// An action may throw only what a service has thrown.
 void run(const std::function<void()>& action) {
     answers = {};
     try {

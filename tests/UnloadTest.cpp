@@ -43,7 +43,7 @@ constexpr const char* kGetHeaderInfo =
     "_ZN9reference9docparser17DocResourceParser12ParsingTools13getHeaderInfoERKN5boost4json5value"
     "E";
 
-/// The library, as a host that may do without it has it.
+/// The library in the hands of a host that loads it at run time.
 class Library {
 public:
     explicit Library(const char* path = DOCPARSER_LIBRARY)
@@ -68,7 +68,7 @@ private:
     std::unique_ptr<void, Close> handle_;
 };
 
-/// What a caller may hold: snapshots, and an exception.
+/// The objects that a caller may hold: snapshots, and an exception.
 struct Holdings {
     std::shared_ptr<const ReferenceRoots> roots;
     std::shared_ptr<const Products> products;
@@ -100,7 +100,7 @@ Holdings takeHoldings(const Library& library) {
         library.find<decltype(getTopLevelProducts)>(kGetTopLevelProducts)(),
         library.find<decltype(getHardwareSupportPackages)>(kGetHardwareSupportPackages)(),
         takeException(library)};
-    // From here on the library itself holds none of them any more.
+    // From here on the library itself holds none of them.
     library.find<decltype(restoreDefaultSettings)>(kRestoreDefaultSettings)();
     return holdings;
 }
@@ -168,8 +168,8 @@ TEST(UnloadTest, TheProcessMayEndWhileSnapshotsAreHeld) {
     }
 }
 
-/// Uses the library, and once more when the program's last handler runs: the library and what it is
-/// linked with have destroyed by then whatever they ever will.
+/// Uses the library, and again in the program's last handler: by then the library, and what it is
+/// linked with, have destroyed all that they ever will.
 [[noreturn]] void useTheLibraryToTheVeryEnd() {
     using UseTheWholeLibrary = bool(const testsupport::ScopedRoot&);
     static const auto* root = new testsupport::ScopedRoot();
@@ -190,7 +190,7 @@ TEST(UnloadTest, EveryFunctionWorksToTheEndOfTheProcess) {
     EXPECT_EXIT(useTheLibraryToTheVeryEnd(), testing::ExitedWithCode(0), "");
 }
 
-/// Loads the libraries by relative paths, and leaves the folder.
+/// Loads the libraries by relative paths, and changes to another folder.
 [[noreturn]] void askForTheRootElsewhere() {
     namespace fs = std::filesystem;
     const fs::path environment(DOCENVIRONMENT_LIBRARY);

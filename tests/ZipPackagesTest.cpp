@@ -26,7 +26,7 @@ using testsupport::ZipBytes;
 using testsupport::ZipFile;
 using testsupport::ZipMethod;
 
-/// Text that does not compress to nothing.
+/// Text that compresses, but not to nothing.
 std::string longText() {
     std::string text;
     for (int line = 0; line < 40'000; ++line)

@@ -22,7 +22,7 @@ using LookupDocuments = ParsedResource<RefItemLookup>;
 using ResourceParser = std::function<LookupDocuments(const std::string& content)>;
 using ProductFilter = std::function<bool(const std::u16string& key)>;
 
-/// What every step of one collection needs.
+/// The fixed inputs of one collection.
 struct ProductScanContext {
     const ResourceParser* parseFunction;
     const ProductFilter* installedFilter;
@@ -30,13 +30,13 @@ struct ProductScanContext {
     std::u16string languageSuffix;
 };
 
-/// What was collected so far.
+/// The results of one collection so far.
 struct Collection {
     LookupResources resources;
     LookupMerge merge;
 };
 
-/// Sends each document to the map of its product; when the filter fails, the rest is dropped.
+/// Puts each document into the map of its product. When the filter fails, drops the rest.
 void mergeDocuments(LookupDocuments documents, bool isLocalized, const ProductFilter& isInstalled,
                     Collection& collection) {
     while (!documents.empty()) {
@@ -72,7 +72,7 @@ void mergeProductResources(const std::vector<ProductRecord>& records,
     }
 }
 
-/// A package with a single leaf says the language itself; in any other the leaves do.
+/// The name of a package with a single leaf says the language; otherwise the leaf's own name does.
 FileLanguage getLeafLanguage(const std::u16string& stem, bool isOnlyLeaf,
                              const ProductPathData& package, const ProductScanContext& context) {
     if (!isOnlyLeaf)
@@ -121,7 +121,7 @@ Collection collectFromZipPackages(const std::vector<ProductPathData>& packages,
         try {
             collectFromZipPackage(package, operations, context, collection);
         } catch (...) {
-            // A package that fails adds nothing more; what it added stays.
+            // A package that fails adds nothing more; what it has added stays.
         }
     }
     return collection;

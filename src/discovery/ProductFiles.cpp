@@ -47,7 +47,7 @@ ProductFiles getAllProducts(const std::u16string& folder,
         for (auto entries = openFolder(folder); entries.is_open(); entries.increment())
             addFile(entries.entry(), localeSuffixes, languageSuffix, files);
     } catch (...) {
-        // What was found before the failure counts.
+        // The files that were found before the failure count.
     }
     return files;
 }

@@ -54,12 +54,12 @@ protected:
 
 namespace foundation::log {
 
-/// The severity of what happens as it should. Severity codes are single bits of a logger's mask.
+/// The severity of normal events. Severity codes are single bits of a logger's mask.
 inline constexpr std::uint32_t kSeverityDetail = 16;
-/// The severity of what somebody should look at.
+/// The severity of problems that a person should look at.
 inline constexpr std::uint32_t kSeverityProblem = 512;
 
-/// What a channel has enabled until `setEnabledSeverities` says otherwise.
+/// The mask of a channel until `setEnabledSeverities` sets another.
 inline constexpr std::uint32_t kDefaultEnabledSeverities = kSeverityProblem;
 
 /// Sets the mask of enabled severity codes of all loggers of `channel`, those that exist and
@@ -75,11 +75,11 @@ class basic_diagnostic_logger;
 template <>
 class basic_diagnostic_logger<char> {
 public:
-    /// A logger of `channel`, with the mask that the channel has now and will have.
+    /// A logger of `channel`, which follows the channel's mask.
     explicit basic_diagnostic_logger(const std::string& channel);
-    /// A logger is not copied.
+    /// Loggers cannot be copied.
     basic_diagnostic_logger(const basic_diagnostic_logger&) = delete;
-    /// A logger is not copied.
+    /// Loggers cannot be assigned.
     basic_diagnostic_logger& operator=(const basic_diagnostic_logger&) = delete;
     ~basic_diagnostic_logger();
 

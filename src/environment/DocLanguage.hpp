@@ -17,7 +17,7 @@ public:
     /// The codes of all supported documentation languages, English ("en") included.
     std::vector<std::u16string> getSupportedDocLanguages() const;
 
-    /// The code of the documentation language in force now, "en" for English.
+    /// The code of the current documentation language, "en" for English.
     std::u16string getDocLanguage() const;
 };
 

@@ -9,7 +9,7 @@
 
 namespace doc_products_shared {
 
-/// The folder under which the documentation data of all products lies.
+/// The documentation root: the folder with the documentation data of all products.
 class Docroot {
 public:
     /// The one object, valid to the end of the process.
@@ -23,7 +23,7 @@ public:
 /// A documented product. Its texts never change.
 class DocProduct {
 public:
-    /// A product of that short name.
+    /// A product with the given short name.
     explicit DocProduct(std::string shortName);
     virtual ~DocProduct();
 
@@ -38,21 +38,21 @@ private:
 /// A product with documentation of its own. All texts are UTF-8, and valid as long as the product.
 class TopLevelDocProduct : public DocProduct {
 public:
-    /// Further names and values, of the host's own.
+    /// Further names and values that the host knows of a product.
     using Properties = std::vector<std::pair<std::string, std::string>>;
 
-    /// Takes the texts over; all but the short name may be empty.
+    /// A product with these texts; all but the short name may be empty.
     TopLevelDocProduct(std::string displayName, std::string helpLocation, std::string shortName,
                        std::string baseCode, std::string altShortName, std::string availability,
                        Properties properties);
 
-    /// The name for people.
+    /// The name that is shown to people.
     const std::string& getDisplayName() const noexcept { return displayName_; }
-    /// Where the product's help lies.
+    /// Where the product's help lies, in the host's words.
     const std::string& getHelpLocation() const noexcept { return helpLocation_; }
-    /// The product's code.
+    /// The product's code, which documents of support packages are keyed by.
     const std::string& getBaseCode() const noexcept { return baseCode_; }
-    /// Another name by which it is known.
+    /// A second name by which the product is known.
     const std::string& getAltShortName() const noexcept { return altShortName_; }
     /// How the product is available, in the host's words.
     const std::string& getAvailability() const noexcept { return availability_; }

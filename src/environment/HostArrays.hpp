@@ -8,14 +8,14 @@
 
 #pragma GCC visibility push(default)
 
-/// A value of the host's array type, counted by the handles that refer to it. A host derives its
-/// arrays from this; the last handle to go deletes the array.
+/// A value of the host's array type, with a count of the handles that refer to it. A host derives
+/// its arrays from this; the last handle to go deletes the array.
 struct kvArray_tag {
     /// An array that no handle refers to yet.
     kvArray_tag() = default;
-    /// Arrays are shared, not copied.
+    /// Arrays are shared and cannot be copied.
     kvArray_tag(const kvArray_tag&) = delete;
-    /// Arrays are shared, not copied.
+    /// Arrays are shared and cannot be assigned.
     kvArray_tag& operator=(const kvArray_tag&) = delete;
     virtual ~kvArray_tag();
 
@@ -25,7 +25,8 @@ struct kvArray_tag {
 
 /// Counts a new handle. Any thread may call it.
 void intrusive_ptr_add_ref(const kvArray_tag* array) noexcept;
-/// Counts a handle that goes, and deletes the array with the last one. Any thread may call it.
+/// Counts down for a handle that goes, and deletes the array with the last one. Any thread may call
+/// it.
 void intrusive_ptr_release(const kvArray_tag* array) noexcept;
 
 #pragma GCC visibility pop

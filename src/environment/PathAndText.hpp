@@ -62,7 +62,7 @@ class basic_path {
 public:
     /// The empty path.
     basic_path() = default;
-    /// A path of that text.
+    /// The path that `text` spells.
     explicit basic_path(typename Traits::wide_string text) : text_(std::move(text)) {}
 
     /// The text, valid as long as the path.
@@ -75,11 +75,10 @@ private:
 /// The path type of the environment: UTF-16 text.
 using upath = basic_path<char, char16_t, detail::path_traits<char, char16_t>>;
 
-/// How the text of a file-name pattern is read: here as the shell does, `*` for any run of
-/// characters.
+/// Reads file-name patterns as the shell does: `*` matches any run of characters.
 class korvel_pattern_string_generator {};
 
-/// A file-name pattern, for as long as a directory iterator needs it.
+/// A file-name pattern, kept for as long as a directory iterator needs it.
 class pattern_string_context {
 public:
     virtual ~pattern_string_context();
@@ -90,7 +89,7 @@ public:
 /// Holds the text that a pattern was made from, and the pattern.
 class korvel_pattern_string_context final : public pattern_string_context {
 public:
-    /// A context of a pattern and the text that it was made from.
+    /// Keeps `pattern` and the text that it was made from.
     korvel_pattern_string_context(std::u16string text, std::u16string pattern);
     /// The pattern's text, valid as long as the context.
     const std::u16string& getPattern() const noexcept override;
@@ -127,8 +126,8 @@ generate_pattern_from_filename(const std::u16string& text,
 enum class initialization_mode : int { first_entry = 0 };
 
 /// Goes through the regular files of one folder, links to such included, each once, in ascending
-/// order of their UTF-16 names. Folders, pipes, sockets and devices are no files here, and a file
-/// whose name is not UTF-8 is passed over. The order is made when the iterator is: files that come
+/// order of their UTF-16 names. Folders, pipes, sockets and devices do not count, and a file
+/// whose name is not UTF-8 is skipped. The order is made when the iterator is: files that come
 /// or go later are not noticed.
 class upath_directory_iterator_impl {
 public:
@@ -182,7 +181,7 @@ public:
     /// @throws std::bad_alloc when memory runs out.
     basic_ifstream(const std::u16string& pathname, std::ios_base::openmode mode);
     ~basic_ifstream() override;
-    /// Neither copied nor moved.
+    /// A stream can be neither copied nor moved.
     basic_ifstream(const basic_ifstream&) = delete;
     basic_ifstream& operator=(const basic_ifstream&) = delete;
 
@@ -195,7 +194,7 @@ public:
 
     /// A stream reads the file that it was made for, and no other.
     void open() = delete;
-    /// As `open`.
+    /// Two streams cannot exchange their files.
     void swap() = delete;
 
 private:
@@ -221,7 +220,7 @@ public:
 /// One code unit of the same value per byte, 0x80 to 0xFF included.
 class codecvt_ascii_to_ustring final : public codecvt_to_ustring {
 public:
-    /// As `codecvt_to_ustring::convert`; nothing is malformed.
+    /// Widens `length` bytes; no input is malformed.
     std::u16string convert(const char* text, std::size_t length) const override;
 };
 
@@ -231,11 +230,11 @@ public:
 /// `std::length_error`.
 class codecvt_string_to_ustring final : public codecvt_to_ustring {
 public:
-    /// A conversion of text of `encoding`.
+    /// Converts text of `encoding`.
     ///
     /// @throws std::invalid_argument when the encoding is not known.
     codecvt_string_to_ustring(std::string_view encoding, bool replaceMalformed);
-    /// As `codecvt_to_ustring::convert`; see the class for what is malformed.
+    /// Decodes `length` bytes.
     std::u16string convert(const char* text, std::size_t length) const override;
 
 private:

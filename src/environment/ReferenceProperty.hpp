@@ -26,7 +26,7 @@ public:
     /// The plain value, for comparisons and `switch`.
     constexpr operator Value() const noexcept { return value_; }
 
-    /// The value 0, which stands in where a document says none.
+    /// The value 0, which stands in where a document names none.
     static constexpr TextEnumeration getDefaultValue() noexcept { return Value{}; }
 
     /// The value whose text is exactly `text`; throws `std::invalid_argument` when there is none.
@@ -37,7 +37,7 @@ public:
         return static_cast<Value>(found - Definition::texts.begin());
     }
 
-    /// The text of the value; that of the default for a number that is no value.
+    /// The text of the value; a number that is not a value has the text of the default.
     constexpr std::string_view toString() const noexcept {
         const auto index = static_cast<std::size_t>(value_);
         return Definition::texts[index < Definition::texts.size() ? index : 0];
@@ -95,7 +95,7 @@ struct FunctionTypeDefinition {
         "static",      "script",   "macro",  "systemcall"};
 };
 
-/// How far an item is on its way out: values and texts.
+/// Whether an item is discouraged, deprecated or removed: values and texts.
 struct DeprecationStatusDefinition {
     /// The values, counted from 0.
     enum Value : std::int32_t { None, Discouraged, Deprecated, Removed };
@@ -117,7 +117,7 @@ struct SyntaxTypeDefinition {
 using RefEntityType = TextEnumeration<RefEntityTypeDefinition>;
 /// Which kind of function a name stands for.
 using FunctionType = TextEnumeration<FunctionTypeDefinition>;
-/// How far an item is on its way out.
+/// Whether an item is discouraged, deprecated or removed.
 using DeprecationStatus = TextEnumeration<DeprecationStatusDefinition>;
 /// How a call is written.
 using SyntaxType = TextEnumeration<SyntaxTypeDefinition>;
@@ -126,19 +126,19 @@ using SyntaxType = TextEnumeration<SyntaxTypeDefinition>;
 /// document has them, and valid as long as the header; any may be empty.
 class HeaderInfo {
 public:
-    /// Takes the texts over.
+    /// A header with these texts.
     HeaderInfo(std::u16string productName, std::u16string baseCode, std::u16string helpFolder,
                std::u16string helpLocation) noexcept
         : productName_(std::move(productName)), baseCode_(std::move(baseCode)),
           helpFolder_(std::move(helpFolder)), helpLocation_(std::move(helpLocation)) {}
 
-    /// The product's name, for people.
+    /// The product's name, as it is shown to people.
     const std::u16string& getProductName() const noexcept { return productName_; }
     /// The product's code, which is the key of a support package's document.
     const std::u16string& getBaseCode() const noexcept { return baseCode_; }
     /// The folder of the product's help, which is the key of its own document.
     const std::u16string& getHelpFolder() const noexcept { return helpFolder_; }
-    /// Where the help lies.
+    /// Where the product's help lies, in the documents' own terms.
     const std::u16string& getHelpLocation() const noexcept { return helpLocation_; }
 
 private:
@@ -152,7 +152,7 @@ private:
 /// valid as long as the record.
 class RefItemLookup {
 public:
-    /// Takes the texts over.
+    /// A record with these values.
     RefItemLookup(std::u16string name, RefEntityType entityType, std::u16string purpose,
                   bool deprecated, std::u16string href, FunctionType functionType) noexcept
         : name_(std::move(name)), entityType_(entityType), purpose_(std::move(purpose)),
@@ -168,7 +168,7 @@ public:
     bool isDeprecated() const noexcept { return deprecated_; }
     /// The link to the page that documents the name.
     const std::u16string& getHref() const noexcept { return href_; }
-    /// Which kind of function it is; the default for what is no function.
+    /// Which kind of function it is; the default for anything else.
     FunctionType getFunctionType() const noexcept { return functionType_; }
 
 private:

@@ -19,16 +19,16 @@ using doc_products_shared::TopLevelProductList;
 /// of the environment sees it.
 ///
 /// The library `docparser` holds locks of its own while it asks for the root, the products and the
-/// support packages. What a service says that it must not call would wait for such a lock, at once
-/// or when another thread asks something else at the same time, for ever. To wait for a thread that
-/// is in one of these functions is as good as calling it. Functions that are not named may be
-/// called.
+/// support packages. A service that calls a function which it must not call, as said below,
+/// waits for such a lock forever, at once or when another thread happens to ask something else.
+/// Waiting for a thread that is in one of these functions is the same as calling it. All other
+/// functions may be called.
 struct Services {
-    /// The documentation data root: a folder, without a separator at its end.
+    /// The documentation root: a folder, without a separator at its end.
     ///
     /// Asked under the lock of the roots, by `restoreDefaultSettings` also under that of the
     /// products, and by the built-in services for products and support packages under theirs. So it
-    /// must call no function that takes any of them: `getReferenceRoots`, `setReferenceRoot`,
+    /// must not call a function that takes any of them: `getReferenceRoots`, `setReferenceRoot`,
     /// `restoreDefaultSettings`, `clearSupportPackageCache`, `getTopLevelProducts`,
     /// `getHardwareSupportPackages`, `isProductInstalled`, `setTestProducts`,
     /// `getResourceLookupFiles` and `getResourceFile`.
@@ -42,26 +42,26 @@ struct Services {
     /// The installed products, in any order; null counts as none.
     ///
     /// Asked under the lock of the products, so it must not call `getTopLevelProducts`,
-    /// `isProductInstalled`, `setTestProducts`, `restoreDefaultSettings` and
+    /// `isProductInstalled`, `setTestProducts`, `restoreDefaultSettings` or
     /// `getResourceLookupFiles`; nor, since the roots and the products are not locked inside each
-    /// other, `getReferenceRoots`, `setReferenceRoot` and `getResourceFile`.
+    /// other, `getReferenceRoots`, `setReferenceRoot` or `getResourceFile`.
     std::function<TopLevelProductList()> installedTopLevelDocProducts{};
     /// The folder under which hardware support packages are installed; it need not exist.
     ///
     /// Asked under the lock of the support packages, which comes after the two others, so it must
-    /// call none of the functions that `docDataRoot` names.
+    /// not call the functions that are named at `docDataRoot`.
     std::function<std::u16string()> supportPackageRoot{};
     /// The names of the hardware support packages that are installed under `root`.
     ///
-    /// Asked under the lock of the support packages: it must call none of the functions that
-    /// `docDataRoot` names.
+    /// Asked under the lock of the support packages: it must not call the functions that are
+    /// named at `docDataRoot`.
     std::function<std::unordered_set<std::u16string>(const std::u16string& root)>
         installedHardwareSupportPackages{};
 };
 
 /// Makes the host's services the current ones; an empty member means the built-in one. Any thread
 /// may call it: calls of a service that are under way run to their end on the services they began
-/// with, which live for so long. What the library has taken before stays: its roots until
+/// with, which live until then. What the library has taken before stays: its roots until
 /// `restoreDefaultSettings`, the support packages also until `clearSupportPackageCache`. The name
 /// of the process's message locale is taken anew, so no other thread may call `setlocale`
 /// meanwhile.
@@ -73,8 +73,8 @@ void setServices(Services services);
 
 /// Makes the built-in services the current ones again, as `setServices({})` does.
 ///
-/// They read a documentation data root, a plain folder: the one that the `docDataRoot` service in
-/// force names, which is `share/reference-docparser/docroot` beside the installed library unless
+/// They read a documentation root, a plain folder: the one that the current `docDataRoot` service
+/// names, which is `share/reference-docparser/docroot` beside the installed library unless
 /// the host says otherwise.
 ///
 /// - installed products: `<root>/installedProducts.json`, an array of objects with the string

@@ -5,7 +5,7 @@
 
 #pragma GCC visibility push(default)
 
-/// Tells where hardware support packages are installed.
+/// Finds the folder of the hardware support packages.
 class SupportPackageRootReader {
 public:
     /// The folder, which need not exist and is not created: what the `supportPackageRoot` service

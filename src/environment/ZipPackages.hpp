@@ -10,7 +10,7 @@
 
 namespace foundation::storage::vfs {
 
-/// Stands for the storage system on which packages lie.
+/// Names the storage system that holds packages.
 class StorageSystemReference {};
 
 } // namespace foundation::storage::vfs
@@ -41,7 +41,7 @@ public:
     virtual std::size_t read(char* buffer, std::size_t capacity) = 0;
 };
 
-/// What is done with whole streams.
+/// Operations on whole streams.
 class StreamHelper {
 public:
     /// Copies all that `input` yields to `output`. Throws what reading throws, and
@@ -56,7 +56,7 @@ class [[gnu::visibility("hidden")]] ZipArchive;
 /// The zip file at a UTF-16 path. Constructing it does not touch the file.
 class ZipPhysicalPackage {
 public:
-    /// The zip file at `path`, which is only ever read.
+    /// The zip file at `path`, which is only read.
     ZipPhysicalPackage(const std::u16string& path, FileSystemOpsSelector& operations,
                        bool readOnly);
     ~ZipPhysicalPackage();
@@ -83,12 +83,12 @@ namespace model {
 /// and with what is made from it.
 class Package {
 public:
-    /// A package that is not open yet.
+    /// A package on `physicalPackage`, not open yet.
     explicit Package(zippackage::ZipPhysicalPackage& physicalPackage);
 
-    /// Reads the package's directory, the one that the last end record names of those that may be
-    /// the file's own. The content of the entries is not looked at, so broken
-    /// content costs that entry only; a directory that contradicts itself costs the package. Throws
+    /// Reads the package's directory: the one that is named by the last end record of those that
+    /// may be the file's own. It does not look at the content of the entries, so broken content
+    /// costs that entry only; a directory that contradicts itself costs the package. Throws
     /// `std::runtime_error` when the file cannot be read as a zip package.
     void open(interfaces::OpenMode mode);
 
@@ -106,13 +106,13 @@ namespace zqservices {
 /// How an entry's content is handed out.
 enum class TransformMode : int { Decoded = 1 };
 
-/// A leaf of a package: a small value that shares the package's own entry.
+/// An entry of a package that is not a folder: a small value that shares the package's own data.
 class FileSystemEntry {
 public:
-    /// What the environment knows of an entry.
+    /// The environment's own data of an entry.
     struct Leaf;
 
-    /// Shares an entry of a package.
+    /// Shares the data of an entry.
     explicit FileSystemEntry(std::shared_ptr<const Leaf> leaf) noexcept;
 
     /// The last component of the entry's name.
@@ -133,14 +133,14 @@ public:
     virtual InputStream& getInputStream() = 0;
 };
 
-/// The leaves of a package as a file system. Any number of threads may read through one manager.
+/// The entries of a package as a file system. Any number of threads may read through one manager.
 class FileSystemManager {
 public:
-    /// The leaves of `package`, whose zip file the manager shares.
+    /// The file system of `package`, whose zip file the manager shares.
     FileSystemManager(model::Package& package, FileSystemOpsSelector& operations);
 
-    /// Every entry that is no folder, in the order of the central directory; equal names are
-    /// separate leaves. Throws `std::runtime_error` when the package is not open.
+    /// All entries but the folders, in the order of the central directory; equal names are separate
+    /// entries. Throws `std::runtime_error` when the package is not open.
     std::vector<FileSystemEntry> getAllLeafs() const;
 
     /// The entry's name with the folders in front of it, '/' between them. It costs a conversion.
@@ -149,10 +149,10 @@ public:
     /// Opens an entry for reading. Content is decompressed and checked against its checksum and
     /// declared size. An entry may hold 64 times what is stored of it, 32 MiB in any case and 1 GiB
     /// at most; all entries that are read from one package, each counted once, may hold 64 times
-    /// its size, 64 MiB in any case. Of entries that share what is stored only so many can be had
-    /// as take up eight times the size of the package. Throws `std::runtime_error` for an entry
-    /// that is encrypted, neither stored nor deflated, or beyond these limits; the stream throws it
-    /// for content that is broken.
+    /// its size, 64 MiB in any case. Entries that share stored bytes can be read as long as they
+    /// take up no more than eight times the size of the package. Throws `std::runtime_error` for an
+    /// entry that is encrypted, neither stored nor deflated, or beyond these limits; the stream
+    /// throws it for content that is broken.
     std::unique_ptr<ContentSource> getFileContentSource(const FileSystemEntry& entry,
                                                         TransformMode mode) const;
 

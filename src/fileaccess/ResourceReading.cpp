@@ -29,7 +29,7 @@ void readPlainFile(const std::u16string& path, std::string& content) {
         return;
     try {
         file.seekg(0, std::ios_base::end);
-        // Where the end cannot be taken the size is -1, which no string can hold.
+        // A file whose end cannot be found has the size -1, which no string can hold.
         content.resize(static_cast<std::size_t>(std::streamoff(file.tellg())));
         file.seekg(0, std::ios_base::beg);
         file.read(content.data(), static_cast<std::streamsize>(content.size()));

@@ -6,11 +6,11 @@
 
 namespace reference::docparser {
 
-/// Replaces `content` by what `openAndReadFile` gives. For many files one after another: each takes
-/// the memory of the one before.
+/// Replaces `content` by what `openAndReadFile` returns. It serves to read many files one after
+/// another in the same memory.
 void readContent(const ProductPathData& product, std::string& content);
 
-/// The same for entries of packages, but the memory of the one before is given up first.
+/// The same for an entry of a package, but frees the memory of the one before first.
 void readContent(const ProductZipData& product, std::string& content);
 
 } // namespace reference::docparser

@@ -9,7 +9,7 @@
 
 namespace jsontext {
 
-/// A set of member names, made to be asked for every member of a text.
+/// A set of member names, fast enough to be asked about every member of a text.
 class MemberNames {
 public:
     MemberNames() = default;
@@ -20,11 +20,11 @@ public:
     MemberNames(const MemberNames&) = delete;
     MemberNames& operator=(const MemberNames&) = delete;
 
-    /// Returns the name as the set keeps it: in one place for as long as the set lives. The name is
-    /// not empty, and no set has more than 64 of them.
+    /// Returns the set's own copy of the name, which stays in its place as long as the set lives.
+    /// The name is not empty, and no set has more than 64 names.
     const std::string& add(std::string_view name);
 
-    /// How long it takes is up to the names of the set, not to the text.
+    /// The names of the set bound its time, and the text cannot.
     bool contains(std::string_view name) const noexcept {
         return !name.empty() && !slots_[slotOf(name)].empty();
     }
@@ -32,11 +32,11 @@ public:
 private:
     static constexpr std::size_t kSlotCount = 128;
 
-    /// Where the name is, or the empty slot where it would be.
+    /// The slot of the name, or the empty slot where it would be.
     std::size_t slotOf(std::string_view name) const noexcept {
         const std::size_t first = static_cast<unsigned char>(name.front());
         const std::size_t last = static_cast<unsigned char>(name.back());
-        // Of the names that are in use hardly any two meet.
+        // Hardly any two of the names in use share a slot.
         std::size_t slot = name.size() * 5 + first * 3 + last * 7;
         while (!slots_[slot %= kSlotCount].empty() && slots_[slot] != name)
             ++slot;

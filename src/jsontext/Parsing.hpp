@@ -8,17 +8,17 @@
 
 #include "jsontext/MemberNames.hpp"
 
-/// Parsing JSON texts that anybody may have written.
+/// Parsing JSON texts from any author, who may be hostile.
 namespace jsontext {
 
 /// The value of a text, as `boost::json::parse` with its default options gives it, but without the
-/// members whose names are not in `names`. Such members must be JSON, too; then they are passed
-/// over, with all that they hold. So an object has no more members than there are names, and
-/// nobody can choose the names in a table that hashes them.
+/// members whose names are not in `names`. Those must be JSON as well, but they are skipped with
+/// all that they hold. So an object has no more members than there are names, and no author can
+/// choose the names in a table that hashes them.
 ///
 /// @param text UTF-8.
-/// @param names the members that somebody reads.
-/// @param storage where the value is kept.
+/// @param names the members that are kept.
+/// @param storage the memory of the value.
 /// @param failure why the text has no value, and null is returned: an error of Boost.JSON, or
 ///        `std::errc::value_too_large` for a text of more values than four million and one for each
 ///        8 bytes. A value takes 24 bytes, and twice that while its list is built, so a list of

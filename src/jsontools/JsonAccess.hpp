@@ -14,8 +14,8 @@
 #include "reference/docparser/DocParserException.hpp"
 #include "reference/docparser/ParsingTools.hpp"
 
-/// Kind-checked access to JSON documents, the only one that the parsers use: a value of another
-/// kind than asked for, and a required member that is missing, throw `DocParserException`.
+/// Kind-checked access to JSON documents, the only one that the parsers use: a value of the wrong
+/// kind, and a required member that is missing, throw `DocParserException`.
 namespace reference::docparser {
 
 inline const boost::json::object& getJsonObject(const boost::json::value& value) {
@@ -48,23 +48,36 @@ inline const boost::json::value& getMember(const boost::json::object& object,
     return requireMember(findMember(object, key));
 }
 
+/// The number of `name` in `names`, searched from `first` to the end and then from the beginning;
+/// `Count` when it is not there.
+template <std::size_t Count>
+std::size_t numberOf(std::string_view name, const std::array<const std::string*, Count>& names,
+                     std::size_t first) {
+    std::size_t number = first;
+    for (std::size_t tried = 0; tried < Count; ++tried) {
+        if (name == *names[number])
+            return number;
+        if (++number == Count)
+            number = 0;
+    }
+    return Count;
+}
+
 /// The members of these names, in the order of the names, each null when there is no such member.
-/// One pass over the object: where its members come in the order of the names, each is compared
-/// about once.
+/// It takes one pass over the object, and about one comparison for each member when the members
+/// come in the order of the names.
 template <std::size_t Count>
 std::array<const boost::json::value*, Count>
 findMembers(const boost::json::object& object, const std::array<const std::string*, Count>& names) {
     std::array<const boost::json::value*, Count> members{};
     std::size_t expected = 0;
     for (const boost::json::key_value_pair& member : object) {
-        for (std::size_t tried = 0; tried < Count; ++tried) {
-            const std::size_t number = expected;
-            expected = expected + 1 == Count ? 0 : expected + 1;
-            if (member.key() == *names[number]) {
-                members[number] = &member.value();
-                break;
-            }
-        }
+        const std::size_t number =
+            numberOf({member.key().data(), member.key().size()}, names, expected);
+        if (number == Count)
+            continue;
+        members[number] = &member.value();
+        expected = number + 1 == Count ? 0 : number + 1;
     }
     return members;
 }

@@ -56,7 +56,7 @@ std::u16string readDefaultValue(const json::object& element) {
     return getFluStringWithFallback(element, member::kDefaultValue, StringParsingType::Utf8);
 }
 
-/// Makes room for `count` further groups. The room at least doubles, for many small reservations of
+/// Makes room for `count` further groups. The room at least doubles: many small reservations of
 /// exactly what is needed would move all groups each time.
 void reserveMore(std::vector<InputGroup>& groups, std::size_t count) {
     const std::size_t needed = groups.size() + count;

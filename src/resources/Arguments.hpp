@@ -9,24 +9,24 @@
 #include "reference/docparser/RefItem.hpp"
 
 /// The argument-like lists of a reference item. Each reader takes the item object and the item's
-/// href, from which the links of the arguments are made, and gives an empty list when the item
-/// lacks the member.
+/// href, with which the links of the arguments begin, and returns an empty list when the item lacks
+/// the member.
 namespace reference::docparser {
 
-/// From "inputgroup". The groups of a "namevaluepairs" list take the place of its holder.
+/// Reads "inputgroup". The groups of a "namevaluepairs" list replace the group that holds it.
 std::vector<InputGroup>
 parseInputGroups(const boost::json::object& item, const std::u16string& itemHref,
                  DocResourceParser::ParsingTools::StringParsingType nameParsing);
 
-/// From "outputs".
+/// Reads "outputs".
 std::vector<OutputArgument> parseOutputs(const boost::json::object& item,
                                          const std::u16string& itemHref);
 
-/// From "parameters".
+/// Reads "parameters".
 std::vector<ArgumentWithDefault> parseParameters(const boost::json::object& item,
                                                  const std::u16string& itemHref);
 
-/// From "classpropertygroup".
+/// Reads "classpropertygroup".
 std::vector<ClassPropertyGroup>
 parseClassPropertyGroups(const boost::json::object& item, const std::u16string& itemHref,
                          DocResourceParser::ParsingTools::StringParsingType nameParsing);

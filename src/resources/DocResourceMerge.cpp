@@ -7,7 +7,7 @@ namespace reference::docparser {
 namespace {
 
 /// Moves to `held` the items whose keys it lacks, and leaves in `other` those whose keys both have.
-/// The nodes of the smaller map move: what is held may be the sum of many documents.
+/// The cost is that of the smaller map, because what is held may be the sum of many documents.
 template <typename Items>
 void addMissingItems(Items& held, Items& other) noexcept {
     if (other.size() <= held.size()) {
@@ -54,7 +54,7 @@ void LookupMerge::finish() {
         tails_.begin()->second.moveTo(*tails_.begin()->first);
 }
 
-/// All at once, so that no tail follows a list that is gone when memory runs out later.
+/// Takes them out all at once, so that no tail follows a list that is gone when memory runs out.
 LookupMerge::Tails LookupMerge::extractTails(decltype(Document::items)& items) noexcept {
     Tails tails;
     for (auto& [name, lookups] : items)
@@ -62,7 +62,7 @@ LookupMerge::Tails LookupMerge::extractTails(decltype(Document::items)& items) n
     return tails;
 }
 
-// One of the two documents comes from a file, so at most one of the two lists has a tail.
+// One of the two documents has just been read, so at most one of the two lists has a tail.
 void LookupMerge::complete(Lookups& list, Lookups& other, Tails::node_type otherTail) {
     const auto tail = tails_.find(&list);
     const std::size_t size = list.size() + (tail == tails_.end() ? 0 : tail->second.size());

@@ -9,7 +9,7 @@
 namespace reference::docparser {
 
 /// The value that the text of a member names. An absent member, which is null, an unknown text and
-/// a member that is no string all give the enumeration's default.
+/// a member that is not a string all give the enumeration's default.
 template <typename Enumeration>
 Enumeration readEnum(const boost::json::value* member) {
     if (!member)

@@ -21,7 +21,7 @@ using reference::property::RefEntityType;
 using reference::property::RefItemLookup;
 
 RefItemLookup readLookup(const boost::json::object& item) {
-    // In the order in which the items mostly have them.
+    // Most items have them in this order.
     const std::array members{&member::kName, &member::kRefPurpose, &member::kHref,
                              &member::kType, &member::kFcnType,    &member::kDeprecated};
     const auto [name, purpose, href, type, functionType, deprecated] = findMembers(item, members);

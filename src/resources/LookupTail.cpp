@@ -37,7 +37,7 @@ void LookupTail::moveTo(Lookups& list) {
     std::move(lookups_.begin(), lookups_.end(), std::back_inserter(list));
 }
 
-// When memory runs out, the tail is as before.
+// When memory runs out, the tail stays as it was.
 void LookupTail::insert(Sequence::iterator place, RefItemLookup& lookup) {
     Sequence one;
     one.push_back(std::move(lookup));

@@ -14,13 +14,12 @@ namespace reference::docparser {
 /// The lookups of one name, in order.
 using Lookups = std::vector<reference::property::RefItemLookup>;
 
-/// What a list of lookups is completed with: lookups that come behind it, each href once and none
-/// that the list has. The list itself stays where it is, and unchanged, as long as a tail follows
-/// it.
+/// The lookups that complete a list: they come behind it, with each href once and none that the
+/// list has. The list itself must stay in its place, unchanged, as long as a tail follows it.
 ///
 /// Each function costs about linear time in its argument, however long the tail is. When memory
-/// runs out within `append`, what was appended so far stays; within any other function, the tail is
-/// of no further use.
+/// runs out in `append`, what was appended so far stays; in any other function, the tail is of no
+/// further use.
 class LookupTail {
 public:
     LookupTail() = default;
@@ -31,13 +30,13 @@ public:
     /// Appends in order the lookups whose href neither the list nor the tail has.
     void append(Lookups& lookups);
 
-    /// The list that was followed so far becomes the beginning of the tail.
+    /// Makes `list`, the one that was followed so far, the beginning of the tail.
     void putInFront(Lookups& list);
 
-    /// From now on follows `list`, and loses the lookups whose href `list` has.
+    /// Follows `list` from now on, and drops the lookups whose href `list` has.
     void follow(const Lookups& list);
 
-    /// Puts the tail behind its list, which is the last use of it.
+    /// Appends the tail to its list, as its last use.
     void moveTo(Lookups& list);
 
 private:
@@ -46,7 +45,7 @@ private:
     void insert(Sequence::iterator place, reference::property::RefItemLookup& lookup);
 
     Sequence lookups_;
-    std::map<std::u16string_view, Sequence::iterator> places_; // of all hrefs of `lookups_`
+    std::map<std::u16string_view, Sequence::iterator> places_; // of `lookups_`, by href
     std::set<std::u16string_view> listHrefs_;
 };
 

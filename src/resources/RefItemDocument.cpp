@@ -57,7 +57,7 @@ ExampleLink readExampleLink(const json::object& example) {
             getFluString(example, member::kTitle, Utf8)};
 }
 
-// Only apps name their input arguments and class properties in other than 7-bit text.
+// Only apps have names of input arguments and class properties that are not 7-bit text.
 StringParsingType argumentNameParsing(const std::vector<RefEntity>& entities) {
     const bool hasApp = std::any_of(entities.begin(), entities.end(), [](const RefEntity& entity) {
         return entity.entityType == RefEntityType::App;
@@ -67,8 +67,8 @@ StringParsingType argumentNameParsing(const std::vector<RefEntity>& entities) {
 
 using RefItems = decltype(DocResource<RefItem>::items);
 
-/// Appends the item to those of its href, and returns where these are. They are looked for close
-/// to `hint` first.
+/// Appends the item to the list of its href, and returns the place of that list. The search for it
+/// begins at `hint`.
 RefItems::iterator appendRefItem(const json::object& item, RefItems& items,
                                  RefItems::iterator hint) {
     std::u16string href = getFluString(item, member::kHref, Ascii);

@@ -12,11 +12,11 @@ extern const std::u16string& kDot;
 /// The path library's separator, copied when this library is loaded.
 extern const std::u16string& kPathSeparator;
 
-/// The catalog folders, relative to the reference root.
+/// The catalog folders, relative to the documentation root.
 extern const std::u16string& kReferenceApiLookupCatalog;
 extern const std::u16string& kReferenceApiCatalog;
 
-/// Used by all threads at once.
+/// All threads use them at the same time.
 extern const fl::i18n::codecvt_ascii_to_ustring& asciiConverter;
 extern const fl::i18n::codecvt_string_to_ustring& utf8Converter;
 

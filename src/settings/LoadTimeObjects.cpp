@@ -3,9 +3,9 @@
 //
 // The library stays loaded to the end of the process, and its functions work until then: for
 // destructors of a program's own static objects, and for threads that go on while the process ends.
-// So nothing here is ever destroyed: names refer to objects that are not freed. Only the exported
-// texts are objects themselves. They are so short that they need no memory of their own, and the
-// destructors of both libstdc++ and libc++ leave such a text as it was.
+// So nothing here is ever destroyed: the names are references to objects that are never freed. Only
+// the exported texts are objects themselves. They are so short that they need no memory of their
+// own, and the destructors of both libstdc++ and libc++ leave such a text as it was.
 
 #include <memory>
 #include <mutex>

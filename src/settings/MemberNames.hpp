@@ -47,7 +47,7 @@ extern const std::string& kType;
 extern const std::string& kUrl;
 extern const std::string& kValue;
 
-/// All of them: what no parser looks up need not be kept of a document.
+/// All of them. Other members of a document need not be kept, because no parser looks them up.
 extern const jsontext::MemberNames& kAllNames;
 
 } // namespace reference::docparser::member

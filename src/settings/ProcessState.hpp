@@ -9,12 +9,12 @@
 #include "reference/docparser/DocResourceParser.hpp"
 
 /// The library's only mutable state: three immutable snapshots, each behind a mutex of its own. Two
-/// stand here; the third, the names of the support packages, is that of `SupportPackageCache.hpp`.
+/// are here; the third, the names of the support packages, is in `SupportPackageCache.hpp`.
 ///
-/// Lock order: what needs both `referenceRootsMutex` and `topLevelProductsMutex` takes them by
-/// deadlock-avoiding acquisition. The mutex of the support packages may be taken inside the two, or
-/// together with `topLevelProductsMutex` by the same acquisition; neither of the others is taken
-/// inside it. Readers copy a snapshot under its mutex and work on it without.
+/// Lock order: a function that needs both `referenceRootsMutex` and `topLevelProductsMutex` takes
+/// them by deadlock-avoiding acquisition. The mutex of the support packages may be taken inside the
+/// two, or together with `topLevelProductsMutex` by the same acquisition; neither of the others is
+/// taken inside it. Readers copy a snapshot under its mutex and work on the copy without it.
 namespace reference::docparser {
 
 using doc_products_shared::TopLevelProductList;

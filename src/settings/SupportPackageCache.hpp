@@ -7,27 +7,27 @@
 
 namespace reference::docparser {
 
-/// The names of the installed hardware support packages, an immutable set that is shared. All that
-/// the library does with them goes through here: the installation is listed at the first question,
-/// and again at the first one after each `clear`.
+/// The names of the installed hardware support packages, a shared immutable set. This class is the
+/// only holder of that state: it lists the installation when it is first asked, and again when it
+/// is first asked after a `clear`.
 class SupportPackageCache {
 public:
     using Names = std::shared_ptr<const std::unordered_set<std::u16string>>;
 
-    /// Guards the names, and is held while the installation is listed; `ProcessState.hpp` has its
-    /// place in the order of locks.
+    /// Guards the names, and is held while the installation is listed. `ProcessState.hpp` says
+    /// where it stands in the order of locks.
     std::mutex& mutex() noexcept { return mutex_; }
 
-    /// Locks; never null. An installation that cannot be listed counts as one without support
-    /// packages.
+    /// The names, never null; locks. An installation that cannot be listed counts as one without
+    /// support packages.
     ///
-    /// @throws anything that the environment throws when it is asked where the installation lies.
+    /// What the environment throws when it is asked where the installation lies passes through.
     Names get();
 
-    /// Locks. Those who hold the names keep them.
+    /// Forgets the names, which callers may keep; locks.
     void clear();
 
-    /// Takes the place of what the installation has, until the next `clear`. The caller holds
+    /// Uses `names` instead of the installation's until the next `clear`. The caller holds
     /// `mutex()`.
     void replaceLocked(Names names) noexcept;
 
@@ -36,7 +36,7 @@ private:
     Names names_; // null until the first question
 };
 
-/// The one of the process, made at load time.
+/// The only one of the process, made at load time.
 extern SupportPackageCache& supportPackageCache;
 
 } // namespace reference::docparser

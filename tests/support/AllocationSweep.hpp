@@ -19,7 +19,7 @@ extern "C" [[gnu::weak]] int __lsan_do_recoverable_leak_check();
 
 namespace testsupport {
 
-/// What a function may give, or leave behind, after an allocation failed and it did not throw.
+/// Whether a function may return this, or leave it behind, after a failed allocation.
 using Rule = std::function<bool(const std::string&)>;
 
 inline Rule oneOf(std::set<std::string> texts) {
@@ -37,16 +37,17 @@ protected:
     using Use = std::function<std::string()>;
 
     void prepare() {
-        // Of another size each time, so that the list of products is read anew.
+        // The size differs each time, so that the list of products is read again.
         root.writeFile("installedProducts.json", R"([{"shortName": "f"}, {"shortName": "g"}])" +
                                                      std::string(++round_ % 2, ' '));
         reference::docparser::DocResourceParser::restoreDefaultSettings();
         log.clear();
     }
 
-    /// Lets the 1st, 2nd, 3rd ... allocation of `use` fail until a run completes. Each failure
-    /// leads to `std::bad_alloc` or to a result within `result`, leaves the settings within
-    /// `state`, and nothing behind: the same call then gives all that it gave at first.
+    /// Makes the 1st, 2nd, 3rd ... allocation of `use` fail until a run completes. Each failure
+    /// must lead to `std::bad_alloc` or to a result that `result` allows, and to settings that
+    /// `state` allows. It must leave nothing else behind: the same call then returns what it did at
+    /// first.
     void sweep(const char* name, const Use& use, const Rule& result, const Rule& state) {
         SCOPED_TRACE(name);
         prepare();
@@ -91,7 +92,7 @@ protected:
         return oneOf({usual, usual.substr(0, usual.find("and ") + 4)});
     }
 
-    /// For a function that gives one thing or throws.
+    /// The same for a function that returns one thing or throws.
     void sweep(const char* name, const Use& use) { sweep(name, use, oneOf({use()}), unchanged()); }
 
 private:

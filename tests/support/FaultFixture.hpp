@@ -40,8 +40,8 @@ inline std::set<std::string> partsOf(const std::string& notation) {
     return parts;
 }
 
-/// A root that takes the library through all that it does: plain and zipped files, localized ones,
-/// support packages, and files that are broken. What is installed lies in it too, for the built-in
+/// A documentation root that exercises all of the library: plain and zipped files, localized ones,
+/// support packages, and broken files. It also has the lists of what is installed, for the built-in
 /// services.
 class FaultFixture : public LookupFixture {
 protected:
@@ -62,8 +62,8 @@ protected:
         return services;
     }
 
-    /// All lookup files and leaves of packages but one. The leaves are so far apart that no two
-    /// are read at once.
+    /// Writes all lookup files and entries of packages but one. The entries are so far apart that
+    /// no single read covers two of them.
     void writeLookupFiles(const std::string& leftOut) const {
         const std::string far(40'000, ' ');
         root.remove(root.lookupFolder());
@@ -119,7 +119,7 @@ protected:
 })json";
 };
 
-/// Fails when what went before left a file open, or closed one twice.
+/// Fails when the code in its scope leaves a file open, or closes one twice.
 class DescriptorCheck {
 public:
     DescriptorCheck() = default;

@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t kNoFault = std::numeric_limits<std::size_t>::max();
 
-// How many calls of this thread still succeed.
+// The number of calls of this thread that still succeed.
 thread_local std::size_t remaining = kNoFault;
 thread_local CallFault kind = CallFault::Error;
 thread_local const char* struckCall = nullptr;
@@ -59,7 +59,7 @@ bool strikesReading(const char* call) noexcept {
     return kind != CallFault::Leased && strikes(call);
 }
 
-/// The call that this program's own stands before.
+/// The function of the C library that the program's own one replaces.
 template <typename Function>
 Function* next(const char* call) noexcept {
     return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, call));
@@ -126,7 +126,7 @@ std::size_t closesOfNothing() noexcept {
 
 } // namespace testsupport
 
-// Under names of their own, for the system's headers declare these functions in their own way. On
+// These have names of their own because the system's headers declare the functions differently. On
 // this platform a file offset has 64 bits under either name, so that both name one function.
 #pragma GCC visibility push(default)
 extern "C" {

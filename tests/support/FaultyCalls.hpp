@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-/// Stands between the program and the system calls by which files and folders are read. Only a
+/// Intercepts the system calls by which the program reads files and folders. Only a
 /// program that is linked with FaultyCalls.cpp has its calls watched.
 namespace testsupport {
 

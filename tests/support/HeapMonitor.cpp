@@ -9,7 +9,7 @@
 
 #include <malloc.h>
 
-// The allocator below this one: that of a sanitizer where there is one, else the C library's.
+// The allocator below this one: a sanitizer's, if there is one, else the C library's.
 extern "C" {
 [[gnu::weak]] void* __interceptor_malloc(std::size_t);
 [[gnu::weak]] void* __interceptor_calloc(std::size_t, std::size_t);
@@ -29,7 +29,7 @@ namespace {
 
 constexpr std::size_t kNoFault = std::numeric_limits<std::size_t>::max();
 
-// How many allocations of this thread still succeed.
+// The number of allocations of this thread that still succeed.
 thread_local std::size_t remaining = kNoFault;
 thread_local Failing failing = Failing::Once;
 thread_local bool struck = false;

@@ -32,7 +32,7 @@ public:
 
     std::size_t bytes() const noexcept;
 
-    /// What is allocated now, beyond what was at first.
+    /// The bytes that are allocated now beyond those at first.
     std::size_t heldBytes() const noexcept;
 };
 

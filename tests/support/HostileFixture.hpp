@@ -12,9 +12,9 @@
 
 namespace testsupport {
 
-/// Sound products, plain and zipped, and a sound resource, whose results must stay the same
-/// whatever lies beside them. What lies there uses keys from "m" to "p" and takes the names from
-/// "m" to "y", so that sound files are read before and after it.
+/// Sound products, plain and zipped, and a sound resource, whose results must stay the same with
+/// any files beside them. Those files use keys from "m" to "p" and have names from "m" to "y", so
+/// that sound files are read before and after them.
 class HostileFixture : public LookupFixture {
 protected:
     HostileFixture() { writeSound(); }
@@ -28,7 +28,7 @@ protected:
         root.referenceFile("sound_ja.json", referenceText("f:Ja b=2"));
     }
 
-    /// What is collected when the documents `odd`, each followed by " | ", are read as well.
+    /// The collection that also has the documents `odd`, each followed by " | ".
     static std::string soundAnd(const std::string& odd) {
         return "+f:Plain n=1@Plain | +g:Plain n=1@Plain | -h:Zip n=1@Zip | " + odd +
                "-q:Zip n=1@Zip";
@@ -38,7 +38,7 @@ protected:
         return notationOf(reference::docparser::DocResourceParser::getResourceFile(u"sound"));
     }
 
-    /// Keeps the problems that are reported off the screen.
+    /// Keeps the reported problems off the screen.
     LogCapture log;
 
     static constexpr const char* kSoundResource = "f:Ja a=1 b=2";

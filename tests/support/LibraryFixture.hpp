@@ -18,7 +18,7 @@ namespace testsupport {
 
 inline constexpr const char* kChannel = "referenceApi::docparser";
 
-/// What a test's own service throws.
+/// The exception of a test's own service.
 struct ServiceFailure {};
 
 inline environment::Services withDocDataRoot(std::function<std::u16string()> service) {
@@ -33,7 +33,7 @@ inline environment::Services withDocLanguage(std::function<std::u16string()> ser
     return services;
 }
 
-/// The short names of the products that count as installed, in order, each with a blank behind it.
+/// The short names of the installed products, in order, each followed by a blank.
 inline std::string namesOfProducts() {
     std::string names;
     const auto products = reference::docparser::DocResourceParser::getTopLevelProducts();
@@ -42,7 +42,7 @@ inline std::string namesOfProducts() {
     return names;
 }
 
-/// The same of the support packages, which are put in order.
+/// The names of the installed support packages, sorted, each followed by a blank.
 inline std::string namesOfPackages() {
     std::string names;
     const auto packages = reference::docparser::DocResourceParser::getHardwareSupportPackages();

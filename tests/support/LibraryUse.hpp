@@ -8,7 +8,7 @@ namespace testsupport {
 void writeDocumentation(const ScopedRoot& root);
 
 /// Calls every exported function, with the built-in services for what is installed at `root` and
-/// without any documentation. Whether all gave what `writeDocumentation` wrote.
+/// without any documentation. Returns whether all gave what `writeDocumentation` wrote.
 bool useTheWholeLibrary(const ScopedRoot& root);
 
 } // namespace testsupport

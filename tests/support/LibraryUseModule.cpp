@@ -1,4 +1,4 @@
-// What UnloadTest loads: the library, and a program's use of it.
+// The module that UnloadTest loads: the library, and a program's use of it.
 
 #include "environment/Diagnostics.hpp"
 #include "support/LibraryUse.hpp"

@@ -42,7 +42,7 @@ public:
     Sink& operator=(const Sink&) = delete;
     ~Sink() { boost::log::core::get()->remove_sink(frontend_); }
 
-    // The pointer that locked_backend() gives keeps feeding threads out while it lives.
+    // The pointer that locked_backend() returns keeps other threads out as long as it lives.
     auto backend() const { return frontend_->locked_backend(); }
 
 private:

@@ -17,7 +17,7 @@ struct LogRecord {
 
 std::ostream& operator<<(std::ostream& out, const LogRecord& record);
 
-/// Takes down every record that reaches the process's log core for as long as it lives.
+/// Keeps every record that reaches the process's log core, as long as it lives.
 class LogCapture {
 public:
     LogCapture();

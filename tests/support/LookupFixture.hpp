@@ -24,9 +24,9 @@
 #include "support/ZipFile.hpp"
 
 /// A short notation for lookup files, "key:product name=href,href name=href | key:product ...",
-/// the product's own document first. The purpose of each lookup is the product of its document;
-/// what is collected shows it behind the href, "name=href@product", and has '+' before the keys
-/// of what is installed and '-' before the others.
+/// the product's own document first. The purpose of each lookup is the product of its document. The
+/// notation of a collection shows it behind the href, "name=href@product", and has '+' before the
+/// keys of what is installed and '-' before the others.
 namespace testsupport {
 
 inline void writeLookups(boost::json::object& document) {
@@ -73,10 +73,11 @@ inline std::string notationOf(const reference::docparser::LookupResources& resou
 }
 
 /// A host whose language is Japanese, where German is supported too, and where the products "f" and
-/// "g" and the support package "p" are installed; with a reference root of its own.
+/// "g" and the support package "p" are installed; with a documentation root of its own.
 class LookupFixture : public LibraryFixture {
 protected:
-    /// A name, or a package's and an entry's as in "a.zip/b.json", and the notation of the text.
+    /// The name of a file, or of a package and an entry as in "a.zip/b.json", and the notation of
+    /// its text.
     using Files = std::vector<std::pair<std::string, std::string>>;
 
     LookupFixture() {
@@ -111,7 +112,7 @@ protected:
             package.write(root.lookupFolder() / name);
     }
 
-    /// What is collected when there are these files and no others.
+    /// The collection of these files alone.
     std::string collect(const Files& files) const {
         root.remove(root.lookupFolder());
         write(files);

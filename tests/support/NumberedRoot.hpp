@@ -17,7 +17,7 @@
 
 namespace testsupport {
 
-/// One of two reference roots that differ in every text.
+/// One of two documentation roots that differ in every text.
 class NumberedRoot {
 public:
     explicit NumberedRoot(const std::string& number) : number_(number) {
@@ -35,7 +35,7 @@ public:
         package_.open();
     }
 
-    /// All collections for a language; with failures each document may be dropped on its own.
+    /// All possible collections in a language; with failures any document may be missing.
     std::set<std::string> collections(const std::string& language, bool withFailures) const {
         const std::string english = "En" + number_;
         const std::string localized = (language == "ja" ? "Ja" : "De") + number_;
@@ -65,7 +65,7 @@ public:
         if (language == "en")
             return "f:En" + number_ + " En=" + number_;
         const std::string name = language == "ja" ? "Ja" : "De";
-        // In the order of the hrefs.
+        // They are in the order of the hrefs.
         return "f:" + name + number_ +
                (name < "En" ? ' ' + name + '=' + number_ + " En=" + number_
                             : " En=" + number_ + ' ' + name + '=' + number_);

@@ -6,7 +6,7 @@
 
 namespace testsupport {
 
-/// How many files the process has open, the one by which it looks included.
+/// How many files the process has open, including the one by which it counts.
 inline std::ptrdiff_t openDescriptors() {
     const std::filesystem::directory_iterator descriptors("/proc/self/fd");
     return std::distance(begin(descriptors), end(descriptors));

@@ -9,7 +9,7 @@
 
 namespace testsupport {
 
-/// A package with all that reading it takes.
+/// A package with all objects that reading it takes.
 class OpenPackage {
 public:
     explicit OpenPackage(const std::u16string& path, bool isOpen = true)

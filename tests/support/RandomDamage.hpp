@@ -14,7 +14,7 @@
 
 #include "support/JsonMutations.hpp"
 
-/// Damage to sound JSON documents as chance has it.
+/// Random damage to sound JSON documents.
 namespace testsupport {
 
 using Random = std::mt19937;
@@ -27,7 +27,7 @@ inline std::size_t below(std::size_t count, Random& random) {
     return random() % count;
 }
 
-/// Takes a value away, or puts another one of the document or of any kind in its place.
+/// Removes a value, or replaces it by another one of the document or of any kind.
 inline boost::json::value mutated(boost::json::value document, Random& random) {
     static const boost::json::array others =
         boost::json::parse(R"([null, false, 7, 0.5, "", "1", "B", [], {}, [1], {"name": "n"}])")
@@ -44,7 +44,7 @@ inline boost::json::value mutated(boost::json::value document, Random& random) {
     return withValue(document, pointer, replacement);
 }
 
-/// Changes, takes away or adds bytes.
+/// Changes, removes or adds bytes.
 inline std::string damaged(std::string text, Random& random) {
     static constexpr std::string_view bytes("{}[]\",:\\u1\x80\xC3\0 \n", 16);
     const std::size_t at = below(text.size(), random);

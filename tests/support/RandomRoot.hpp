@@ -14,11 +14,11 @@
 #include "support/RandomDamage.hpp"
 #include "support/ZipFile.hpp"
 
-/// Lookup files as chance has it: few names, keys and languages, so that much comes together.
+/// Random lookup files, with few names, keys and languages, so that many coincide.
 namespace testsupport {
 
 struct RandomText {
-    std::string leaf; ///< empty for a plain file's
+    std::string leaf; ///< empty for a text of a plain file
     std::string content;
 };
 
@@ -132,7 +132,7 @@ inline std::string languageOf(const std::string& fileName) {
     return "en";
 }
 
-/// What a text counts as, and who gets it.
+/// The language that a text counts as, and the languages in which it is collected.
 struct Audience {
     std::string language;
     std::set<std::string> readers;

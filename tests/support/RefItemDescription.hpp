@@ -13,8 +13,8 @@
 #include "reference/docparser/DocResource.hpp"
 #include "reference/docparser/RefItem.hpp"
 
-/// Writes records down under the member names of their format; "htmlid" of an argument gives the
-/// link that was made.
+/// Describes records as JSON with the member names of their format; "htmlid" of an argument has its
+/// whole link.
 namespace testsupport {
 
 namespace docparser = reference::docparser;
@@ -122,7 +122,7 @@ inline object describe(const reference::property::RefItemLookup& lookup) {
             {"deprecated", lookup.isDeprecated()}};
 }
 
-/// Documents by key, the items of each in turn by theirs.
+/// Describes documents by key, and the items of each by their keys.
 template <typename T>
 object describe(const std::map<std::u16string, docparser::DocResource<T>>& documents) {
     object description;

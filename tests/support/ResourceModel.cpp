@@ -103,7 +103,7 @@ const Members kLookup{kName,       kRefPurpose,   kHref,
 
 struct Broken {};
 
-/// The parts of an item that say how its others are to be read.
+/// The parts of an item that decide how its other members are read.
 struct Item {
     std::string href;
     bool hasApp = false;
@@ -121,7 +121,7 @@ std::string textOf(const json::value& value) {
     return value.is_string() ? std::string(value.get_string()) : throw Broken();
 }
 
-/// Each byte as the character of the same number.
+/// Turns each byte into the character of the same number.
 std::string widened(const std::string& bytes) {
     std::string text;
     for (const char byte : bytes) {
@@ -157,7 +157,7 @@ json::object readInputGroup(const json::value& value, bool isPairs, const Item& 
     return group;
 }
 
-/// The groups of name-value pairs stand in the place of the object that holds them.
+/// The groups of name-value pairs replace the object that holds them.
 json::array readInputGroups(const json::value& list, const Item& item) {
     json::array groups;
     for (const json::value& element : listOf(list)) {
@@ -184,7 +184,7 @@ json::string meaningOf(const json::value& value, std::span<const std::string_vie
     return json::string(found == known.end() ? known.front() : *found);
 }
 
-/// What is read for a member that a document leaves out.
+/// The value of a member that a document leaves out.
 json::value blank(const Member& member) {
     if (member.kind == Kind::Object) {
         json::object object;
@@ -266,7 +266,7 @@ std::optional<json::object> readResource(const json::value& text, const Member& 
     const auto add = [&](const json::value& value, const char* keyOfDocument) {
         json::object document = readDocument(value, items, key);
         const json::string name = document.at(keyOfDocument).as_string();
-        documents.emplace(name, std::move(document)); // of several with one key the first stays
+        documents.emplace(name, std::move(document)); // the first of several with one key stays
     };
     try {
         add(text, "helpFolder");

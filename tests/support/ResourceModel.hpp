@@ -10,8 +10,9 @@
 
 namespace testsupport {
 
-/// What must be read of the JSON text of a resource file with items of type `T`, worked out from
-/// tables of the format alone, in the words of `describe`. Nothing when the text breaks the format.
+/// The expected documents of the JSON text of a resource file with items of type `T`, in the form
+/// of `describe`, computed from tables of the format alone. Nothing when the text breaks the
+/// format.
 template <typename T>
 std::optional<boost::json::object> expectedResource(const boost::json::value& text);
 

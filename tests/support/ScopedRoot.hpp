@@ -6,7 +6,7 @@
 
 namespace testsupport {
 
-/// A documentation data root of its own: a new empty folder that goes with the object.
+/// A documentation root of its own: a new empty folder that is removed with the object.
 class ScopedRoot {
 public:
     ScopedRoot();
@@ -15,7 +15,7 @@ public:
     ~ScopedRoot();
 
     std::u16string path() const { return folder_.u16string(); }
-    /// The UTF-16 path of what lies at `relative`, there or not.
+    /// The UTF-16 path of `relative` under the root, which need not exist.
     std::u16string pathOf(const std::filesystem::path& relative) const {
         return nativePathOf(relative).u16string();
     }

@@ -19,7 +19,7 @@ inline environment::TopLevelProductList makeProducts(const std::vector<std::stri
     return std::make_shared<const std::vector<std::shared_ptr<const Product>>>(products);
 }
 
-/// Puts services in force for as long as it lives; afterwards the built-in ones are back.
+/// Makes services the current ones as long as it lives; afterwards the built-in ones are back.
 class ScopedServices {
 public:
     explicit ScopedServices(environment::Services services) {

@@ -22,7 +22,7 @@ Trap linkTo(const std::string& target) {
 
 Trap node(const std::string& what, mode_t kind, dev_t device = 0) {
     return {what, [kind, device](const fs::path& path) {
-                // Only a privileged process may make a device.
+                // Only a privileged process can make a device.
                 if (::mknod(path.c_str(), kind | 0666, device) != 0 && errno != EPERM)
                     throw std::system_error(errno, std::generic_category(), path);
             }};
@@ -58,7 +58,7 @@ std::vector<Trap> allTraps() {
         {"loop of two links", layLoopOfTwo},
         {"sparse file of 256 MiB", laySparseFile, true},
     };
-    // Files that are made as they are read: empty as they seem, and shorter than they seem.
+    // The system makes these files as they are read: the sizes that it gives are 0 or too large.
     for (const char* made :
          {"/proc/self/status", "/proc/self/mem", "/sys/devices/system/cpu/online"})
         if (fs::exists(made))

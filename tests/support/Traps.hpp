@@ -7,7 +7,7 @@
 
 namespace testsupport {
 
-/// What may lie where a resource file is looked for.
+/// Something in the place of a resource file.
 struct Trap {
     std::string what;
     std::function<void(const std::filesystem::path& path)> lay;
@@ -15,10 +15,11 @@ struct Trap {
     bool isProblem = false;
 };
 
-/// Everything of which no document can come, as far as this machine has it.
+/// All things that yield no document, as far as this machine has them.
 std::vector<Trap> allTraps();
 
-/// The calling thread may touch only what anyone may, for as long as this lives.
+/// Takes privileges from the calling thread: it can touch only what anyone may, as long as this
+/// lives.
 class WithoutPrivileges {
 public:
     WithoutPrivileges();

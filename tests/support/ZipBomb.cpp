@@ -10,8 +10,8 @@ namespace {
 
 constexpr std::uint64_t kBlockSize = 1 << 20;
 
-/// Raw deflate data of `kBlockSize` blanks that neither refers to what stands before it nor ends
-/// the stream, so that it may be repeated.
+/// Raw deflate data of `kBlockSize` blanks. It can be repeated: it neither refers to what precedes
+/// it nor ends the stream.
 std::string compressBlock() {
     std::string blanks(kBlockSize, ' ');
     std::string block(kBlockSize, '\0');
@@ -38,7 +38,7 @@ ZipBytes makeZipBomb(const std::string& name, std::uint64_t size, std::uint32_t 
     std::string content;
     for (std::uint64_t done = 0; done < size; done += kBlockSize)
         content += block;
-    // An empty last block.
+    // The last block is empty.
     content += std::string("\3\0", 2);
     return ZipFile()
         .add(name, content, ZipMethod::Stored)

@@ -11,14 +11,14 @@
 
 namespace testsupport {
 
-/// The numbers are the format's.
+/// The methods by their numbers in the format.
 enum class ZipMethod { Stored = 0, Deflated = 8, Bzip2 = 12 };
 
-/// `number` in so many bytes, the lowest first.
+/// `number` in `width` bytes, the lowest first.
 std::string littleEndian(std::uint64_t number, int width);
 
 /// The bytes of a zip file, to be damaged. Entries are counted in the order of the central
-/// directory, from 0; headers that there are twice, local and central, are changed in both places.
+/// directory, from 0; what both the local and the central header have is changed in both places.
 class ZipBytes {
 public:
     explicit ZipBytes(std::string bytes) : bytes_(std::move(bytes)) {}
@@ -31,22 +31,22 @@ public:
     ZipBytes& markEncrypted(std::size_t entry);
     ZipBytes& setMethod(std::size_t entry, std::uint16_t method);
     ZipBytes& setDeclaredSize(std::size_t entry, std::uint32_t size);
-    /// `name` is any bytes, as many as the name that it replaces.
+    /// `name` may be any bytes, as many as the name that it replaces.
     ZipBytes& setName(std::size_t entry, const std::string& name);
     ZipBytes& setCompressedSize(std::size_t entry, std::uint32_t size);
     ZipBytes& setFlags(std::size_t entry, std::uint16_t flags);
 
-    // In the central directory alone.
-    /// `name` is any bytes, of any length.
+    // These change the central directory alone.
+    /// `name` may be any bytes, of any length.
     ZipBytes& setCentralName(std::size_t entry, const std::string& name);
     ZipBytes& setCentralField(std::size_t entry, std::size_t offset, std::size_t width,
                               std::uint32_t number);
     ZipBytes& addExtraField(std::size_t entry, const std::string& field);
     ZipBytes& shareLocalHeader(std::size_t entry, std::size_t other);
-    /// The entry becomes the other one's bytes, under its own name.
+    /// The entry gets the other one's bytes, and keeps its own name.
     ZipBytes& shareContent(std::size_t entry, std::size_t other);
 
-    /// Appends a comment, or, when it `isCounted` not, bytes that belong to nothing.
+    /// Appends a comment, or, unless it `isCounted`, bytes that belong to nothing.
     ZipBytes& append(const std::string& text, bool isCounted);
 
     std::size_t directoryOffset() const;
@@ -72,7 +72,7 @@ private:
 /// Builds a sound zip file in memory.
 class ZipFile {
 public:
-    /// `name` is UTF-8, and a folder's when it ends with '/'. Names may come more than once.
+    /// `name` is UTF-8; a folder's name ends with '/'. Names may occur more than once.
     ZipFile& add(const std::string& name, std::string content,
                  ZipMethod method = ZipMethod::Deflated);
 
@@ -89,7 +89,8 @@ private:
 
     std::vector<Entry> entries_;
     std::set<std::string> names_;
-    std::map<std::size_t, std::string> repeatedNames_; // by entry, which has another name so far
+    std::map<std::size_t, std::string>
+        repeatedNames_; // by entry; until built, the entry has another name
 };
 
 } // namespace testsupport

@@ -6,8 +6,8 @@
 namespace reference::docparser {
 
 /// The library's one exception: a resource document lacks a required member, or one of its values
-/// has another JSON kind than the format says. It carries no message and no location; callers tell
-/// failures apart by what they called. It is not a `std::exception`: catch it as itself or as
+/// has another JSON kind than the format says. It carries no message and no location; callers
+/// distinguish failures by what they called. It is not a `std::exception`: catch it as itself or as
 /// `foundation::core::except::IException`.
 ///
 /// Copies share the Boost.Exception error info that a caller may attach.

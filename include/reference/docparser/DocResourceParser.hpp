@@ -23,14 +23,14 @@ namespace reference::docparser::DocResourceParser {
 
 /// The folders under which reference data is looked for. A record never changes once it is made.
 struct DOCPARSER_API ReferenceRoots {
-    /// The roots under the environment's documentation data root. What the environment's service
+    /// The folders under the environment's documentation root. What the environment's service
     /// throws passes through.
     ReferenceRoots();
 
-    /// The roots under `root`, which is used as it stands: neither checked nor normalised.
+    /// The folders under `root`, which is used as it stands: neither checked nor normalised.
     explicit ReferenceRoots(std::u16string root);
 
-    /// The root itself.
+    /// The documentation root.
     std::u16string referenceRoot;
     /// `<root>/docCatalog/referenceapi_lookup`: the lookup files.
     std::u16string referenceApiLookupFolder;
@@ -38,23 +38,23 @@ struct DOCPARSER_API ReferenceRoots {
     std::u16string referenceApiFolder;
 };
 
-/// The roots in force, never null. The first call finds none and makes those under the
-/// environment's documentation data root, unless roots were set before.
+/// The current roots, never null. Unless roots were set before, the first call makes those under
+/// the environment's documentation root.
 ///
 /// @return a snapshot: it stays valid and unchanged for as long as it is held, also after the
 ///         roots have been replaced. Two calls give the same record when nothing was set between.
-/// @throws std::bad_alloc when memory runs out. It and what the documentation root service throws
-///         leave no roots in force, and the next call asks again.
+/// @throws std::bad_alloc when memory runs out. After it, and after what the documentation root
+///         service throws, there are no roots yet, and the next call asks again.
 /// @par Thread safety
 /// Locks the roots for the copy; at the first call also while the service runs, which must
 /// therefore not call a function of this library that takes the roots.
 DOCPARSER_API std::shared_ptr<const ReferenceRoots> getReferenceRoots();
 
-/// Puts the roots under `root` in force for later calls. Nothing else changes, and calls under way
-/// keep the roots they began with.
+/// Makes the roots under `root` the current ones. Nothing else changes, and calls under way keep
+/// the roots they began with.
 ///
 /// @param root the folder, used as it stands: neither checked nor normalised.
-/// @throws std::bad_alloc when memory runs out; the roots in force are then unchanged.
+/// @throws std::bad_alloc when memory runs out; the current roots are then unchanged.
 /// @throws std::length_error when the paths would become too long for a string; as above.
 /// @par Thread safety
 /// Locks the roots.
@@ -67,7 +67,7 @@ DOCPARSER_API void setReferenceRoot(std::u16string root);
 /// Locks the support packages.
 DOCPARSER_API void clearSupportPackageCache();
 
-/// Goes back to the state after loading: roots under the environment's documentation data root
+/// Goes back to the state after loading: roots under the environment's documentation root
 /// (asked for now), products as the environment lists them, support packages not yet read.
 ///
 /// @throws std::bad_alloc when memory runs out. Nothing has changed then, nor when the
@@ -81,8 +81,8 @@ DOCPARSER_API void restoreDefaultSettings();
 ///
 /// @param path the file's path.
 /// @return the file's bytes as stored, or an empty string when the file is missing, cannot be
-///         opened or cannot be sized; an empty file cannot be told apart from these. Where a file
-///         is cut short while it is read, NUL bytes stand for what is missing.
+///         opened or cannot be sized; an empty file looks the same. When a file is cut short
+///         while it is read, NUL bytes stand for what is missing.
 /// @throws std::bad_alloc when memory runs out while the path is converted, the file opened or a
 ///         record logged. What a log sink throws passes through too; never anything because the
 ///         file cannot be read.
@@ -123,7 +123,7 @@ DOCPARSER_API bool isValidFilename(const fl::filesystem::upath& path);
 /// @param folder the folder's path; an empty one, and one that does not exist, has no files.
 /// @param localeSuffixes "_" and the code, for each supported language other than English, as
 ///        `ParsingTools::getSupportedDocLocales` gives them.
-/// @param languageSuffix "_" and the code of the language in force.
+/// @param languageSuffix "_" and the code of the current language.
 /// @return the files in the order of their names; when the folder cannot be listed to its end,
 ///         those found before. Never throws.
 DOCPARSER_API ProductFiles getAllProducts(const std::u16string& folder,
@@ -147,7 +147,7 @@ DOCPARSER_API doc_products_shared::TopLevelProductList getTopLevelProducts();
 /// @return an immutable set, never null, that stays valid for as long as it is held. An
 ///         installation that cannot be listed gives an empty set, which is kept like any other.
 /// @par Failures
-/// What the service throws that names the installation's folder passes through; nothing is kept
+/// What the service throws that says where the installation lies passes through; nothing is kept
 /// then.
 /// @par Thread safety
 /// Locks the support packages, at the first call also while they are listed.
@@ -180,7 +180,7 @@ DOCPARSER_API bool isProductInstalled(const std::u16string& name);
 DOCPARSER_API void setTestProducts(const std::vector<std::u16string>& products,
                                    const std::vector<std::u16string>& supportPackages);
 
-/// Reads the lookup files of all products under the reference root: plain JSON files and the
+/// Reads the lookup files of all products under the documentation root: plain JSON files and the
 /// entries of zip packages, English and in the current language, merged by product key and split by
 /// what is installed.
 ///
@@ -197,8 +197,8 @@ DOCPARSER_API void setTestProducts(const std::vector<std::u16string>& products,
 ///         documents of the file at hand.
 /// @throws std::bad_alloc when memory runs out outside the reading of a file, the handling of a
 ///         package and the question whether a product is installed. What the language service
-///         throws passes through, and what the documentation root service throws when no roots are
-///         in force yet.
+///         throws passes through, and what the documentation root service throws when there are
+///         no roots yet.
 ///
 /// @par Format
 /// As for `getResourceFile`, with items that have at least the strings "name", "refpurpose" and
@@ -219,10 +219,10 @@ DOCPARSER_API LookupResources getResourceLookupFiles();
 ///         package's under its base code; their items are keyed by href. Where both files have a
 ///         document, its header is the localized one, and each href has the localized file's list
 ///         of items when that file knows the href, else the English one. A file that is missing,
-///         unreadable, no JSON, or breaks the format counts as empty, so the map may be empty.
+///         unreadable, not JSON, or breaks the format counts as empty, so the map may be empty.
 /// @throws std::bad_alloc when memory runs out outside the reading of a file. What the language
-///         service throws passes through, and what the documentation root service throws when no
-///         roots are in force yet.
+///         service throws passes through, and what the documentation root service throws when there
+///         are no roots yet.
 ///
 /// @par Format
 /// A UTF-8 JSON object with the strings "productName", "baseCode", "helpFolder" and "helpLocation",

@@ -1,4 +1,4 @@
 #pragma once
 
-/// Marks what `libdocparser` shows to other components; all else stays hidden.
+/// Marks what `libdocparser` exports; everything else stays hidden.
 #define DOCPARSER_API __attribute__((visibility("default")))

@@ -16,15 +16,15 @@
 /// thread; they only read the document.
 namespace reference::docparser::DocResourceParser::ParsingTools {
 
-/// "en".
+/// "en", the code of English.
 extern DOCPARSER_API const std::u16string kEnglishLocale;
-/// "json".
+/// "json", the extension of resource files.
 extern DOCPARSER_API const std::u16string kJsonExt;
-/// "zip".
+/// "zip", the extension of packages.
 extern DOCPARSER_API const std::u16string kZipExt;
-/// ".json".
+/// ".json", the extension of resource files with its dot.
 extern DOCPARSER_API const std::u16string kDotJsonExt;
-/// ".zip".
+/// ".zip", the extension of packages with its dot.
 extern DOCPARSER_API const std::u16string kDotZipExt;
 /// '_', between a resource name and a language code. Valid before load-time initialisers run.
 extern DOCPARSER_API const char16_t kLocaleSeparator;
@@ -37,7 +37,7 @@ enum class StringParsingType : std::int32_t {
 
 /// The text of a JSON string.
 ///
-/// @throws DocParserException when `value` is no string; what a conversion throws
+/// @throws DocParserException when `value` is not a string; what a conversion throws
 ///         (`std::bad_alloc`, `std::length_error` for 2 GiB and more) passes through.
 /// @par Complexity
 /// Linear in the text. Plain 7-bit text costs one scan and one widening copy.
@@ -45,14 +45,15 @@ DOCPARSER_API std::u16string getFluString(const boost::json::value& value, Strin
 
 /// The text of the member `key` (UTF-8, compared byte for byte).
 ///
-/// @throws DocParserException when there is no such member or it is no string;
+/// @throws DocParserException when there is no such member or it is not a string;
 ///         conversions as above.
 DOCPARSER_API std::u16string getFluString(const boost::json::object& object, const std::string& key,
                                           StringParsingType type);
 
 /// The text of the member `key`, or an empty text when there is no such member.
 ///
-/// @throws DocParserException when the member is there but no string (null included); conversions
+/// @throws DocParserException when the member is there but not a string (null included);
+/// conversions
 ///         as above.
 DOCPARSER_API std::u16string getFluStringWithFallback(const boost::json::object& object,
                                                       const std::string& key,
@@ -60,13 +61,14 @@ DOCPARSER_API std::u16string getFluStringWithFallback(const boost::json::object&
 
 /// `value` as an array: a reference into the caller's document, not a copy.
 ///
-/// @throws DocParserException when it is no array.
+/// @throws DocParserException when it is not an array.
 DOCPARSER_API const boost::json::array& getJsonArray(const boost::json::value& value);
 
 /// The member `key` of the object `value` as an array: a reference into the caller's document.
 ///
-/// @throws DocParserException when `value` is no object, has no such member, or the member is no
-///         array.
+/// @throws DocParserException when `value` is not an object, has no such member, or the member is
+/// not
+///         an array.
 DOCPARSER_API const boost::json::array& getJsonArray(const boost::json::value& value,
                                                      const std::string& key);
 
@@ -75,7 +77,8 @@ DOCPARSER_API const boost::json::array& getJsonArray(const boost::json::value& v
 /// unit per byte, meant for 7-bit text). All four are required and may be empty; other members are
 /// ignored.
 ///
-/// @throws DocParserException when `document` is no object, or a member is missing or no string;
+/// @throws DocParserException when `document` is not an object, or a member is missing or not a
+/// string;
 ///         conversions as for `getFluString`.
 DOCPARSER_API reference::property::HeaderInfo getHeaderInfo(const boost::json::value& document);
 
@@ -85,7 +88,7 @@ DOCPARSER_API reference::property::HeaderInfo getHeaderInfo(const boost::json::v
 /// Asks the service anew at each call; what it throws passes through.
 DOCPARSER_API std::vector<std::u16string> getSupportedDocLocales();
 
-/// The code of the documentation language in force now, without a separator; "en" for English.
+/// The code of the current documentation language, without a separator; "en" for English.
 ///
 /// Asks the service anew at each call; what it throws passes through.
 DOCPARSER_API std::u16string getCurrentLocale();

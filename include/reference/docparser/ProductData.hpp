@@ -9,54 +9,54 @@
 
 namespace reference::docparser {
 
-/// What every found product resource file has.
+/// What is known of any product resource file that was found.
 struct DOCPARSER_API ProductData {
-    /// Takes the parts over.
+    /// Describes the file with the stem `name`.
     ProductData(std::u16string name, bool nonEnglishLocale);
 
-    /// The file's name without its last extension, valid as long as the record; a language suffix
-    /// stays part of it, so that of `alpha_ja.json` is alpha_ja.
+    /// `name`, by a reference that is valid as long as the record.
     const std::u16string& getName() const noexcept;
 
-    /// Whether the file was taken for the current documentation language's variant; false for a
-    /// base (English) file.
+    /// The value of `nonEnglishLocale`.
     bool isNonEnglishLocale() const noexcept;
 
-    /// As `getName`.
+    /// The file's name without its last extension. A language suffix stays part of it:
+    /// `alpha_ja.json` has the name alpha_ja.
     std::u16string name;
-    /// As `isNonEnglishLocale`.
+    /// Whether the file is the variant in the current documentation language; false for a base
+    /// (English) file.
     bool nonEnglishLocale;
 };
 
 /// A product resource file on disk: a plain JSON file or a zip package.
 struct DOCPARSER_API ProductPathData : ProductData {
-    /// Takes the parts over.
+    /// Describes the file at `fullPath`.
     ProductPathData(std::u16string name, bool nonEnglishLocale, std::u16string fullPath);
 
-    /// The path as the walk of its folder gave it, valid as long as the record.
+    /// `fullPath`, by a reference that is valid as long as the record.
     const std::u16string& getFullPath() const noexcept;
 
-    /// As `getFullPath`.
+    /// The path as the walk of its folder gave it.
     std::u16string fullPath;
 };
 
 /// A product resource file inside an open zip package. The record owns neither the package nor
 /// its manager: it is valid only as long as the package is open and `fileSystemManager` alive.
 struct DOCPARSER_API ProductZipData : ProductData {
-    /// Takes the parts over; the manager stays the caller's.
+    /// Describes `entry`, which it copies; the manager stays the caller's.
     ProductZipData(std::u16string name, bool nonEnglishLocale,
                    const opc::zqservices::FileSystemEntry& entry,
                    opc::zqservices::FileSystemManager* fileSystemManager);
 
-    /// The entry, a share of the package's own; valid as long as the record.
+    /// `entry`, by a reference that is valid as long as the record.
     const opc::zqservices::FileSystemEntry& getEntry() const noexcept;
 
-    /// The manager of the open package that holds the entry; never null.
+    /// The pointer `fileSystemManager`.
     opc::zqservices::FileSystemManager* getFileSystemManager() const noexcept;
 
-    /// As `getEntry`.
+    /// The entry, which shares the package's own data.
     opc::zqservices::FileSystemEntry entry;
-    /// As `getFileSystemManager`.
+    /// The manager of the open package that holds the entry; never null.
     opc::zqservices::FileSystemManager* fileSystemManager;
 };
 

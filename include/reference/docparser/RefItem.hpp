@@ -12,21 +12,22 @@
 
 namespace reference::docparser {
 
-/// A place for a value that the host attaches to a record. The library leaves every one empty.
+/// A handle by which a host attaches a value of its own to a record. The library leaves every one
+/// empty.
 using KvArrayHandle = boost::intrusive_ptr<const kvArray_tag>;
 
-/// What all arguments and class properties have.
+/// What arguments and class properties have in common.
 struct DOCPARSER_API ArgumentInfo {
     /// Its name, as a call writes it.
     std::u16string name;
     /// What it is for, in one line.
     std::u16string purpose;
-    /// The texts that it may take, or words for their kind; empty when nothing is said.
+    /// The texts that it may take, or words for their kind; empty when the document gives none.
     std::vector<std::u16string> values;
     /// The item's href, "#" and the argument's anchor; for a class property the item's href,
     /// "#prop_" and the property's name.
     std::u16string href;
-    /// A place for the host's own; empty at first.
+    /// Filled by the host, if at all.
     KvArrayHandle hostValue{};
 };
 
@@ -36,11 +37,11 @@ struct DOCPARSER_API InputArgument {
     ArgumentInfo info;
     /// How a call writes it.
     reference::property::SyntaxType syntaxType;
-    /// What a call means that leaves it out; empty when nothing is said.
+    /// The value that a call without the argument means; empty when the document gives none.
     std::u16string defaultValue;
     /// Whether a call gives it as a pair of its name and a value, rather than by its position.
     bool isNameValuePair;
-    /// A place for the host's own; empty at first.
+    /// Filled by the host, if at all.
     KvArrayHandle hostValue{};
 };
 
@@ -50,7 +51,7 @@ struct DOCPARSER_API InputGroup {
     std::u16string title;
     /// The arguments.
     std::vector<InputArgument> inputs;
-    /// A place for the host's own; empty at first.
+    /// Filled by the host, if at all.
     KvArrayHandle hostValue{};
 };
 
@@ -60,7 +61,7 @@ struct DOCPARSER_API OutputArgument {
     ArgumentInfo info;
     /// How a call writes it.
     reference::property::SyntaxType syntaxType;
-    /// A place for the host's own; empty at first.
+    /// Filled by the host, if at all.
     KvArrayHandle hostValue{};
 };
 
@@ -68,7 +69,7 @@ struct DOCPARSER_API OutputArgument {
 struct DOCPARSER_API ArgumentWithDefault {
     /// Name, purpose, values and link.
     ArgumentInfo info;
-    /// The value that it has unless another is set; empty when nothing is said.
+    /// The value that it has unless another is set; empty when the document gives none.
     std::u16string defaultValue;
 };
 
@@ -78,7 +79,7 @@ struct DOCPARSER_API ClassPropertyGroup {
     std::u16string title;
     /// The properties.
     std::vector<ArgumentWithDefault> properties;
-    /// A place for the host's own; empty at first.
+    /// Filled by the host, if at all.
     KvArrayHandle hostValue{};
 };
 
@@ -88,13 +89,13 @@ struct DOCPARSER_API RefEntity {
     reference::property::RefEntityType entityType;
     /// The name.
     std::u16string name;
-    /// Which kind of function it is; the default for what is no function.
+    /// Which kind of function it is; the default for anything else.
     reference::property::FunctionType functionType;
-    /// Places for the host's own; empty at first.
+    /// Filled by the host, if at all.
     std::array<KvArrayHandle, 2> hostValues{};
 };
 
-/// The picture of an app: where it lies, and a text in its place. Both are empty for other items.
+/// The picture of an app, and a text in its place.
 struct DOCPARSER_API AppThumbnail {
     /// Where the picture lies, in the form of an item's href.
     std::u16string fileRef;
@@ -110,7 +111,7 @@ struct DOCPARSER_API SyntaxGroup {
     reference::property::SyntaxType syntaxType;
     /// The lines.
     std::vector<std::u16string> syntax;
-    /// Places for the host's own; empty at first.
+    /// Filled by the host, if at all.
     std::array<KvArrayHandle, 2> hostValues{};
 };
 
@@ -138,7 +139,7 @@ struct DOCPARSER_API ExampleLink {
 /// Texts are as the documentation's authors wrote them, UTF-16; what an href or url is relative to,
 /// and how a description is marked up, is settled between authors and readers, not here.
 struct DOCPARSER_API RefItem {
-    /// Takes the parts over; the handles start empty.
+    /// Moves each argument into the field of its name; `hostValues` starts empty.
     RefItem(std::u16string href, std::vector<RefEntity> refEntities, std::u16string packageName,
             std::u16string refPurpose, std::u16string introduced, std::u16string description,
             AppThumbnail appThumbnail, reference::property::DeprecationStatus deprecationStatus,
@@ -158,11 +159,11 @@ struct DOCPARSER_API RefItem {
     std::u16string refPurpose;
     /// The version in which the item appeared.
     std::u16string introduced;
-    /// What it is, at length.
+    /// The long description.
     std::u16string description;
-    /// The picture of an app.
+    /// The picture of an app; empty for other items.
     AppThumbnail appThumbnail;
-    /// How far the item is on its way out.
+    /// Whether the item is discouraged, deprecated or removed.
     reference::property::DeprecationStatus deprecationStatus;
     /// The ways to write a call.
     std::vector<SyntaxGroup> syntaxGroups;
@@ -176,9 +177,9 @@ struct DOCPARSER_API RefItem {
     std::vector<SeeAlsoLink> seeAlso;
     /// Examples.
     std::vector<ExampleLink> examples;
-    /// The parameters of what is no call.
+    /// The parameters of an item that is not called, such as a file format.
     std::vector<ArgumentWithDefault> parameters;
-    /// Places for the host's own; empty at first.
+    /// Filled by the host, if at all.
     std::array<KvArrayHandle, 10> hostValues{};
 };
 

@@ -18,8 +18,8 @@ std::filesystem::path pathOfCode() {
     return ::dladdr(reinterpret_cast<const void*>(&pathOfCode), &code) == 0 ? "" : code.dli_fname;
 }
 
-// Of a program the dynamic linker only knows how it was called, perhaps a name that was found
-// through PATH.
+// The dynamic linker knows a program only by the name by which it was called, which may have been
+// found through PATH.
 #elif defined(__APPLE__)
 
 std::filesystem::path pathOfCode() {

@@ -6,7 +6,7 @@
 
 namespace environment::local {
 
-/// The services in force, none of them empty. A snapshot: it stays whole when others are set.
+/// The current services, none of them empty. A snapshot: it stays valid when others are set.
 std::shared_ptr<const Services> currentServices();
 
 } // namespace environment::local

@@ -37,8 +37,8 @@ namespace {
 
 using SeverityMask = std::atomic<std::uint32_t>;
 
-/// The severity masks of all channels. It is never destroyed: loggers ask it, and are asked, to the
-/// end of the process.
+/// The severity masks of all channels. It is never destroyed, because loggers are used until the
+/// process ends.
 class ChannelRegistry {
 public:
     static ChannelRegistry& getInstance() {
@@ -61,8 +61,8 @@ private:
 
 std::atomic<bool> isLoggingOver{false};
 
-/// Boost.Log destroys what it needs while the process ends. What is registered here, when that is
-/// built, runs before: from then on there are no records.
+/// Boost.Log destroys its own objects while the process ends. A handler that is registered here,
+/// once they are built, runs before that: from then on there are no records.
 void endLoggingBeforeBoostLog() {
     std::atexit([] { isLoggingOver.store(true, std::memory_order_relaxed); });
 }
@@ -73,7 +73,7 @@ void setEnabledSeverities(const std::string& channel, std::uint32_t mask) {
     ChannelRegistry::getInstance().getMask(channel)->store(mask, std::memory_order_relaxed);
 }
 
-/// What a logger's records come from.
+/// Makes a logger's records.
 class basic_diagnostic_logger<char>::Source {
 public:
     explicit Source(const std::string& channel) {
@@ -81,8 +81,8 @@ public:
         [[maybe_unused]] static const bool isRegistered = (endLoggingBeforeBoostLog(), true);
     }
 
-    // Each record has a set of attributes of its own, for no lock may be held here: the core runs
-    // the host's filters, which may log, or call what logs.
+    // Each record has a set of attributes of its own, because no lock may be held here: the core
+    // runs the host's filters, which may log themselves.
     boost::log::record openRecord(std::uint32_t severity) const {
         if (isLoggingOver.load(std::memory_order_relaxed) || !core_->get_logging_enabled())
             return {};
@@ -94,7 +94,7 @@ public:
 
     void pushRecord(boost::log::record&& record) const {
         core_->push_record(std::move(record));
-        // The first record has built what the constructor has not.
+        // The first record has built what the constructor did not build.
         [[maybe_unused]] static const bool isRegistered = (endLoggingBeforeBoostLog(), true);
     }
 

@@ -30,8 +30,8 @@ std::string localeOfEnvironmentVariables() {
     return {};
 }
 
-/// Whether `locale`, language[_territory][.codeset][@modifier], is of `language`: the whole of
-/// its language and territory, or its language alone.
+/// Whether `locale`, language[_territory][.codeset][@modifier], belongs to `language`, which names
+/// either its language and territory or its language alone.
 bool isLocaleOf(std::string_view locale, std::string_view language) {
     const std::string_view named = locale.substr(0, locale.find_first_of(".@"));
     return named == language || named.substr(0, named.find('_')) == language;

@@ -31,8 +31,8 @@ std::u16string docrootOfInstallation() {
         (datadir / "reference-docparser" / "docroot").lexically_normal().string());
 }
 
-/// Found while the code is loaded: later its path may lead elsewhere, for it may be relative to a
-/// folder that the program leaves.
+/// Found while the code is loaded: its path may be relative to a folder that the program leaves
+/// later.
 [[maybe_unused]] const std::u16string& docrootOfLoadTime = installedDocDataRoot();
 
 } // namespace

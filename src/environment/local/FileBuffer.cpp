@@ -32,7 +32,7 @@ std::streambuf::int_type FileBuffer::underflow() {
     return traits_type::to_int_type(*gptr());
 }
 
-/// Asked where the window has no character to go back to, or another one than is put back.
+/// Called when the window has no previous character, or another one than is put back.
 std::streambuf::int_type FileBuffer::pbackfail(int_type character) {
     const off_type former = position();
     if (former == 0)
@@ -41,7 +41,7 @@ std::streambuf::int_type FileBuffer::pbackfail(int_type character) {
     const int_type previous = underflow();
     const bool isWanted = traits_type::eq_int_type(character, traits_type::eof()) ||
                           traits_type::eq_int_type(character, previous);
-    // The file may have lost it meanwhile.
+    // The file may have become shorter meanwhile.
     if (isWanted && !traits_type::eq_int_type(previous, traits_type::eof()))
         return previous;
     moveTo(former);
@@ -55,20 +55,22 @@ std::streamsize FileBuffer::showmanyc() {
 std::streamsize FileBuffer::xsgetn(char* target, std::streamsize count) {
     std::streamsize done = takeFromWindow(target, count);
     while (done < count && left() > 0) {
-        const std::streamsize wanted = count - done;
-        if (wanted < std::min<off_type>(kWindowSize, left())) {
-            if (traits_type::eq_int_type(underflow(), traits_type::eof()))
-                break;
-            done += takeFromWindow(target + done, wanted);
-        } else {
-            moveTo(position());
-            const std::streamsize read = readBehindWindow(target + done, wanted);
-            if (read == 0)
-                break;
-            done += read;
-        }
+        const std::streamsize read = readMore(target + done, count - done);
+        if (read == 0)
+            break;
+        done += read;
     }
     return done;
+}
+
+std::streamsize FileBuffer::readMore(char* target, std::streamsize wanted) {
+    if (wanted >= std::min<off_type>(kWindowSize, left())) {
+        moveTo(position());
+        return readBehindWindow(target, wanted);
+    }
+    if (traits_type::eq_int_type(underflow(), traits_type::eof()))
+        return 0;
+    return takeFromWindow(target, wanted);
 }
 
 std::streambuf::pos_type FileBuffer::seekoff(off_type offset, std::ios_base::seekdir from,

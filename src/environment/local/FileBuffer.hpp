@@ -10,9 +10,9 @@
 
 namespace environment::local {
 
-/// An open file as streams read it. Moving about costs no system call, and neither does finding the
-/// end: what the file had when it was opened is all that is read. A request for much, or for the
-/// rest of the file, is read where it is wanted. A read that fails throws `std::ios_base::failure`.
+/// An open file as streams read it. Seeking costs no system call, and neither does finding the end:
+/// only what the file had when it was opened is read. A request for much, or for the rest of the
+/// file, is read straight into its target. A read that fails throws `std::ios_base::failure`.
 class FileBuffer final : public std::streambuf {
 public:
     explicit FileBuffer(OpenedFile file) noexcept : file_(std::move(file)) {}
@@ -33,16 +33,18 @@ protected:
 private:
     std::streamsize windowed() const noexcept { return egptr() - gptr(); }
     off_type position() const noexcept { return windowEnd_ - windowed(); }
-    /// How much the file has behind the window.
+    /// How many bytes the file has behind the window.
     off_type left() const noexcept;
     /// Empties the window.
     void moveTo(off_type position) noexcept;
     std::streamsize takeFromWindow(char* target, std::streamsize count) noexcept;
+    /// Some of what follows, through the window when that is little; 0 at the end of the file.
+    std::streamsize readMore(char* target, std::streamsize wanted);
     std::streamsize readBehindWindow(char* target, std::streamsize capacity);
 
     OpenedFile file_;
-    std::unique_ptr<char[]> window_; // what lies from eback() to egptr()
-    off_type windowEnd_ = 0;         // where in the file egptr() stands
+    std::unique_ptr<char[]> window_; // the bytes from eback() to egptr()
+    off_type windowEnd_ = 0;         // the place of egptr() in the file
 };
 
 } // namespace environment::local

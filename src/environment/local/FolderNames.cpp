@@ -20,7 +20,7 @@ struct CloseFolder {
     void operator()(DIR* folder) const noexcept { ::closedir(folder); }
 };
 
-// Not by the iterators of std::filesystem: those of GCC end the program when memory runs out.
+// The iterators of std::filesystem do not serve: those of GCC end the program when memory runs out.
 std::unique_ptr<DIR, CloseFolder> openFolder(const std::string& path) {
     for (;;) {
         std::unique_ptr<DIR, CloseFolder> folder(::opendir(path.c_str()));
@@ -49,7 +49,7 @@ void addName(const char* name, std::vector<std::u16string>& names) {
     try {
         names.push_back(decoder.convert(name, std::strlen(name)));
     } catch (const std::range_error&) {
-        // Not UTF-8.
+        // The name is not UTF-8.
     }
 }
 

@@ -7,7 +7,7 @@ void intrusive_ptr_add_ref(const kvArray_tag* array) noexcept {
 }
 
 void intrusive_ptr_release(const kvArray_tag* array) noexcept {
-    // What other handles did to the array must be over before it is deleted.
+    // The other handles' uses of the array must be over before it is deleted.
     if (array->references.fetch_sub(1, std::memory_order_acq_rel) == 1)
         delete array;
 }

@@ -31,7 +31,7 @@ using ProductList = std::vector<std::shared_ptr<const TopLevelDocProduct>>;
 
 constexpr std::streamoff kMaximumFileSize = 64 << 20;
 
-/// What tells one state of a file from the next.
+/// What distinguishes one state of a file from the next.
 struct FileState {
     std::string path;
     off_t size;
@@ -61,8 +61,8 @@ std::optional<FileState> lookAt(const std::u16string& path) {
     return FileState{*std::move(nativePath), status.st_size, {modified.tv_sec, modified.tv_nsec}};
 }
 
-/// Takes the size from the file that it has opened: the path may name another one by now. What is
-/// kept under the state that was seen before is then found out of date at the next look.
+/// Takes the size from the file that it has opened: the path may name another one by now. In that
+/// case the next look finds that what is kept is out of date.
 std::string readWhole(const std::u16string& path) {
     fl::filesystem::basic_ifstream<char> file(path, std::ios_base::binary | std::ios_base::ate);
     const std::streamoff size = file.tellg();
@@ -76,7 +76,7 @@ std::string readWhole(const std::u16string& path) {
     return text;
 }
 
-/// Makes a product of what the file says.
+/// Makes a product of one element of the file.
 class ProductReader {
 public:
     ProductReader(const std::u16string& path, std::size_t number) : path_(path), number_(number) {}
@@ -84,7 +84,7 @@ public:
     std::shared_ptr<const TopLevelDocProduct> read(const boost::json::value& product) const {
         const boost::json::object* members = product.if_object();
         if (members == nullptr)
-            throwBroken(path_, subject() + " is no object");
+            throwBroken(path_, subject() + " is not an object");
         if (!members->contains("shortName"))
             throwBroken(path_, subject() + " has no shortName");
         return std::make_shared<const TopLevelDocProduct>(
@@ -99,7 +99,7 @@ private:
     std::string text(const boost::json::object& product, const char* name) const {
         const boost::json::value* member = product.if_contains(name);
         if (member != nullptr && !member->is_string())
-            throwBroken(path_, subject() + ": " + name + " is no text");
+            throwBroken(path_, subject() + ": " + name + " is not a string");
         return member == nullptr ? std::string() : std::string(member->as_string());
     }
 
@@ -127,7 +127,7 @@ TopLevelProductList readProducts(const std::u16string& path) {
     return std::make_shared<const ProductList>(std::move(products));
 }
 
-/// Keeps the list that was read last.
+/// Keeps the last list that was read.
 class ProductListCache {
 public:
     TopLevelProductList get(const FileState& state) const {

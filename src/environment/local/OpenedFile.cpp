@@ -27,7 +27,7 @@ bool isFileOrFolder(const struct stat& status) {
     return S_ISREG(status.st_mode) || S_ISDIR(status.st_mode);
 }
 
-/// A file system that asks another process may be interrupted.
+/// A file system that is served by another process may interrupt a call.
 int openDescriptor(const std::string& path) {
     for (;;) {
         const int number = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
@@ -36,8 +36,8 @@ int openDescriptor(const std::string& path) {
     }
 }
 
-/// The first attempt has the holder of a lease asked to give it up. To wait in `open` itself would
-/// be to wait for a pipe, should the path come to name one.
+/// The first attempt makes the system ask the holder of a lease to give it up. Waiting in `open`
+/// itself would also wait for a pipe, if the path came to name one.
 int openWhenNotLeased(const std::string& path) {
     for (auto pause = kFirstPause;; pause *= 2) {
         const int number = openDescriptor(path);
@@ -47,8 +47,8 @@ int openWhenNotLeased(const std::string& path) {
     }
 }
 
-/// Moves the descriptor's position. Where the file system has no notion of holes there are none;
-/// any other failure to tell counts as large holes.
+/// Moves the descriptor's position. A file system without a notion of holes has none; any other
+/// failure counts as large holes.
 bool hasLargeHoles(int descriptor, off_t size) {
     off_t holes = 0;
     for (off_t position = 0; size - position + holes > kMaximumHoles;) {
@@ -82,8 +82,8 @@ std::optional<std::string> accessPath(const std::u16string& pathname) {
 std::optional<OpenedFile> openForReading(const std::u16string& pathname) {
     const std::optional<std::string> path = accessPath(pathname);
     struct stat status {};
-    // Looked at first, for opening a pipe would wake a writer that waits for a reader, and again
-    // when open, for the path may have come to name another file meanwhile.
+    // The kind is checked before opening, because opening a pipe would wake a writer that waits for
+    // a reader, and again afterwards, because the path may name another file by then.
     if (!path || ::stat(path->c_str(), &status) != 0 || !isFileOrFolder(status))
         return std::nullopt;
     FileDescriptor descriptor(openWhenNotLeased(*path));

@@ -31,10 +31,9 @@ private:
 
 struct OpenedFile {
     FileDescriptor descriptor;
-    /// What the file had when it was opened, in bytes. All that read it go by this size, whatever
-    /// becomes of the file: its holes were judged by it. Nothing for a folder, and for a file with
-    /// holes of more than 64 MiB: its size says nothing of what is stored, and whoever believed it
-    /// would fill the memory with zeros.
+    /// The size of the file when it was opened, in bytes. All reading goes by this size, even if
+    /// the file changes: its holes were judged by it. Nothing for a folder, and for a file with
+    /// holes of more than 64 MiB, which would fill the memory with zeros.
     std::optional<off_t> size;
 };
 

@@ -20,7 +20,7 @@ Services builtInServices() {
             .installedHardwareSupportPackages = local::namesOfFoldersUnder};
 }
 
-/// Never destroyed: the services are asked to the end of the process.
+/// Never destroyed, because the services are asked until the process ends.
 class ServiceRegistry {
 public:
     static ServiceRegistry& getInstance() {
@@ -33,7 +33,7 @@ public:
         return services_;
     }
 
-    // The former services go after the lock is released: a host's own destructors may call back.
+    // The former services are destroyed without the lock: a host's destructors may call back.
     void set(std::shared_ptr<const Services> services) {
         const std::lock_guard lock(mutex_);
         services_.swap(services);
@@ -44,7 +44,7 @@ private:
     std::shared_ptr<const Services> services_ = std::make_shared<Services>(builtInServices());
 };
 
-/// So that the message locale is asked while the program is being loaded, before it has threads.
+/// Asks for the message locale while the program is being loaded, before it has threads.
 [[maybe_unused]] const ServiceRegistry& registryOfLoadTime = ServiceRegistry::getInstance();
 
 template <typename Service>

@@ -16,20 +16,20 @@ namespace {
 
 constexpr std::uint64_t kMebibyte = std::uint64_t{1} << 20;
 
-/// How many bytes may become of one that is stored. Of documentation it is 5 to 20.
+/// How many bytes one stored byte may inflate to. Documentation has 5 to 20.
 constexpr std::uint64_t kMaximumInflation = 64;
-/// What an entry, and a package as a whole, may inflate to however little is stored.
+/// What any entry, and any package as a whole, may inflate to, however little of it is stored.
 constexpr std::uint64_t kContentOfAnyEntry = 32 * kMebibyte;
 constexpr std::uint64_t kContentOfAnyPackage = 64 * kMebibyte;
-/// What an entry may inflate to at most.
+/// The most that an entry may inflate to.
 constexpr std::uint64_t kMaximumContentSize = 1024 * kMebibyte;
 
-/// How many times the size of its file the stored contents of a package may have together. They
-/// have it more than once only where entries share stored bytes or declare false sizes. An entry
-/// that declares more than the whole file is refused without being counted.
+/// The stored contents of a package may add up to this many times the size of its file. They exceed
+/// that size only when entries share stored bytes or declare false sizes. An entry that declares
+/// more than the whole file is refused without being counted.
 constexpr std::uint64_t kMaximumSharing = 8;
 
-/// Without overflow.
+/// The product, or nearly the largest number when that overflows.
 std::uint64_t times(std::uint64_t factor, std::uint64_t size) {
     return std::min(size, std::numeric_limits<std::uint64_t>::max() / factor) * factor;
 }
@@ -43,7 +43,7 @@ std::uint64_t contentLimitOfPackage(std::uint64_t fileSize) {
     return std::max(kContentOfAnyPackage, times(kMaximumInflation, fileSize));
 }
 
-/// Nothing for a folder, and for an entry whose name cannot be had.
+/// Nothing for a folder, and for an entry whose name cannot be read.
 std::optional<std::u16string> baseNameOfLeaf(zip_t* archive, std::uint64_t index) {
     const char* name = zip_get_name(archive, index, ZIP_FL_ENC_GUESS);
     const std::string_view path = name == nullptr ? "/" : name;
@@ -52,7 +52,7 @@ std::optional<std::u16string> baseNameOfLeaf(zip_t* archive, std::uint64_t index
     return fl::i18n::from_utf8(path.substr(path.rfind('/') + 1));
 }
 
-/// How many bytes of the file an entry says that it takes up.
+/// How many bytes of the file an entry claims.
 std::uint64_t storedSize(zip_t* archive, std::uint64_t index) {
     zip_stat_t entry;
     zip_stat_init(&entry);
@@ -79,7 +79,7 @@ std::vector<ZipArchive::Leaf> listLeaves(zip_t* archive, std::uint64_t fileSize)
     return leaves;
 }
 
-/// The size that the entry is declared to have; throws when its content cannot be read at all.
+/// The declared size of an entry; throws when its content cannot be read at all.
 std::uint64_t checkReadable(zip_t* archive, std::uint64_t index) {
     constexpr zip_uint64_t kNeeded =
         ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE | ZIP_STAT_COMP_METHOD | ZIP_STAT_ENCRYPTION_METHOD;
@@ -100,7 +100,7 @@ std::uint64_t checkReadable(zip_t* archive, std::uint64_t index) {
 
 } // namespace
 
-/// The content of one entry. libzip checks the checksum when it comes to the end of the content.
+/// The content of one entry. libzip checks the checksum at the end of the content.
 class ZipArchive::Content final : public zqservices::ContentSource, private InputStream {
 public:
     Content(std::shared_ptr<ZipArchive> archive, const Leaf& leaf)

@@ -16,12 +16,12 @@ namespace opc {
 struct zqservices::FileSystemEntry::Leaf {
     std::uint64_t index;
     std::u16string baseName;
-    bool isWithinFile; ///< whether the file has room for what it says that it takes up
+    bool isWithinFile; ///< whether the file has as many bytes as the entry claims
 };
 
 namespace zippackage {
 
-/// A zip file that is read through libzip. Any thread may use it.
+/// A zip file, read through libzip. Any thread may use it.
 class ZipArchive : public std::enable_shared_from_this<ZipArchive> {
 public:
     using Leaf = zqservices::FileSystemEntry::Leaf;
@@ -31,10 +31,11 @@ public:
     /// Does nothing when the archive is open already.
     void open();
 
-    /// The leaves in the order of the central directory; throws when the archive is not open.
+    /// All entries but the folders, in the order of the central directory; throws when the archive
+    /// is not open.
     std::shared_ptr<const std::vector<Leaf>> getLeaves() const;
 
-    /// The whole name of a leaf, folders included.
+    /// The whole name of an entry, folders included.
     std::u16string pathOf(const Leaf& leaf) const;
 
     std::unique_ptr<zqservices::ContentSource> openLeaf(const Leaf& leaf);
@@ -46,17 +47,17 @@ private:
         void operator()(zip_t* archive) const noexcept { zip_discard(archive); }
     };
 
-    /// Throws when `size` bytes of an entry's content are more than is left of what the package may
-    /// inflate to. An entry that does not fit takes nothing away from those behind it.
+    /// Throws when the package may not inflate by `size` bytes more for an entry. An entry that
+    /// does not fit takes nothing away from those behind it.
     void checkContentLeft(std::uint64_t index, std::uint64_t size);
-    /// Counts the first `size` bytes, each once however often it is read.
+    /// Counts the first `size` bytes of an entry, each once however often it is read.
     void countContent(std::uint64_t index, std::uint64_t size);
 
     const std::u16string path_;
     mutable std::mutex mutex_; // guards the members below and all that libzip derives from them
     std::unique_ptr<zip_t, Discard> archive_;
     std::shared_ptr<const std::vector<Leaf>> leaves_;
-    std::unordered_map<std::uint64_t, std::uint64_t> countedContent_; // by the entries' indices
+    std::unordered_map<std::uint64_t, std::uint64_t> countedContent_; // by the entry's index
     std::uint64_t contentLeft_ = 0;
 };
 

@@ -16,12 +16,12 @@ constexpr std::string_view kEndSignature = "PK\5\6"sv;
 constexpr std::string_view kEntrySignature = "PK\1\2"sv;
 constexpr std::size_t kEndSize = 22;
 constexpr std::size_t kMaximumCommentSize = 0xFFFF;
-/// What libzip reads in front of them.
+/// libzip reads the locator of a Zip64 record in front of the end record.
 constexpr std::size_t kZip64LocatorSize = 20;
-/// Stands for a number that the file's Zip64 record has.
+/// Refers to a number in the file's Zip64 record.
 constexpr std::uint64_t kInZip64 = 0xFFFFFFFF;
 
-/// Whether all of `buffer` could be filled.
+/// Fills `buffer`, and returns whether there was enough to read.
 bool fill(std::string& buffer, int descriptor, std::uint64_t position) {
     std::size_t filled = 0;
     while (filled < buffer.size()) {
@@ -42,7 +42,7 @@ std::uint64_t numberAt(std::string_view bytes, std::size_t position, std::size_t
     return number;
 }
 
-/// The end of a file, as far as its end record may begin there.
+/// The part at the end of a file in which its end record may begin.
 struct Tail {
     int descriptor;
     std::uint64_t begin;
@@ -67,10 +67,10 @@ std::vector<std::size_t> findEndRecords(std::string_view bytes) {
     return found;
 }
 
-/// How much a record may be the file's own.
+/// How plausible it is that a record is the file's own.
 enum class Plausibility { None, DirectoryFits, CommentFitsToo };
 
-/// Where the directory lies that a record names, as far as the record itself has it.
+/// Where the directory of a record lies, if the record itself says so.
 struct Directory {
     std::uint64_t begin;
     std::uint64_t size;
@@ -88,7 +88,7 @@ bool namesDirectory(const Tail& tail, std::size_t record) {
         return true;
     if (begin + size > tail.begin + record)
         return false;
-    if (size == 0) // of a file without entries, where the record follows at once
+    if (size == 0) // a file without entries, where the record follows at once
         return numberAt(tail.bytes, record + 10, 2) == 0 && begin == tail.begin + record;
     std::string signature(kEntrySignature.size(), '\0');
     return fill(signature, tail.descriptor, begin) && signature == kEntrySignature;
@@ -102,7 +102,7 @@ Plausibility judge(const Tail& tail, std::size_t record) {
     return commentSize == behind ? Plausibility::CommentFitsToo : Plausibility::DirectoryFits;
 }
 
-/// Of equally plausible ones the last.
+/// The last of the most plausible ones.
 std::size_t findOwn(const Tail& tail, const std::vector<std::size_t>& records) {
     std::size_t own = records.back();
     Plausibility best = Plausibility::None;
@@ -125,8 +125,8 @@ ForeignEndRecords::ForeignEndRecords(int descriptor, std::uint64_t size) {
         return;
     const std::size_t own = findOwn(tail, records);
     const Directory directory = directoryOf(tail, own);
-    // In the directory such bytes belong to a name or a number, unless they are meant to be
-    // followed.
+    // Within the directory such bytes belong to a name or a number, unless they form a plausible
+    // record.
     const auto isOfEntry = [&](std::size_t record) {
         const std::uint64_t position = tail.begin + record;
         return !directory.isInZip64() && position >= directory.begin &&
@@ -140,7 +140,7 @@ ForeignEndRecords::ForeignEndRecords(int descriptor, std::uint64_t size) {
 
 void ForeignEndRecords::hide(std::uint64_t position, char* bytes,
                              std::size_t count) const noexcept {
-    // One that begins just before may reach into these bytes.
+    // A record that begins just before may reach into these bytes.
     const std::uint64_t first = position - std::min<std::uint64_t>(position, kEndSignature.size());
     for (auto record = std::lower_bound(positions_.begin(), positions_.end(), first);
          record != positions_.end() && *record < position + count; ++record)

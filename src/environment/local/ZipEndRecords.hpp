@@ -7,18 +7,17 @@
 namespace opc::zippackage {
 
 /// The end records of a zip file that are not its own. Bytes that look like one may stand in its
-/// comment, in what lies behind it, and in packages that are stored in it. libzip would follow all
-/// of them through the whole directory that each names; so all but one are hidden from it while it
-/// opens the file.
+/// comment, behind its end, and in packages that are stored in it. libzip would follow each of them
+/// through a whole directory; so all but one are hidden from libzip while it opens the file.
 ///
-/// The file's own record is the last one of those whose directory begins where they say; one whose
-/// comment ends with the file goes first.
+/// The file's own record is the last one of those whose directory begins where they say. One whose
+/// comment ends with the file has precedence.
 class ForeignEndRecords {
 public:
-    /// None: nothing is hidden.
+    /// There are none, and nothing is hidden.
     ForeignEndRecords() = default;
 
-    /// Those of an open file of that size, read at their places. What cannot be read hides nothing.
+    /// Finds those of an open file of that size. What cannot be read hides nothing.
     ForeignEndRecords(int descriptor, std::uint64_t size);
 
     /// Makes the records unrecognisable in `count` bytes that were read at `position`.

@@ -18,7 +18,7 @@ namespace {
 
 using environment::local::OpenedFile;
 
-/// The state behind a source; its operations answer as libzip wants them answered, -1 on failure.
+/// The state behind a source of libzip; its operations return what libzip expects, -1 on failure.
 class FileReader {
 public:
     FileReader(OpenedFile file, std::uint64_t size,
@@ -51,7 +51,7 @@ private:
         case ZIP_SOURCE_ERROR:
             return zip_error_to_data(error_.get(), data, length);
         case ZIP_SOURCE_SUPPORTS:
-            // What is listed and not handled here is answered with "done", or "no".
+            // 0 is the answer to what is listed but not handled here: "done" or "no".
             return zip_source_make_command_bitmap(
                 ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE, ZIP_SOURCE_STAT,
                 ZIP_SOURCE_ERROR, ZIP_SOURCE_FREE, ZIP_SOURCE_SEEK, ZIP_SOURCE_TELL,
@@ -62,19 +62,11 @@ private:
     }
 
     zip_int64_t read(void* buffer, zip_uint64_t capacity) noexcept {
-        if (position_ < windowBegin_ || position_ >= windowBegin_ + windowSize_) {
-            const ssize_t count =
-                environment::local::readAt(file_.descriptor.get(), window_.data(), window_.size(),
-                                           static_cast<off_t>(position_));
-            if (count < 0) {
-                zip_error_set(error_.get(), ZIP_ER_READ, errno);
-                return -1;
-            }
-            windowBegin_ = position_;
-            windowSize_ = static_cast<std::size_t>(count);
-        }
+        const bool isInWindow = position_ >= windowBegin_ && position_ < windowBegin_ + windowSize_;
+        if (!isInWindow && !moveWindow())
+            return -1;
         const std::size_t offset = position_ - windowBegin_;
-        // Of a file that grows only what it had at first counts.
+        // Only the size at first counts when a file grows.
         const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(
             {capacity, windowSize_ - offset, size_ - std::min(position_, size_)}));
         std::memcpy(buffer, window_.data() + offset, count);
@@ -82,6 +74,18 @@ private:
             foreign->hide(position_, static_cast<char*>(buffer), count);
         position_ += count;
         return static_cast<zip_int64_t>(count);
+    }
+
+    bool moveWindow() noexcept {
+        const ssize_t count = environment::local::readAt(
+            file_.descriptor.get(), window_.data(), window_.size(), static_cast<off_t>(position_));
+        if (count < 0) {
+            zip_error_set(error_.get(), ZIP_ER_READ, errno);
+            return false;
+        }
+        windowBegin_ = position_;
+        windowSize_ = static_cast<std::size_t>(count);
+        return true;
     }
 
     zip_int64_t seek(void* data, zip_uint64_t length) noexcept {
@@ -105,7 +109,7 @@ private:
     std::weak_ptr<const ForeignEndRecords> foreignEndRecords_;
     std::uint64_t position_ = 0;
     ZipError error_;
-    // libzip reads a header in several pieces, and the next entry mostly follows.
+    // libzip reads a header in several pieces, and the next entry is mostly the next one read.
     std::array<char, std::size_t{32} * 1024> window_;
     std::uint64_t windowBegin_ = 0;
     std::size_t windowSize_ = 0;

@@ -14,13 +14,13 @@ struct FreeZipSource {
     void operator()(zip_source_t* source) const noexcept { zip_source_free(source); }
 };
 
-/// A file as libzip reads it: in blocks, with no system call to move about, and with one size for
-/// as long as it is open.
+/// A file as libzip reads it: in blocks, without system calls for seeking, and with one size for as
+/// long as it is open.
 struct ZipFileSource {
     std::unique_ptr<zip_source_t, FreeZipSource> source;
     std::uint64_t size;
-    /// They are hidden from libzip for as long as this lives, that is, while it opens the file; in
-    /// what entries hold they are content like any other.
+    /// They are hidden from libzip as long as this lives, that is, while it opens the file; later
+    /// such bytes are content like any other.
     std::shared_ptr<const ForeignEndRecords> foreignEndRecords;
 };
 
