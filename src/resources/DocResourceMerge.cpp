@@ -6,27 +6,34 @@
 namespace reference::docparser {
 namespace {
 
-/// Moves to `held` the items whose keys it lacks, and leaves in `other` those whose keys both have.
-/// The cost is that of the smaller map, because what is held may be the sum of many documents.
-template <typename Items>
-void addMissingItems(Items& held, Items& other) noexcept {
+/// Moves to `held` the items whose keys it lacks. For each key of both, calls `inBoth` with the
+/// list that `held` keeps and with the other item. It costs time in the smaller map only, because
+/// what is held may be the sum of many documents.
+template <typename Items, typename InBoth>
+void addMissingItems(Items& held, Items& other, InBoth inBoth) noexcept {
     if (other.size() <= held.size()) {
-        held.merge(other);
+        while (!other.empty()) {
+            auto placed = held.insert(other.extract(other.begin()));
+            if (!placed.inserted)
+                inBoth(placed.position->second, std::move(placed.node));
+        }
         return;
     }
-    Items inBoth;
     while (!held.empty()) {
         auto item = held.extract(held.begin());
-        if (auto same = other.extract(item.key()))
-            inBoth.insert(inBoth.end(), std::move(same));
-        other.insert(std::move(item));
+        typename Items::node_type same;
+        auto place = other.lower_bound(item.key());
+        if (place != other.end() && place->first == item.key())
+            same = other.extract(place++);
+        place = other.insert(place, std::move(item));
+        if (same)
+            inBoth(place->second, std::move(same));
     }
     held.swap(other);
-    other.swap(inBoth);
 }
 
 void overlayDocument(DocResource<RefItem>& english, DocResource<RefItem>& localized) noexcept {
-    addMissingItems(localized.items, english.items);
+    addMissingItems(localized.items, english.items, [](const auto&, const auto&) {});
     english.header = std::move(localized.header);
     english.items = std::move(localized.items);
 }
@@ -43,9 +50,16 @@ void LookupMerge::mergeDocResource(Document& held, Document& incoming, bool inco
     static_assert(std::is_nothrow_swappable_v<Document>);
     if (incomingIsLocalized)
         std::swap(held, incoming);
-    addMissingItems(held.items, incoming.items);
-    Tails tails = extractTails(incoming.items);
-    for (auto& [name, lookups] : incoming.items)
+    Items longer;
+    Tails tails;
+    addMissingItems(held.items, incoming.items, [&](Lookups& list, Items::node_type other) {
+        auto tail = tails_.extract(&other.mapped());
+        if (completedSize(list) >= other.mapped().size() + (tail ? tail.mapped().size() : 0))
+            return;
+        tails.insert(std::move(tail));
+        longer.insert(longer.end(), std::move(other));
+    });
+    for (auto& [name, lookups] : longer)
         complete(held.items.find(name)->second, lookups, tails.extract(&lookups));
 }
 
@@ -54,28 +68,21 @@ void LookupMerge::finish() {
         tails_.begin()->second.moveTo(*tails_.begin()->first);
 }
 
-/// Takes them out all at once, so that no tail follows a list that is gone when memory runs out.
-LookupMerge::Tails LookupMerge::extractTails(decltype(Document::items)& items) noexcept {
-    Tails tails;
-    for (auto& [name, lookups] : items)
-        tails.insert(tails_.extract(&lookups));
-    return tails;
+std::size_t LookupMerge::completedSize(Lookups& list) const noexcept {
+    const auto tail = tails_.find(&list);
+    return list.size() + (tail == tails_.end() ? 0 : tail->second.size());
 }
 
 // One of the two documents has just been read, so at most one of the two lists has a tail.
-void LookupMerge::complete(Lookups& list, Lookups& other, Tails::node_type otherTail) {
-    const auto tail = tails_.find(&list);
-    const std::size_t size = list.size() + (tail == tails_.end() ? 0 : tail->second.size());
-    if (size >= other.size() + (otherTail ? otherTail.mapped().size() : 0))
-        return;
-    if (!otherTail) {
-        tails_.try_emplace(tail, &list, list)->second.append(other);
+void LookupMerge::complete(Lookups& list, Lookups& longer, Tails::node_type longerTail) {
+    if (!longerTail) {
+        tails_.try_emplace(&list, list).first->second.append(longer);
         return;
     }
-    otherTail.mapped().putInFront(other);
-    otherTail.mapped().follow(list);
-    otherTail.key() = &list;
-    tails_.insert(std::move(otherTail));
+    longerTail.mapped().putInFront(longer);
+    longerTail.mapped().follow(list);
+    longerTail.key() = &list;
+    tails_.insert(std::move(longerTail));
 }
 
 } // namespace reference::docparser

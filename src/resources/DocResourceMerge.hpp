@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <string>
 #include <utility>
@@ -56,10 +57,11 @@ public:
     void finish();
 
 private:
+    using Items = decltype(Document::items);
     using Tails = std::map<Lookups*, LookupTail>; // by the list that each one follows
 
-    Tails extractTails(decltype(Document::items)& items) noexcept;
-    void complete(Lookups& list, Lookups& other, Tails::node_type otherTail);
+    std::size_t completedSize(Lookups& list) const noexcept;
+    void complete(Lookups& list, Lookups& longer, Tails::node_type longerTail);
 
     Tails tails_;
 };
