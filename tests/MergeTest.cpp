@@ -89,16 +89,23 @@ TEST_F(MergeTest, OfSeveralFilesTheFirstEnglishAndTheLastLocalizedOneWins) {
         EXPECT_EQ(collect(files), result) << testing::PrintToString(files);
 }
 
-TEST_F(MergeTest, VeryLongListsCostAsMuchAsTheyHold) {
+TEST_F(MergeTest, VeryLongListsAndDocumentsCostAsMuchAsTheyHold) {
+    constexpr std::size_t kNames = 150'000;
     constexpr std::size_t kCount = 50'000;
     constexpr std::size_t kDocuments = 20'000;
     const std::string link = std::string(80, 'x') + '/';
     const auto add = [&link](std::string& text, std::size_t number, const char* end) {
         text += link + std::to_string(number) + end;
     };
-    std::string english = "f:En n=";
+    std::string english = "f:En";
     std::string longer = "f:Longer n=";
-    std::string result = "+f:Ja n=";
+    std::string result = "+f:Ja";
+    for (std::size_t number = kNames; number < 2 * kNames; ++number) {
+        english += " a" + std::to_string(number) + "=1";
+        result += " a" + std::to_string(number) + "=1@En";
+    }
+    english += " n=";
+    result += " n=";
     for (std::size_t number = kDocuments; number-- > 0;)
         add(result, number, "@Ja,");
     for (std::size_t number = kCount; number-- > 0;) {
@@ -116,6 +123,7 @@ TEST_F(MergeTest, VeryLongListsCostAsMuchAsTheyHold) {
     for (std::size_t number = 0; number < kDocuments; ++number) {
         files.emplace_back("a.zip/" + std::to_string(number) + "_ja.json", "f:Ja n=");
         add(files.back().second, number, "");
+        files.emplace_back("a.zip/" + std::to_string(number) + ".json", "f:Short n=1");
     }
     EXPECT_TRUE(collect(files) == result);
 }
