@@ -11,8 +11,8 @@
 
 #include "refdoc/pages/Description.hpp"
 #include "refdoc/pages/Page.hpp"
-#include "refdoc/text/NearNames.hpp"
 #include "refdoc/text/Json.hpp"
+#include "refdoc/text/NearNames.hpp"
 #include "refdoc/text/Text.hpp"
 
 namespace refdoc {

@@ -6,6 +6,8 @@
 
 #include <CLI/App.hpp>
 
+#include "environment/ReferenceProperty.hpp"
+#include "refdoc/check/findings/Rules.hpp"
 #include "refdoc/completion/CommandWords.hpp"
 #include "refdoc/completion/Completions.hpp"
 #include "refdoc/completion/ShellWords.hpp"
@@ -26,6 +28,12 @@ std::string inserted(const std::string& word, const TypedLine& typed, bool bash)
     return bash ? bashCompletion(word.substr(typed.kept.size()), typed.open) : word;
 }
 
+OptionValues fixedOptionValues() {
+    const auto& types = reference::property::RefEntityType::texts;
+    return {{"--level", {kLevelNames.begin(), kLevelNames.end()}},
+            {"--type", {types.begin(), types.end()}}};
+}
+
 std::string completions(const CommandWords& words, const TypedLine& typed, bool bash) {
     if (wantsFolder(words))
         return "folder\n";
@@ -34,7 +42,7 @@ std::string completions(const CommandWords& words, const TypedLine& typed, bool 
     options.language = words.valueOf("--language");
     setUpHost(options);
     std::string text;
-    for (const Completion& completion : completionsOf(words))
+    for (const Completion& completion : completionsOf(words, fixedOptionValues()))
         text += inserted(completion.word, typed, bash) + '\t' + completion.meaning + '\n';
     return text;
 }

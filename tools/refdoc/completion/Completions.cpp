@@ -11,7 +11,6 @@
 #include "environment/ReferenceProperty.hpp"
 #include "refdoc/catalog/CatalogFolder.hpp"
 #include "refdoc/catalog/LookupSearch.hpp"
-#include "refdoc/check/findings/Finding.hpp"
 #include "refdoc/host/HostSetup.hpp"
 #include "refdoc/text/Text.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
@@ -113,16 +112,14 @@ void addNames(const LookupDocuments& documents, const std::u16string& resource,
     }
 }
 
-void addOptionValues(const std::string& option, Collector& collector) {
+void addOptionValues(const std::string& option, const OptionValues& fixedValues,
+                     Collector& collector) {
+    if (const auto values = fixedValues.find(option); values != fixedValues.end())
+        for (const std::string_view value : values->second)
+            collector.add(std::string(value));
     if (option == "--language")
         for (const std::string& language : supportedLanguages())
             collector.add(language);
-    if (option == "--level")
-        for (const std::string_view level : kLevelNames)
-            collector.add(std::string(level));
-    if (option == "--type")
-        for (const std::string_view type : reference::property::RefEntityType::texts)
-            collector.add(std::string(type));
     if (option == "--product") {
         const LookupResources documents = DocResourceParser::getResourceLookupFiles();
         addProducts(documents.first, collector);
@@ -170,11 +167,11 @@ bool wantsFolder(const CommandWords& words) {
            !wantsOption(words);
 }
 
-std::vector<Completion> completionsOf(const CommandWords& words) {
+std::vector<Completion> completionsOf(const CommandWords& words, const OptionValues& optionValues) {
     Collector collector(words);
     const std::string command = words.command().get_name();
     if (words.optionToFill() != nullptr) {
-        addOptionValues(words.optionToFill()->get_name(), collector);
+        addOptionValues(words.optionToFill()->get_name(), optionValues, collector);
     } else if (wantsOption(words)) {
         if (&words.command() != &words.application())
             addOptions(words.command(), collector);

@@ -143,6 +143,7 @@ std::vector<std::size_t> findInJson(std::string_view text,
     }
     JsonScanner(text, 0).scanValue(&root);
     std::vector<std::size_t> offsets;
+    offsets.reserve(wanted.size());
     for (const WantedValue* value : wanted)
         offsets.push_back(value->offset);
     return offsets;

@@ -1,13 +1,11 @@
 #include "refdoc/check/rules/DeadLinks.hpp"
 
-#include <array>
 #include <cstddef>
 #include <filesystem>
 #include <map>
 #include <string>
 #include <string_view>
 #include <system_error>
-#include <utility>
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
@@ -122,12 +120,11 @@ private:
     /// Counts links into files whose pages are unknown.
     bool countsAsUnknown(const std::string& page) {
         const std::string pageResource = page.substr(0, page.find('/'));
-        for (const std::string* resource : std::array{&std::as_const(resource_), &pageResource})
-            if (index_.isUnreadable(*resource)) {
-                ++unknownLinks_[*resource];
-                return true;
-            }
-        return false;
+        const bool isUnreadable = index_.isUnreadable(resource_);
+        if (!isUnreadable && !index_.isUnreadable(pageResource))
+            return false;
+        ++unknownLinks_[isUnreadable ? resource_ : pageResource];
+        return true;
     }
 
     std::string whyElsewhere() const {
