@@ -1,5 +1,5 @@
-# What is installed: the two libraries, their headers under one private include folder, and the CMake
-# package and the pkg-config module `reference-docparser`. The components are `runtime`,
+# What is installed: the two libraries, their headers under one private include folder, and the
+# CMake package and the pkg-config module `reference-docparser`. The components are `runtime`,
 # `development` and, if the tools are built, `client`.
 include(CMakePackageConfigHelpers)
 

@@ -41,6 +41,6 @@ execute_process(
     "-DCMAKE_PREFIX_PATH=${WORK_DIR}/installed"
   OUTPUT_QUIET ERROR_VARIABLE errors)
 string(REGEX REPLACE "[ \n]+" " " errors "${errors}")
-if(NOT errors MATCHES "Could NOT find Libzip")
+if(NOT errors MATCHES "libzip [0-9.]+ or later is missing")
   message(FATAL_ERROR "Nothing says that libzip is missing:\n${errors}")
 endif()
