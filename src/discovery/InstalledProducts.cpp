@@ -1,11 +1,14 @@
 #include "reference/docparser/DocResourceParser.hpp"
 
 #include <algorithm>
+#include <memory>
 #include <mutex>
 #include <string>
+#include <unordered_set>
 
 #include "environment/PathAndText.hpp"
 #include "settings/ProcessState.hpp"
+#include "settings/SupportPackageCache.hpp"
 
 namespace reference::docparser::DocResourceParser {
 namespace {
@@ -22,6 +25,10 @@ bool hasShortName(const TopLevelProductList& products, const std::string& name) 
 doc_products_shared::TopLevelProductList getTopLevelProducts() {
     const std::lock_guard lock(topLevelProductsMutex);
     return topLevelProductsProvider();
+}
+
+std::shared_ptr<const std::unordered_set<std::u16string>> getHardwareSupportPackages() {
+    return supportPackageCache.get();
 }
 
 bool isProductInstalled(const std::u16string& name) {

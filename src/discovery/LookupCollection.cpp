@@ -72,7 +72,9 @@ void mergeProductResources(const std::vector<ProductRecord>& records,
     }
 }
 
-/// The name of a package with a single leaf says the language; otherwise the leaf's own name does.
+/// The language of a leaf. A package with a single one decides by its own name; if that is
+/// localized, the leaf must have the current language's suffix as well. In other packages each
+/// leaf's name decides.
 FileLanguage getLeafLanguage(const std::u16string& stem, bool isOnlyLeaf,
                              const ProductPathData& package, const ProductScanContext& context) {
     if (!isOnlyLeaf)

@@ -50,7 +50,7 @@ public:
     const std::string& getDisplayName() const noexcept { return displayName_; }
     /// Where the product's help lies, in the host's words.
     const std::string& getHelpLocation() const noexcept { return helpLocation_; }
-    /// The product's code, which documents of support packages are keyed by.
+    /// The product's code.
     const std::string& getBaseCode() const noexcept { return baseCode_; }
     /// A second name by which the product is known.
     const std::string& getAltShortName() const noexcept { return altShortName_; }

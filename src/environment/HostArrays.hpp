@@ -25,8 +25,7 @@ struct kvArray_tag {
 
 /// Counts a new handle. Any thread may call it.
 void intrusive_ptr_add_ref(const kvArray_tag* array) noexcept;
-/// Counts down for a handle that goes, and deletes the array with the last one. Any thread may call
-/// it.
+/// Removes a handle, and deletes the array with the last one. Any thread may call it.
 void intrusive_ptr_release(const kvArray_tag* array) noexcept;
 
 #pragma GCC visibility pop

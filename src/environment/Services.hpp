@@ -19,7 +19,7 @@ using doc_products_shared::TopLevelProductList;
 /// of the environment sees it.
 ///
 /// The library `docparser` holds locks of its own while it asks for the root, the products and the
-/// support packages. A service that calls a function which it must not call, as said below,
+/// support packages. A service that calls one of the functions named below as forbidden
 /// waits for such a lock forever, at once or when another thread happens to ask something else.
 /// Waiting for a thread that is in one of these functions is the same as calling it. All other
 /// functions may be called.

@@ -86,10 +86,10 @@ public:
     /// A package on `physicalPackage`, not open yet.
     explicit Package(zippackage::ZipPhysicalPackage& physicalPackage);
 
-    /// Reads the package's directory: the one that is named by the last end record of those that
-    /// may be the file's own. It does not look at the content of the entries, so broken content
-    /// costs that entry only; a directory that contradicts itself costs the package. Throws
-    /// `std::runtime_error` when the file cannot be read as a zip package.
+    /// Reads the package's directory, the one that the last plausible end record names. It does not
+    /// look at the content of the entries, so broken content costs that entry only; a directory
+    /// that contradicts itself costs the package. Throws `std::runtime_error` when the file cannot
+    /// be read as a zip package.
     void open(interfaces::OpenMode mode);
 
     /// The environment's own view of the zip file.

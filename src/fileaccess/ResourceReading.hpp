@@ -6,7 +6,7 @@
 
 namespace reference::docparser {
 
-/// Replaces `content` by what `openAndReadFile` returns. It serves to read many files one after
+/// Replaces `content` with what `openAndReadFile` returns. It serves to read many files one after
 /// another in the same memory.
 void readContent(const ProductPathData& product, std::string& content);
 

@@ -24,7 +24,7 @@ public:
     /// The name is not empty, and no set has more than 64 names.
     const std::string& add(std::string_view name);
 
-    /// The names of the set bound its time, and the text cannot.
+    /// Its time depends on the names of the set only, so no text can make it slow.
     bool contains(std::string_view name) const noexcept {
         return !name.empty() && !slots_[slotOf(name)].empty();
     }

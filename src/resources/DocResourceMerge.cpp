@@ -6,9 +6,9 @@
 namespace reference::docparser {
 namespace {
 
-/// Moves to `held` the items whose keys it lacks. For each key of both, calls `inBoth` with the
-/// list that `held` keeps and with the other item. It costs time in the smaller map only, because
-/// what is held may be the sum of many documents.
+/// Moves to `held` the items whose keys it lacks, which leaves `other` without meaning. For each
+/// key of both, calls `inBoth` with the list that `held` keeps and with the other item. The cost
+/// depends on the smaller map only: what is held may be the sum of many documents.
 template <typename Items, typename InBoth>
 void addMissingItems(Items& held, Items& other, InBoth inBoth) noexcept {
     if (other.size() <= held.size()) {

@@ -22,7 +22,6 @@ using Lookups = std::vector<reference::property::RefItemLookup>;
 /// further use.
 class LookupTail {
 public:
-    LookupTail() = default;
     explicit LookupTail(const Lookups& list) { follow(list); }
 
     std::size_t size() const noexcept { return lookups_.size(); }

@@ -17,7 +17,7 @@ using ParsedResource = std::map<std::u16string, DocResource<T>>;
 /// Parses the text of a resource file whose items are of type `T`. The first of several documents
 /// with one key stays.
 ///
-/// @throws boost::system::system_error for text that is not JSON.
+/// @throws boost::system::system_error for text that `jsontext::parse` refuses.
 /// @throws DocParserException when any of the documents breaks the format.
 template <typename T>
 ParsedResource<T> parseReferenceResource(const std::string& content);

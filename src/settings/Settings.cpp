@@ -56,5 +56,9 @@ void restoreDefaultSettings() {
     supportPackageCache.clear();
 }
 
+void clearSupportPackageCache() {
+    supportPackageCache.clear();
+}
+
 } // namespace DocResourceParser
 } // namespace reference::docparser

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "environment/SupportPackages.hpp"
-#include "reference/docparser/DocResourceParser.hpp"
 
 namespace reference::docparser {
 namespace {
@@ -22,8 +21,7 @@ SupportPackageCache::Names SupportPackageCache::get() {
     const std::lock_guard lock(mutex_);
     if (!names_) {
         const std::u16string root = SupportPackageRootReader().getSupportPackageRootNoCreate();
-        names_ =
-            std::make_shared<const std::unordered_set<std::u16string>>(listSupportPackages(root));
+        names_ = std::make_shared<Names::element_type>(listSupportPackages(root));
     }
     return names_;
 }
@@ -37,15 +35,4 @@ void SupportPackageCache::replaceLocked(Names names) noexcept {
     names_ = std::move(names);
 }
 
-namespace DocResourceParser {
-
-std::shared_ptr<const std::unordered_set<std::u16string>> getHardwareSupportPackages() {
-    return supportPackageCache.get();
-}
-
-void clearSupportPackageCache() {
-    supportPackageCache.clear();
-}
-
-} // namespace DocResourceParser
 } // namespace reference::docparser

@@ -3,7 +3,6 @@
 #include <memory>
 #include <mutex>
 #include <string>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -37,7 +36,7 @@ void setTestProducts(const std::vector<std::u16string>& products,
     TopLevelProductsProvider([list = makeTestProducts(products)] {
         return list;
     }).swap(topLevelProductsProvider);
-    supportPackageCache.replaceLocked(std::make_shared<const std::unordered_set<std::u16string>>(
+    supportPackageCache.replaceLocked(std::make_shared<SupportPackageCache::Names::element_type>(
         supportPackages.begin(), supportPackages.end(), supportPackages.size()));
 }
 

@@ -53,8 +53,7 @@ DOCPARSER_API std::u16string getFluString(const boost::json::object& object, con
 /// The text of the member `key`, or an empty text when there is no such member.
 ///
 /// @throws DocParserException when the member is there but not a string (null included);
-/// conversions
-///         as above.
+///         conversions as above.
 DOCPARSER_API std::u16string getFluStringWithFallback(const boost::json::object& object,
                                                       const std::string& key,
                                                       StringParsingType type);
@@ -67,8 +66,7 @@ DOCPARSER_API const boost::json::array& getJsonArray(const boost::json::value& v
 /// The member `key` of the object `value` as an array: a reference into the caller's document.
 ///
 /// @throws DocParserException when `value` is not an object, has no such member, or the member is
-/// not
-///         an array.
+///         not an array.
 DOCPARSER_API const boost::json::array& getJsonArray(const boost::json::value& value,
                                                      const std::string& key);
 
@@ -78,8 +76,7 @@ DOCPARSER_API const boost::json::array& getJsonArray(const boost::json::value& v
 /// ignored.
 ///
 /// @throws DocParserException when `document` is not an object, or a member is missing or not a
-/// string;
-///         conversions as for `getFluString`.
+///         string; conversions as for `getFluString`.
 DOCPARSER_API reference::property::HeaderInfo getHeaderInfo(const boost::json::value& document);
 
 /// The file-name suffixes of localized resource files: for each supported documentation language

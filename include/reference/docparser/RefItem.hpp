@@ -12,8 +12,7 @@
 
 namespace reference::docparser {
 
-/// A handle by which a host attaches a value of its own to a record. The library leaves every one
-/// empty.
+/// A handle by which a host attaches a value of its own to a record. The library leaves it empty.
 using KvArrayHandle = boost::intrusive_ptr<const kvArray_tag>;
 
 /// What arguments and class properties have in common.

@@ -56,7 +56,7 @@ std::optional<FileState> lookAt(const std::u16string& path) {
         throwBroken(path, std::generic_category().message(errno));
     }
     if (!S_ISREG(status.st_mode))
-        throwBroken(path, "no regular file");
+        throwBroken(path, "not a regular file");
     const timespec modified = modificationTime(status);
     return FileState{*std::move(nativePath), status.st_size, {modified.tv_sec, modified.tv_nsec}};
 }
@@ -120,7 +120,7 @@ TopLevelProductList readProducts(const std::u16string& path) {
     if (failure)
         throwBroken(path, "not JSON: " + failure.message());
     if (!document.is_array())
-        throwBroken(path, "no list of products");
+        throwBroken(path, "not a list of products");
     ProductList products;
     for (const boost::json::value& product : document.get_array())
         products.push_back(ProductReader(path, products.size() + 1).read(product));

@@ -109,7 +109,7 @@ private:
     std::weak_ptr<const ForeignEndRecords> foreignEndRecords_;
     std::uint64_t position_ = 0;
     ZipError error_;
-    // libzip reads a header in several pieces, and the next entry is mostly the next one read.
+    // libzip reads a header in several pieces, and entries are mostly read in order.
     std::array<char, std::size_t{32} * 1024> window_;
     std::uint64_t windowBegin_ = 0;
     std::size_t windowSize_ = 0;
@@ -120,7 +120,7 @@ private:
 ZipFileSource openZipFile(const std::u16string& path) {
     std::optional<OpenedFile> file = environment::local::openForReading(path);
     if (!file || !file->size)
-        throwBroken("no file that can be read");
+        throwBroken("not a file that can be read");
     const auto size = static_cast<std::uint64_t>(*file->size);
     auto foreign = std::make_shared<const ForeignEndRecords>(file->descriptor.get(), size);
     auto reader = std::make_unique<FileReader>(*std::move(file), size, foreign);
