@@ -91,9 +91,15 @@ class CheckTest(CorpusCase):
                 self.assertIn(fault, faults[0])
 
     def test_missing_and_broken_files(self) -> None:
-        (self.root / LOOKUP_FOLDER / "libc.json").write_text("[")
-        self.assertEqual(len(check_root(self.root)), 1)
-        (self.root / LOOKUP_FOLDER / "libc.json").unlink()
+        path = self.root / LOOKUP_FOLDER / "libc.json"
+        other = self.root / FULL_FOLDER / "other.zip"
+        for content in (b"[", b"", b"\xff", b"[" * 100000):
+            for broken in (path, other):
+                broken.write_bytes(content)
+            faults = check_root(self.root)
+            self.assertEqual([fault.split(": ")[0] for fault in faults], [str(other), str(path)])
+        other.unlink()
+        path.unlink()
         self.assertIn("not in both catalog folders", check_root(self.root)[0])
 
 

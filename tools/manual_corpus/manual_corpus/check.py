@@ -2,6 +2,7 @@
 
 import json
 import zipfile
+import zlib
 from collections.abc import Iterator
 from pathlib import Path
 
@@ -37,28 +38,42 @@ _Validator = extend(Draft7Validator, {"sevenBit": _ascii_faults})
 
 def check_root(root: Path) -> list[str]:
     """What is wrong with the documentation root, one line for each fault."""
-    try:
-        full = dict(_documents(root / FULL_FOLDER))
-        lookup = dict(_documents(root / LOOKUP_FOLDER))
-        products = json.loads((root / PRODUCT_LIST).read_text(encoding="utf-8"))
-    except (OSError, ValueError, zipfile.BadZipFile) as error:
-        return [f"{root}: {error}"]
-    faults = [
-        *_schema_faults({PRODUCT_LIST: products}, _PRODUCT_SCHEMA),
+    faults: list[str] = []
+    full = dict(_documents(root / FULL_FOLDER, faults))
+    lookup = dict(_documents(root / LOOKUP_FOLDER, faults))
+    products = dict(_documents_of(root / PRODUCT_LIST, faults))
+    faults += [
+        *_schema_faults(products, _PRODUCT_SCHEMA),
         *_schema_faults(full, _strict_schema("reference")),
         *(f"lookup {fault}" for fault in _schema_faults(lookup, _strict_schema("lookup"))),
     ]
     return faults or [*_link_faults(full), *_lookup_faults(full, lookup)]
 
 
-def _documents(folder: Path) -> Iterator[tuple[str, object]]:
+def _documents(folder: Path, faults: list[str]) -> Iterator[tuple[str, object]]:
+    """The documents of a catalog folder by name; files that cannot be read become faults."""
+    if not folder.is_dir():
+        faults.append(f"{folder}: not a folder")
+        return
     for path in sorted(folder.iterdir()):
+        yield from _documents_of(path, faults)
+
+
+def _documents_of(path: Path, faults: list[str]) -> Iterator[tuple[str, object]]:
+    if path.suffix not in (".json", ".zip"):
+        return
+    if not path.is_file():
+        faults.append(f"{path}: not a regular file")
+        return
+    try:
         if path.suffix == ".json":
             yield path.name, json.loads(path.read_text(encoding="utf-8"))
-        elif path.suffix == ".zip":
-            with zipfile.ZipFile(path) as archive:
-                for name in archive.namelist():
-                    yield name, json.loads(archive.read(name).decode("utf-8"))
+            return
+        with zipfile.ZipFile(path) as archive:
+            for name in archive.namelist():
+                yield name, json.loads(archive.read(name).decode("utf-8"))
+    except (OSError, ValueError, RecursionError, zipfile.BadZipFile, zlib.error) as error:
+        faults.append(f"{path}: {error}")
 
 
 def _strict_schema(name: str) -> dict:
