@@ -93,7 +93,7 @@ TEST_F(RefdocCheck, RefusesWhatItCannotCheck) {
     } cases[] = {
         {{"check", "/does/not/exist"}, "is not a folder"},
         {{"check", root + "docCatalog"}, "holds no resource files"},
-        {{"check", "--level", "fatal"}, "fatal is not a level"},
+        {{"check", "--level", "fatal"}, "\"fatal\" is not a level"},
         {{"check", "--json", "--sarif"}, "exclude each other"},
         {{"check", root, "x"}, "x"},
     };
@@ -113,7 +113,7 @@ TEST_F(RefdocCheck, ReportsFaultsOfTheInstalledProducts) {
     } cases[] = {
         {"[{\"shortName\": \"alpha\"},]",
          ":1:25: error: not JSON: a comma before a closing bracket"},
-        {"{}", ": error: no list of products"},
+        {"{}", ": error: not a list of products"},
         {"[{\"shortName\": \"a\"}, {\"shortname\": \"b\"}]", ": error: product 2 has no shortName"},
         {"[{\"shortName\": 1}]", ": error: product 1: shortName is not a string"},
         {"[1]", ": error: product 1 is not an object"},

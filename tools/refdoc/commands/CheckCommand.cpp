@@ -29,18 +29,19 @@ constexpr const char* kFooter =
     R"(For documentation authors: reports what readers would silently miss, and where. All languages
 are checked at once. Findings are
   error     something is lost: a file, an entry of a package, a document, an item
-  warning   something is shown otherwise than meant
-  note      something else stands among the resource files
-one per line, as FILE[:ENTRY]:LINE:COLUMN: LEVEL: MESSAGE (JSON POINTER), with lines and columns from 1
-on and columns in characters. Of one kind the first 20 in a file are printed, and how many more there are;
---json prints them as one JSON object a line, --sarif as a SARIF 2.1.0 log, up to 10,000. Exit codes:
+  warning   something is shown differently than intended
+  note      something may be a mistake, or could not be checked
+one per line, as FILE[:ENTRY][:LINE:COLUMN]: LEVEL: MESSAGE [(JSON POINTER)]. Lines and columns count
+from 1, and columns in characters. The text shows the first 20 findings of a kind in a file or entry,
+and how many more there are. --json (one object a line) and --sarif (a SARIF 2.1.0 log) show up to
+10,000 of a kind and 4 MiB in a file or entry; 32 MiB are kept in all. Exit codes:
   0  no errors
   1  errors
-  2  wrong use (a ROOT without resource files too), or the output cannot be written
+  2  wrong usage (including a ROOT without resource files), or output that cannot be written
 
 Examples:
   refdoc check                          check the installed documentation
-  refdoc check build/docroot            check a root of one's own
+  refdoc check build/docroot            check another root
   refdoc check --level error docroot    report only what is lost)";
 
 struct CheckArguments {
@@ -52,7 +53,7 @@ struct CheckArguments {
 Level levelNamed(const std::string& name) {
     const auto known = std::find(kLevelNames.begin(), kLevelNames.end(), name);
     if (known == kLevelNames.end())
-        throw UsageError(fmt::format("--level: {} is not a level; the levels are {}", name,
+        throw UsageError(fmt::format("--level: \"{}\" is not a level; the levels are {}", name,
                                      fmt::join(kLevelNames.rbegin(), kLevelNames.rend(), ", ")));
     return static_cast<Level>(known - kLevelNames.begin());
 }
@@ -116,7 +117,7 @@ Command addCheckCommand(CLI::App& application) {
         ->type_name("");
     declaration
         ->add_option("--level", arguments->level,
-                     "The least level to report: error, warning or note (usual: note)")
+                     "The least level to report: error, warning or note (default: note)")
         ->type_name("LEVEL")
         ->take_last();
     declaration->add_flag("--sarif", arguments->sarif, "Print a SARIF 2.1.0 log instead of text");

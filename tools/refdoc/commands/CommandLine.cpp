@@ -1,5 +1,6 @@
 #include "refdoc/commands/CommandLine.hpp"
 
+#include <algorithm>
 #include <exception>
 #include <memory>
 #include <sstream>
@@ -26,10 +27,10 @@ namespace refdoc {
 
 namespace {
 
-constexpr const char* kMainFooter = R"(Options may stand before or after the command. Exit codes:
+constexpr const char* kMainFooter = R"(Options may come before or after the command. Exit codes:
   0  found, or no errors
   1  nothing found, or errors in what was checked
-  2  wrong use, or the output cannot be written
+  2  wrong usage, a broken list of installed products, or output that cannot be written
 
 Examples:
   refdoc lookup print                     find the names that begin with "print"
@@ -37,7 +38,7 @@ Examples:
   refdoc show libc                        list what the resource "libc" documents
   refdoc show libc printf                 show the entry for a name in one resource
   refdoc --language ja show libc printf   the same in Japanese
-  refdoc show libc printf --json          the same for programs
+  refdoc show libc printf --json          the same as JSON
   refdoc products                         list what is installed and documented
   refdoc check docroot                    report what readers would miss, and where
 
@@ -62,11 +63,13 @@ void declareGlobalOptions(CLI::App& application, GlobalOptions& options) {
 
 /// What is wrong with the command line. If no command was recognised, that is the first unknown
 /// word.
-std::string complaintAbout(const CLI::App& application, const std::string& failure) {
+std::string complaintAbout(const CLI::App& application, const CLI::ParseError& stop) {
     const std::vector<std::string> unknown = application.remaining();
-    if (!application.get_subcommands().empty() || unknown.empty())
-        return failure;
-    return fmt::format("{} is not {}", unknown.front(),
+    if (!application.get_subcommands().empty())
+        return stop.what();
+    if (unknown.empty())
+        return stop.get_name() == "RequiredError" ? "no command given" : stop.what();
+    return fmt::format("\"{}\" is not {}", unknown.front(),
                        unknown.front().starts_with('-') ? "an option" : "a command");
 }
 
@@ -78,16 +81,16 @@ ExitCode answerParseStop(const CLI::App& application, const CLI::ParseError& sto
         writeOutput(answer.str());
         return ExitCode::Found;
     }
-    reportError(complaintAbout(application, stop.what()),
-                {{"Run with --help for more information."}});
+    reportError(complaintAbout(application, stop), {{"Run with --help for more information."}});
     return ExitCode::Failure;
 }
 
+/// Runs the command that the command line names; the parser has made sure that it names one.
 ExitCode runSelected(const std::vector<Command>& commands, const GlobalOptions& options) {
-    for (const Command& command : commands)
-        if (command.declaration->parsed())
-            return command.run(options);
-    throw UsageError("no command given");
+    const auto selected =
+        std::find_if(commands.begin(), commands.end(),
+                     [](const Command& command) { return command.declaration->parsed(); });
+    return selected->run(options);
 }
 
 ExitCode parseAndRun(int argc, char** argv) {
@@ -95,12 +98,17 @@ ExitCode parseAndRun(int argc, char** argv) {
     CLI::App application{"Reads the reference documentation of installed products.", "refdoc"};
     application.fallthrough();
     application.get_formatter()->column_width(26);
+    application.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    application.get_formatter()->label("REQUIRED", "");
     declareGlobalOptions(application, options);
     application.footer(kMainFooter);
     const std::vector<Command> commands{
         addLookupCommand(application), addShowCommand(application), addProductsCommand(application),
         addCheckCommand(application), addCompleteCommand(application)};
     application.require_subcommand(1);
+    for (CLI::App* command : application.get_subcommands({}))
+        if (!command->get_group().empty())
+            command->group("Commands");
     try {
         application.parse(argc, argv);
     } catch (const CLI::ParseError& stop) {

@@ -61,10 +61,16 @@ ExitCode complete(const CLI::App& application, const CompleteArguments& argument
 
 Command addCompleteCommand(CLI::App& application) {
     const auto arguments = std::make_shared<CompleteArguments>();
-    CLI::App* declaration = application.add_subcommand("complete")->group("");
-    declaration->add_flag("--bash", arguments->bash);
-    declaration->add_option("LINE", arguments->line)->required();
-    declaration->add_option("BREAKS", arguments->breaks);
+    CLI::App* declaration =
+        application
+            .add_subcommand("complete",
+                            "Print how the last word of a command line can be completed")
+            ->group("");
+    declaration->add_flag("--bash", arguments->bash, "Quote the completions for bash");
+    declaration->add_option("LINE", arguments->line, "The unfinished command line")->required();
+    declaration->add_option("BREAKS", arguments->breaks,
+                            "The characters at which bash breaks words");
+    declaration->footer("For the completion scripts of bash and zsh.");
     return {declaration, [arguments, &application](const GlobalOptions&) {
                 return complete(application, *arguments);
             }};

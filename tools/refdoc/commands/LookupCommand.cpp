@@ -41,10 +41,13 @@ has an upper-case letter.
 
 On a terminal the columns are name, type, purpose and product; elsewhere each record is one line
 with tabs between these four. What is deprecated or not installed is marked as such after the
-purpose. Exit codes: 0 found, 1 nothing found, 2 wrong use.
+purpose. Exit codes:
+  0  found
+  1  nothing found
+  2  wrong usage, a broken list of installed products, or output that cannot be written
 
 Examples:
-  refdoc lookup print                       printf and its kin
+  refdoc lookup print                       names that begin with "print"
   refdoc lookup '*printf' --product libc    names that end in "printf", of one product
   refdoc lookup --type macro                all macros
   refdoc lookup SSL_ --all --limit 5        also products that are not installed)";
@@ -61,7 +64,7 @@ RefEntityType entityType(const std::string& text) {
     try {
         return RefEntityType::stringToEnum(text);
     } catch (const std::invalid_argument&) {
-        throw UsageError(fmt::format("--type: {} is not a type of names; the types are {}", text,
+        throw UsageError(fmt::format("--type: \"{}\" is not a type; the types are {}", text,
                                      fmt::join(RefEntityType::texts, ", ")));
     }
 }
@@ -222,20 +225,24 @@ ExitCode lookUp(const LookupArguments& arguments, const GlobalOptions& options) 
 std::string complaintAboutCount(const std::string& text) {
     const bool isNumber = !text.empty() && text.find_first_not_of("0123456789") == text.npos;
     const bool isPositive = text.find_first_not_of('0') != text.npos;
-    return isNumber && isPositive ? "" : text + " is not a number, 1 or more";
+    return isNumber && isPositive ? "" : '"' + text + "\" is not a number of at least 1";
 }
 
 void declareOptions(CLI::App& declaration, LookupArguments& arguments) {
-    declaration.add_option("PATTERN", arguments.pattern, "Which names; without it all are listed")
+    declaration.add_option("PATTERN", arguments.pattern, "Which names; all by default")
         ->type_name("");
-    declaration.add_option("--type", arguments.type, "Only names of this type")->type_name("TYPE");
+    declaration.add_option("--type", arguments.type, "Only names of this type")
+        ->type_name("TYPE")
+        ->take_last();
     declaration
         .add_option("--product", arguments.product,
                     "Only this product or support package, by its key")
-        ->type_name("KEY");
+        ->type_name("KEY")
+        ->take_last();
     declaration.add_flag("--all", arguments.all, "Also names of products that are not installed");
-    declaration.add_option("--limit", arguments.limit, "At most this many, 1 or more")
+    declaration.add_option("--limit", arguments.limit, "The most names to list, at least 1")
         ->type_name("N")
+        ->take_last()
         ->check(complaintAboutCount, "");
 }
 

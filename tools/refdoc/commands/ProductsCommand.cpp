@@ -24,20 +24,22 @@ namespace {
 
 constexpr const char* kProductsFooter =
     R"(Columns, separated by tabs and without titles where the output is not a terminal:
-  KEY        what the product is called elsewhere: its short name, or its help folder or, for a
+  KEY        the name of the product elsewhere: its short name, or its help folder or, for a
              support package, its base code in the lookup files
-  NAME       as the documentation has it, else as the installation has it
+  NAME       from the documentation, or else from the installation
   KIND       product or package (a hardware support package)
   INSTALLED  yes or no
-  RECORDS    how many lookup records there are, in the current language
+  RECORDS    the number of lookup records in the current language
   LANGUAGES  en, and those in which its name or a record differs from English
   FILES      the lookup files that are named after its help folder
-Files that are named after no product come last, without a key. Exit codes: 0 found, 1 nothing
-installed and nothing documented, 2 wrong use.
+Files that are named after no product come last, without a key. Exit codes:
+  0  found
+  1  nothing is installed, and nothing documented
+  2  wrong usage, a broken list of installed products, or output that cannot be written
 
 Examples:
-  refdoc products                        what there is
-  refdoc --language ja products --json   names and counts as in Japanese, for programs)";
+  refdoc products                        list everything
+  refdoc --language ja products --json   names and counts in Japanese, as JSON)";
 
 std::u16string joined(const std::vector<std::u16string>& words) {
     std::u16string text;

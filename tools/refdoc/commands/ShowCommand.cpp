@@ -35,20 +35,21 @@ installed products, and in the others if none of those has it. When several prod
 you are asked which one you mean; where nobody can be asked, the commands to choose from are
 printed on stderr.
 
-A RESOURCE that you type may lead into another folder, as ../drafts/libc does from where the others
-lie. What the documentation says never leads out of its folders.
+A RESOURCE that you type may lead into another folder, as ../drafts/libc does from the reference
+folder. What the documentation says never leads out of its folders.
 
-The options of refdoc itself may stand here too: --root DIR, --language CODE, --json, --verbose.
+The options of refdoc itself are allowed here, too: --root DIR, --language CODE, --json, --verbose.
 A NAME that begins with "-" goes after "--". Exit codes:
   0  found
   1  nothing found
-  2  wrong use, no choice made, or the output cannot be written
+  2  wrong usage, no choice made, a broken list of installed products, or output that cannot
+     be written
 
 Examples:
   refdoc show libc                   list all names with their purposes
   refdoc show malloc                 show the entry that documents malloc, wherever it is
   refdoc show libc printf            show the entry for printf in libc
-  refdoc show libc printf --json     print all its fields for a program)";
+  refdoc show libc printf --json     print all its fields as JSON)";
 
 struct ShowArguments {
     std::string resourceOrName;
@@ -161,7 +162,7 @@ void reportUnknown(const std::string& name, const LookupResources& documents) {
     reportError(
         fmt::format(R"(no reference entries found for "{}", neither a resource nor a name)", name),
         {triedFiles(fromUtf8(name)),
-         {fmt::format("tried the {} lookup records in {}", records,
+         {fmt::format("tried {} lookup record{} in {}", records, records == 1 ? "" : "s",
                       toUtf8(roots->referenceApiLookupFolder))},
          similarNames(fromUtf8(name), documents, {}, Installed::Either)});
 }

@@ -14,6 +14,7 @@
 #include "refdoc/host/HostSetup.hpp"
 #include "refdoc/text/Text.hpp"
 #include "reference/docparser/DocResourceParser.hpp"
+#include "reference/docparser/ParsingTools.hpp"
 
 namespace refdoc {
 
@@ -90,9 +91,13 @@ const HeaderInfo* headerOf(const std::u16string& resource, const LookupResources
     return nullptr;
 }
 
-/// The resources with files, each with the name of its product from the lookup records.
+/// The resources with files that are read in the current language, each with the name of its
+/// product from the lookup records.
 void addResources(const LookupResources& documents, Collector& collector) {
+    const std::string current = toUtf8(DocResourceParser::ParsingTools::getCurrentLocale());
     for (const CatalogFile& file : listCatalog(Catalog::Reference).files) {
+        if (file.language != kEnglish && file.language != current)
+            continue;
         const std::u16string resource = fromUtf8(file.resource);
         const HeaderInfo* header = headerOf(resource, documents);
         collector.add(resource, header == nullptr ? std::u16string() : header->getProductName());

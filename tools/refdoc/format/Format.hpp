@@ -61,7 +61,8 @@ class Format {
 public:
     using Names = std::set<std::string, std::less<>>;
 
-    /// @throws std::exception for a text that is not such a schema, or that refers to itself.
+    /// @throws std::exception for a text that is not JSON, lacks what it refers to, or refers to
+    /// itself.
     explicit Format(std::string_view schema);
 
     Format(const Format&) = delete;

@@ -42,7 +42,7 @@ struct Deviation {
 };
 
 /// Walks a document beside its format and gives the deviations in the order of the document.
-/// Members of an author's own are no deviation unless they resemble known ones.
+/// Members of an author's own are not deviations unless they resemble known ones.
 ///
 /// Takes time linear in the document, apart from the comparisons of names, of which there are at
 /// most a few thousand, and memory for the current place only.

@@ -44,7 +44,7 @@ std::u16string documentationRoot(const std::string& folder) {
     std::error_code ignored;
     if (!std::filesystem::is_directory(toUtf8(root), ignored))
         throw UsageError(
-            fmt::format("{} is not a folder, as a documentation root must be", folder));
+            fmt::format("\"{}\" is not a folder, as a documentation root must be", folder));
     return root;
 }
 
@@ -52,8 +52,8 @@ std::u16string documentationLanguage(const std::string& code) {
     const std::vector<std::string> languages = supportedLanguages();
     if (std::find(languages.begin(), languages.end(), code) == languages.end())
         throw UsageError(
-            fmt::format("--language: {} is not a supported language; the languages are {}", code,
-                        fmt::join(languages, ", ")));
+            fmt::format("--language: \"{}\" is not a supported language; the languages are {}",
+                        code, fmt::join(languages, ", ")));
     return fromUtf8(code);
 }
 

@@ -9,7 +9,7 @@ namespace refdoc {
 enum class ExitCode : int {
     Found = 0,
     NothingFound = 1, ///< or, for the check, errors found
-    Failure = 2,      ///< wrong use, or output that cannot be written
+    Failure = 2,      ///< wrong usage, or output that cannot be written
 };
 
 /// The options that all commands share, as typed on the command line, in UTF-8.

@@ -12,6 +12,8 @@ namespace refdoc {
 namespace {
 
 constexpr std::size_t kMostSuggestions = 5;
+/// Comparing long texts takes long, and nobody types them.
+constexpr std::size_t kLongestMisspelt = 1000;
 /// Folding the case of a code unit gives at most three units.
 constexpr std::size_t kMostFolding = 3;
 
@@ -48,6 +50,8 @@ std::vector<std::u16string> nearNames(std::u16string_view wanted,
         return wanted.size() > kMostFolding * (name.size() + mostWrong);
     };
     if (std::all_of(known.begin(), known.end(), isLonger))
+        return {};
+    if (wanted.size() > kLongestMisspelt)
         return {};
     const std::u16string folded = foldCase(wanted);
     const std::size_t limit = std::min(mostWrong, (folded.size() + 1) / 3);

@@ -23,11 +23,13 @@ std::string sentenceOf(const Finding& finding) {
     return sentence;
 }
 
-Finding furtherFindings(Fault fault, Level level, std::size_t count) {
-    return {.fault = fault,
-            .level = level,
-            .message = fmt::format("{} more of {}", count, ruleOf(fault).id),
-            .further = count};
+Finding findingOf(const FurtherFindings& further) {
+    return {.fault = further.fault,
+            .level = further.level,
+            .file = further.file,
+            .entry = further.entry,
+            .message = fmt::format("{} more of {}", further.count, ruleOf(further.fault).id),
+            .further = further.count};
 }
 
 std::string shortened(std::string_view text) {
@@ -67,7 +69,7 @@ std::vector<Finding> RootFindings::take() {
         findings_.begin(), findings_.end(),
         [order](const Finding& left, const Finding& right) { return order(left) < order(right); });
     for (const auto& [kind, count] : further_)
-        findings_.push_back(furtherFindings(kind.first, kind.second, count));
+        findings_.push_back(findingOf({.fault = kind.first, .level = kind.second, .count = count}));
     return std::move(findings_);
 }
 

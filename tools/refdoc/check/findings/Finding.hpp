@@ -40,8 +40,17 @@ struct CheckResult {
 /// The finding in one line: what is wrong, with which item, and what it costs.
 std::string sentenceOf(const Finding& finding);
 
-/// The finding that stands for `count` others beyond a limit.
-Finding furtherFindings(Fault fault, Level level, std::size_t count);
+/// Findings of one kind beyond a limit, in a file or entry; of the root if `file` is empty.
+struct FurtherFindings {
+    Fault fault;
+    Level level;
+    std::size_t count;
+    std::string file{};
+    std::string entry{};
+};
+
+/// The finding that stands for them.
+Finding findingOf(const FurtherFindings& further);
 
 /// The text, cut to a length that people read.
 std::string shortened(std::string_view text);

@@ -27,7 +27,7 @@ std::string itemName(const json::value& resource, std::string_view pointer) {
 } // namespace
 
 void Violations::add(Violation violation) {
-    losesText_ = losesText_ || violation.loss == Loss::File || violation.loss == Loss::Entry;
+    losesText_ = losesText_ || violation.loss == wholeText_;
     Count& count = counts_[{violation.fault, violation.level}];
     const std::size_t bytes = file_.size() + entry_.size() + violation.message.size() +
                               (violation.pointer ? violation.pointer->size() : 0);
@@ -78,15 +78,15 @@ std::vector<Finding> Violations::findings(const TextAndTree& text) const {
     auto next = positions.begin();
     std::vector<Finding> findings;
     for (const Violation& violation : violations_) {
-        findings.push_back(findingOf(violation, text.tree));
-        if (violation.pointer || violation.offset)
-            findings.back().position = *next++;
+        const bool hasPlace = violation.pointer || violation.offset;
+        findings.push_back(findingOf(violation, text.tree, hasPlace ? *next++ : TextPosition()));
     }
     addFurtherTo(findings);
     return findings;
 }
 
-Finding Violations::findingOf(const Violation& violation, const json::value* tree) const {
+Finding Violations::findingOf(const Violation& violation, const json::value* tree,
+                              TextPosition position) const {
     const std::string pointer = violation.pointer.value_or("");
     return {.fault = violation.fault,
             .level = violation.level,
@@ -95,16 +95,19 @@ Finding Violations::findingOf(const Violation& violation, const json::value* tre
             .entry = entry_,
             .pointer = pointer,
             .item = tree == nullptr ? std::string() : itemName(*tree, pointer),
-            .message = violation.message};
+            .message = violation.message,
+            .position = position};
 }
 
 void Violations::addFurtherTo(std::vector<Finding>& findings) const {
     for (const auto& [kind, count] : counts_) {
         if (count.further == 0)
             continue;
-        findings.push_back(furtherFindings(kind.first, kind.second, count.further));
-        findings.back().file = file_;
-        findings.back().entry = entry_;
+        findings.push_back(refdoc::findingOf({.fault = kind.first,
+                                              .level = kind.second,
+                                              .count = count.further,
+                                              .file = file_,
+                                              .entry = entry_}));
     }
 }
 

@@ -42,10 +42,21 @@ public:
     /// @param file relative to the root
     /// @param entry the full name of the entry; empty for a plain file, or for a package itself.
     explicit Violations(std::string file, std::string entry = {})
-        : file_(std::move(file)), entry_(std::move(entry)) {}
+        : file_(std::move(file)), entry_(std::move(entry)),
+          wholeText_(entry_.empty() ? Loss::File : Loss::Entry) {}
+
+    /// @param wholeText the loss caused by a fault that makes the whole text useless.
+    Violations(std::string file, Loss wholeText) : file_(std::move(file)), wholeText_(wholeText) {}
+
+    /// An empty list for the same file or entry.
+    Violations emptyCopy() const {
+        Violations copy(file_, wholeText_);
+        copy.entry_ = entry_;
+        return copy;
+    }
 
     /// The loss caused by a fault that makes the whole text useless.
-    Loss wholeText() const { return entry_.empty() ? Loss::File : Loss::Entry; }
+    Loss wholeText() const { return wholeText_; }
 
     void add(Violation violation);
     /// Whether another violation of this kind would be kept if there is room for its texts. Saves
@@ -74,11 +85,13 @@ private:
     };
 
     std::vector<std::size_t> offsetsIn(std::string_view text) const;
-    Finding findingOf(const Violation& violation, const boost::json::value* tree) const;
+    Finding findingOf(const Violation& violation, const boost::json::value* tree,
+                      TextPosition position) const;
     void addFurtherTo(std::vector<Finding>& findings) const;
 
     std::string file_;
     std::string entry_;
+    Loss wholeText_;
     std::vector<Violation> violations_;
     std::map<std::pair<Fault, Level>, Count> counts_;
     std::size_t bytes_ = 0;

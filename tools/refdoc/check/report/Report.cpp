@@ -79,10 +79,12 @@ public:
         for (const auto& [kind, count] : counts_) {
             if (count.further == 0)
                 continue;
-            Finding finding = furtherFindings(kind.first, kind.second, count.further);
-            finding.file = first_.file;
-            finding.entry = first_.entry;
-            text_ += lineOf(finding, options_);
+            text_ += lineOf(findingOf({.fault = kind.first,
+                                       .level = kind.second,
+                                       .count = count.further,
+                                       .file = first_.file,
+                                       .entry = first_.entry}),
+                            options_);
         }
         return std::move(text_);
     }

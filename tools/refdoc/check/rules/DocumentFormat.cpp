@@ -125,7 +125,7 @@ Fault faultOf(Deviation::Kind kind) {
 }
 
 void addDeviations(const json::value& resource, const Format& format, Violations& violations) {
-    Violations hints("");
+    Violations hints = violations.emptyCopy();
     FormatWalk walk(resource, format);
     while (std::optional<Deviation> deviation = walk.next()) {
         const Fault fault = faultOf(deviation->kind);

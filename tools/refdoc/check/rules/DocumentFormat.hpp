@@ -6,7 +6,7 @@
 namespace refdoc {
 
 /// Reports deviations of a text from its format, regardless of other files: faults that cost the
-/// whole text, values that readers get otherwise than meant, and repeated members and keys.
+/// whole text, values that readers get differently than intended, and repeated members and keys.
 ///
 /// @param text must be JSON.
 void checkFormat(const TextAndTree& text, const Format& format, Violations& violations);

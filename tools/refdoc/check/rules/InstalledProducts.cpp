@@ -48,16 +48,16 @@ std::vector<Finding> checkInstalledProducts() {
         parser::getReferenceRoots()->referenceRoot + u'/' + fromUtf8(kFileName);
     const std::string content = parser::openAndReadFile(path);
     const std::string cause = content.empty() ? readFailure(path) : std::string();
-    Violations violations(kFileName);
+    Violations violations(kFileName, Loss::Lookups);
     if (!cause.empty())
         violations.add({.fault = Fault::Unreadable,
-                        .message = fmt::format("the file cannot be read: {}", cause)});
+                        .message = fmt::format("the file cannot be read: {}", cause),
+                        .loss = violations.wholeText()});
     else if (parseText(content, lookupFormat(), violations))
-        violations.add({.fault = Fault::WrongKind, .message = withoutPath(failure, path)});
-    std::vector<Finding> findings = violations.findings({content, nullptr});
-    for (Finding& finding : findings)
-        finding.loss = Loss::Lookups;
-    return findings;
+        violations.add({.fault = Fault::WrongKind,
+                        .message = withoutPath(failure, path),
+                        .loss = violations.wholeText()});
+    return violations.findings({content, nullptr});
 }
 
 } // namespace refdoc
