@@ -2,7 +2,6 @@
 #include <cstddef>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,7 +19,6 @@
 #include "refdoc/host/HostSetup.hpp"
 #include "refdoc/terminal/Progress.hpp"
 #include "support/RefdocCheckFixture.hpp"
-#include "support/ZipFile.hpp"
 
 namespace {
 
@@ -30,7 +28,6 @@ using testing::HasSubstr;
 using testsupport::ProcessResult;
 using testsupport::RefdocCheck;
 using testsupport::withItems;
-using testsupport::ZipFile;
 
 TEST_F(RefdocCheck, CountsFurtherFindingsOfAKind) {
     std::string items = R"({"name": 1, "refpurpose": "p", "href": "a.html"})";
@@ -44,91 +41,6 @@ TEST_F(RefdocCheck, CountsFurtherFindingsOfAKind) {
     const std::string lines = refdoc({"check", "--json"}).output;
     EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 1000);
     EXPECT_THAT(lines, HasSubstr("/refItems/999/name"));
-}
-
-TEST_F(RefdocCheck, PrintsForPrograms) {
-    root_.remove("docCatalog/referenceapi_lookup");
-    root_.lookupFile("README", "");
-    ZipFile().add("a b.json", withItems("\n 1")).write(root_.lookupFolder() / "alpha.zip");
-    std::istringstream lines(refdoc({"check", "--json", "--level", "error"}).output);
-    std::string line;
-    ASSERT_TRUE(std::getline(lines, line));
-    const std::string file =
-        root_.nativePathOf("docCatalog/referenceapi_lookup/alpha.zip").string();
-    EXPECT_EQ(boost::json::parse(line), boost::json::parse(R"({"level": "error",
-        "rule": "wrong-kind", "file": ")" + file + R"(", "entry": "a b.json", "line": 4,
-        "column": 2, "pointer": "/refItems/0", "message":
-        "refItems[0] is a number, not an object", "cost": "the whole entry is lost"})"));
-    EXPECT_FALSE(std::getline(lines, line)) << line;
-
-    const boost::json::value log = boost::json::parse(refdoc({"check", "--sarif"}).output);
-    EXPECT_EQ(log.at("version"), "2.1.0");
-    const boost::json::value& run = log.at("runs").at(0);
-    const boost::json::array& results = run.at("results").as_array();
-    ASSERT_EQ(results.size(), 2u);
-    const boost::json::value& place = results[1].at("locations").at(0).at("physicalLocation");
-    EXPECT_EQ(place.at("region"), boost::json::parse(R"({"startLine": 4, "startColumn": 2})"));
-    const boost::json::value& leaf =
-        run.at("artifacts").at(place.at("artifactLocation").at("index").to_number<std::size_t>());
-    EXPECT_EQ(leaf.at("location").at("uri"), "/a%20b.json");
-    EXPECT_EQ(run.at("artifacts")
-                  .at(leaf.at("parentIndex").to_number<std::size_t>())
-                  .at("location")
-                  .at("uri"),
-              "docCatalog/referenceapi_lookup/alpha.zip");
-    for (const boost::json::value& result : results)
-        EXPECT_EQ(run.at("tool")
-                      .at("driver")
-                      .at("rules")
-                      .at(result.at("ruleIndex").to_number<std::size_t>())
-                      .at("id"),
-                  result.at("ruleId"));
-}
-
-TEST_F(RefdocCheck, RefusesWhatItCannotCheck) {
-    const std::string root = root_.nativePathOf("").string();
-    const struct {
-        Words words;
-        std::string complaint;
-    } cases[] = {
-        {{"check", "/does/not/exist"}, "is not a folder"},
-        {{"check", root + "docCatalog"}, "holds no resource files"},
-        {{"check", "--level", "fatal"}, "\"fatal\" is not a level"},
-        {{"check", "--json", "--sarif"}, "exclude each other"},
-        {{"check", root, "x"}, "x"},
-    };
-    for (const auto& [words, complaint] : cases) {
-        const ProcessResult result = refdoc(words);
-        EXPECT_EQ(result.exitCode, 2) << complaint;
-        EXPECT_EQ(result.output, "") << complaint;
-        EXPECT_THAT(result.errors, HasSubstr(complaint));
-    }
-}
-
-/// Unless the list of products can be read, nobody gets any lookup.
-TEST_F(RefdocCheck, ReportsFaultsOfTheInstalledProducts) {
-    const struct {
-        std::string list;
-        std::string finding;
-    } cases[] = {
-        {"[{\"shortName\": \"alpha\"},]",
-         ":1:25: error: not JSON: a comma before a closing bracket"},
-        {"{}", ": error: not a list of products"},
-        {"[{\"shortName\": \"a\"}, {\"shortname\": \"b\"}]", ": error: product 2 has no shortName"},
-        {"[{\"shortName\": 1}]", ": error: product 1: shortName is not a string"},
-        {"[1]", ": error: product 1 is not an object"},
-        {"", ":1:1: error: the text is empty"},
-    };
-    root_.lookupFile("beta.JSON", "");
-    for (const auto& [list, finding] : cases) {
-        root_.writeFile("installedProducts.json", list);
-        const ProcessResult result = refdoc({"check"});
-        EXPECT_THAT(result.output,
-                    HasSubstr("installedProducts.json" + finding + "; all lookup files are lost\n"))
-            << list;
-        EXPECT_THAT(result.output, HasSubstr("beta.JSON: error")) << list;
-        EXPECT_EQ(result.exitCode, 1);
-    }
 }
 
 TEST_F(RefdocCheck, StylesLevelsOnTerminals) {

@@ -11,14 +11,14 @@
 #include <gtest/gtest.h>
 
 #include "refdoc/completion/ShellWords.hpp"
-#include "support/RefdocLookupFixture.hpp"
+#include "support/RefdocFixture.hpp"
 
 namespace {
 
 using testsupport::ProcessCall;
-using testsupport::RefdocLookup;
+using testsupport::Refdoc;
 
-class RefdocCompletion : public RefdocLookup {
+class RefdocCompletion : public Refdoc {
 protected:
     void documentNames(const std::string& helpFolder, const std::vector<std::string>& names) const {
         boost::json::array items;
@@ -226,7 +226,7 @@ TEST_P(RefdocInShell, RunsNothingThatNamesSay) {
         }
 }
 
-TEST_F(RefdocLookup, ExplainsCompletionsInTheLanguageTyped) {
+TEST_F(Refdoc, ExplainsCompletionsInTheLanguageTyped) {
     const std::string line =
         "refdoc lookup --root " + refdoc::shellQuoted(root_.nativePathOf("").string());
     EXPECT_EQ(refdoc({"complete", "--", line + " Unz"}).output, "Unzoom\treduce a view\n");

@@ -11,8 +11,10 @@
 
 namespace {
 
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
+using testsupport::ProcessCall;
 using testsupport::ProcessResult;
 
 using RefdocOnTerminal = testsupport::Refdoc;
@@ -84,6 +86,72 @@ TEST_F(RefdocOnTerminal, SurvivesAPagerThatStopsReading) {
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_THAT(result.output, HasSubstr("one of many"));
     EXPECT_THAT(result.output, Not(HasSubstr("the last")));
+}
+
+TEST_F(RefdocOnTerminal, FitsItsColumnsToTheTerminal) {
+    const Environment plain{{"NO_COLOR", "1"}};
+    EXPECT_EQ(onTerminal({"lookup", "zoom"}, plain, 48).output,
+              "zoom     function  enlarge a view          alpha\n"
+              "                   (deprecated)\n"
+              "zoom     command   zoom the screen         zeta\n"
+              "Zoom     class     enlarger                alpha\n"
+              "zoomAll  function  enlarge all views       alpha\n");
+    EXPECT_EQ(onTerminal({"lookup", "Unz", "--language", "ja"}, plain, 46).output,
+              "Unzoom  function  表示を縮小する         alpha\n");
+    EXPECT_EQ(onTerminal({"lookup", "zoomall"}, plain, 24).output, "zoomAll  function  alpha\n"
+                                                                   "    enlarge all views\n");
+    EXPECT_EQ(onTerminal({"lookup", "pack::"}, plain, 24).output, "pack::age\n"
+                                                                  "          namespace  alpha\n"
+                                                                  "    a package\n");
+    EXPECT_THAT(onTerminal({"lookup", "zoom", "--limit", "1"}).output,
+                AllOf(HasSubstr("\x1b[1mzoom\x1b[0m"), HasSubstr("refdoc: 3 more (--limit)")));
+}
+
+TEST_F(RefdocOnTerminal, HasTitlesAboveProducts) {
+    EXPECT_THAT(onTerminal({"products"}, {{"NO_COLOR", "1"}}, 100).output,
+                AllOf(HasSubstr("KEY "), HasSubstr("FILES\n"), HasSubstr("\n  "),
+                      HasSubstr("alpha  Alpha Tools  product  yes        12       en ja      ")));
+}
+
+TEST_F(RefdocOnTerminal, AsksWhichResourceIsMeant) {
+    const struct {
+        std::string typed;
+        int exitCode;
+        std::string shown;
+    } cases[] = {
+        {"2\n", 0, "zoom - zoom the screen"},
+        {" 1 \n", 0, "enlarge a view"},
+        {"3\n0\nzoom\n2\n", 0, "zoom - zoom the screen"},
+        {"q\n", 2, ""},
+        {"\n", 2, ""},
+        {"\x04", 2, ""},
+    };
+    for (const auto& [typed, exitCode, shown] : cases) {
+        ProcessCall asking = call({"show", "zoom"}, {{"NO_COLOR", "1"}});
+        asking.typed = typed;
+        const ProcessResult result = testsupport::runOnTerminal(asking, 80);
+        EXPECT_EQ(result.exitCode, exitCode) << typed;
+        EXPECT_THAT(result.output,
+                    AllOf(testing::StartsWith("Several products document \"zoom\":\n"
+                                              "  1  alpha - Alpha Tools: enlarge a view\n"
+                                              "  2  zeta - Zeta: zoom the screen\n"
+                                              "Which one (1-2, q for none)? "),
+                          HasSubstr(shown)))
+            << typed;
+        EXPECT_EQ(result.output.find("\nNAME\n") != std::string::npos, exitCode == 0) << typed;
+    }
+}
+
+TEST_F(RefdocOnTerminal, ReportsOutputThatCannotBeWritten) {
+    for (const char* target : {"/dev/full", ""}) {
+        for (const Words& arguments : {Words{"show", "alpha"}, Words{"--help"}}) {
+            ProcessCall writing = call(arguments);
+            writing.standardOutput = target;
+            const ProcessResult result = testsupport::run(writing);
+            EXPECT_EQ(result.exitCode, 2) << target;
+            EXPECT_THAT(result.errors, HasSubstr("cannot write the output"));
+        }
+    }
 }
 
 } // namespace

@@ -18,12 +18,6 @@ inline std::string withItems(const std::string& items, const std::string& more =
 inline const std::string kSpin = R"({"name": "spin", "refpurpose": "p", "href": "a.html"})";
 inline const std::string kPage = R"({"href": "a.html", "refpurpose": "p"})";
 
-/// A support package without items.
-inline std::string package(const std::string& baseCode) {
-    return R"({"productName": "S", "baseCode": ")" + baseCode +
-           R"(", "helpFolder": "f", "helpLocation": "h", "refItems": []})";
-}
-
 class RefdocCheck : public Refdoc {
 protected:
     RefdocCheck() { reset(); }

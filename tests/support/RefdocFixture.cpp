@@ -1,48 +1,26 @@
 #include "support/RefdocFixture.hpp"
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <utility>
+
+#include "support/ZipFile.hpp"
 
 namespace testsupport {
 
-namespace {
-
-constexpr const char* kEnglish = R"json({
-  "productName": "Alpha Tools", "baseCode": "AL", "helpFolder": "alpha", "helpLocation": "help/alpha",
-  "refItems": [
-    {"href": "zoom.html", "refpurpose": "enlarge a view",
-     "refentity": [{"name": "zoom", "type": "function"}, {"name": "Unzoom", "type": "function"}],
-     "packagename": "views", "introduced": "2.1", "deprecationstatus": "discouraged",
-     "description": "First paragraph.\n\n    verbatim",
-     "appthumbnail": {"fileref": "zoom.png", "alt": "A lens"},
-     "syntaxgroup": [{"title": "Basic", "syntax": ["zoom(factor)"]}],
-     "inputgroup": [
-       {"title": "Inputs", "inputs": [{"name": "factor", "purpose": "How much", "value": ["1", "2"],
-                                       "defaultvalue": "2"}]},
-       {"namevaluepairs": [{"title": "Pairs", "inputs": [{"name": "Mode", "purpose": "How"}]}]}],
-     "outputs": [{"name": "view", "purpose": "The new view"}],
-     "classpropertygroup": [{"title": "Looks", "classproperty": [{"name": "Color", "purpose": "Its colour",
-                                                                  "defaultvalue": "red"}]}],
-     "seealso": [{"url": "pan.html", "name": "pan"}, {"url": "https://example.org/", "name": "Site"}],
-     "examples": [{"url": "e.html", "open_command": "open e", "title": "Zoom in"}],
-     "parameters": [{"name": "limit", "purpose": "The greatest factor", "defaultvalue": "9"}]},
-    {"href": "esc.html", "refpurpose": "evil \u001b[31m \u009b2J text\nline", "refentity": [{"name": "e\u001bsc"}]},
-    {"href": "bare.html", "refpurpose": "no names"}
-  ],
-  "supportPackages": [
-    {"productName": "Alpha Board", "baseCode": "AB", "helpFolder": "board", "helpLocation": "help/board",
-     "refItems": [{"href": "zoom.html", "refpurpose": "enlarge on the board", "refentity": [{"name": "zoom"}]}]}
-  ]})json";
-
-constexpr const char* kJapanese = R"({
-  "productName": "アルファ", "baseCode": "AL", "helpFolder": "alpha", "helpLocation": "help/alpha",
-  "refItems": [{"href": "zoom.html", "refpurpose": "表示を拡大する", "refentity": [{"name": "zoom"}]}]})";
-
-} // namespace
+namespace fs = std::filesystem;
 
 Refdoc::Refdoc() {
-    root_.referenceFile("alpha.json", kEnglish);
-    root_.referenceFile("alpha_ja.json", kJapanese);
-    root_.referenceFile("broken.json", "{\"refItems\": 1}");
+    fs::copy(REFDOC_SHOWCASE, root_.nativePathOf(""), fs::copy_options::recursive);
+    const fs::path package = root_.lookupFolder() / "zeta.zip";
+    ZipFile zip;
+    for (const char* name : {"zeta.json", "zeta_de.json"}) {
+        std::ifstream entry(package / name);
+        zip.add(name, {std::istreambuf_iterator<char>(entry), {}});
+    }
+    fs::remove_all(package);
+    zip.write(package);
 }
 
 ProcessCall Refdoc::call(Words arguments, Environment environment) const {

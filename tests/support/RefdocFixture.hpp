@@ -12,7 +12,9 @@
 
 namespace testsupport {
 
-/// Runs the built command-line client on a small documentation root.
+/// Runs the built command-line client on a copy of the documentation root `tests/client/showcase`.
+/// The products alpha, zeta and gamma (which has no documentation) and the support package AB are
+/// installed; beta and the support package AC are documented, but not installed.
 class Refdoc : public testing::Test {
 protected:
     using Words = std::vector<std::string>;
