@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -31,84 +30,7 @@ protected:
                                                                     {"helpLocation", "h"},
                                                                     {"refItems", items}}));
     }
-
-    /// The completions that the client gives bash for a line, joined by '|'.
-    std::string completions(const std::string& line) const {
-        std::istringstream output(
-            refdoc({"complete", "--bash", "--", line, " \t\n\"'@><=;|&(:"}).output);
-        std::string all;
-        for (std::string completion; std::getline(output, completion);)
-            all += completion.substr(0, completion.find('\t')) + '|';
-        return all;
-    }
 };
-
-TEST_F(RefdocCompletion, OffersWhatFits) {
-    documentNames("../gamma", {"--root=/", "it's $5!", "it's $6", "new\nline"});
-    const struct {
-        std::string line;
-        std::string completions;
-    } cases[] = {
-        {"refdoc ", "lookup|show|products|check|"},
-        {"refdoc pro", "products|"},
-        {"refdoc --l", "--language|"},
-        {"refdoc lookup --a", "--all|"},
-        {"refdoc lookup --", "--help|--type|--product|--all|--limit|--root|--language|--json|"
-                             "--verbose|--version|"},
-        {"refdoc --language j", "ja|"},
-        {"refdoc --language=j", "ja|"},
-        {"refdoc lookup --type me", "method|"},
-        {"refdoc --root ROOT lookup --product a", "alpha|"},
-        {"refdoc --root ROOT lookup --product A", "AB|AC|"},
-        {"refdoc --root ROOT lookup z", "zoom|zoomAll|"},
-        {"refdoc --root=ROOT lookup z", "zoom|zoomAll|"},
-        {"refdoc lookup --root ROOT z", "zoom|zoomAll|"},
-        {"refdoc --root ROOT lookup r", ""},
-        {"refdoc --root ROOT lookup --all r", "rotate|"},
-        {"refdoc --root ROOT lookup pack::a", "age|"},
-        {"refdoc --root ROOT lookup pack::", "age|"},
-        {"refdoc --root ROOT lookup pack\\:\\:a", "pack::age|"},
-        {"refdoc --root ROOT lookup \"pa\"ck::'a", "'age'|"},
-        {"refdoc --root ROOT lookup a", "a\\*b|axb|"},
-        {"refdoc --root ROOT lookup --all it", "it\\'s\\ \\$5\\!|it\\'s\\ \\$6|"},
-        {"refdoc --root ROOT lookup --all 'it'\\''s", "'s $5'\\!''|'s $6'|"},
-        {"refdoc --root ROOT lookup --all \"it's", "\"it's \\$5\"\\!\"\"|\"it's \\$6\"|"},
-        {"refdoc --root ROOT lookup --all $'it", "'it'\\'$'s $5'\\!$''|'it'\\'$'s $6'|"},
-        {"refdoc --root ROOT lookup --all $'it\\'", ""}, // bash and readline do not agree on it
-        {"refdoc --root ROOT lookup --all \"`it", ""},
-        {"refdoc --root ROOT lookup --all new", ""},
-        {"refdoc --root ROOT lookup --all -- -", "--root\\=/|"},
-        {"refdoc --root ROOT lookup e", ""}, // a name with a control character is never offered
-        {"refdoc --root ROOT lookup zoom z", ""},
-        {"refdoc --root ROOT show ", "alpha|beta|broken|zeta|"},
-        {"refdoc --root ROOT show z", "zeta|zoom|zoomAll|"},
-        {"refdoc --root ROOT show alpha z", "zoom|zoomAll|"},
-        {"refdoc --root ROOT show beta r", "rotate|"},
-        {"refdoc --root ROOT show alpha --j", "--json|"},
-        {"refdoc --root ROOT show alpha -- z", "zoom|zoomAll|"},
-        {"refdoc --root ROOT/docC", "folder|"},
-        {"refdoc --root=ROOT/docC", "folder|"},
-        {"refdoc --root 'ROOT' lookup unz", ""},
-        {"refdoc --root 'ROOT' lookup Unz", "Unzoom|"},
-        {"refdoc --root /does/not/exist lookup z", ""},
-        {"refdoc --language xx lookup z", ""},
-        {"refdoc products z", ""},
-        {"refdoc check --le", "--level|"},
-        {"refdoc check --level w", "warning|"},
-        {"refdoc check ROOT/docC", "folder|"},
-        {"refdoc frob z", ""},
-    };
-    const auto withRoot =
-        [root = refdoc::shellQuoted(root_.nativePathOf("").string())](std::string text) {
-            if (const std::size_t at = text.find("ROOT"); at != text.npos)
-                text.replace(at, 4, root);
-            return text;
-        };
-    for (const auto& [line, expected] : cases)
-        EXPECT_EQ(completions(withRoot(line)), expected) << line;
-    EXPECT_EQ(completions(withRoot("refdoc --root ROOT lookup --all ")).find("--root"),
-              std::string::npos);
-}
 
 /// Types keys into real shells.
 class RefdocInShell : public RefdocCompletion, public testing::WithParamInterface<std::string> {
@@ -224,14 +146,6 @@ TEST_P(RefdocInShell, RunsNothingThatNamesSay) {
             EXPECT_EQ(received(locale, lines), expected) << locale << open << shown_;
             EXPECT_FALSE(std::filesystem::exists(root_.nativePathOf("planted"))) << locale << open;
         }
-}
-
-TEST_F(Refdoc, ExplainsCompletionsInTheLanguageTyped) {
-    const std::string line =
-        "refdoc lookup --root " + refdoc::shellQuoted(root_.nativePathOf("").string());
-    EXPECT_EQ(refdoc({"complete", "--", line + " Unz"}).output, "Unzoom\treduce a view\n");
-    EXPECT_EQ(refdoc({"complete", "--", line + " --language ja Unz"}).output,
-              "Unzoom\t表示を縮小する\n");
 }
 
 } // namespace
