@@ -17,7 +17,8 @@ namespace {
 using testsupport::ProcessCall;
 using testsupport::Refdoc;
 
-class RefdocCompletion : public Refdoc {
+/// Types keys into real shells.
+class RefdocInShell : public Refdoc, public testing::WithParamInterface<std::string> {
 protected:
     void documentNames(const std::string& helpFolder, const std::vector<std::string>& names) const {
         boost::json::array items;
@@ -30,11 +31,7 @@ protected:
                                                                     {"helpLocation", "h"},
                                                                     {"refItems", items}}));
     }
-};
 
-/// Types keys into real shells.
-class RefdocInShell : public RefdocCompletion, public testing::WithParamInterface<std::string> {
-protected:
     void SetUp() override {
         if (!std::filesystem::exists("/usr/bin/" + GetParam()))
             GTEST_SKIP() << GetParam() << " is not installed";
